@@ -1,0 +1,45 @@
+# How every target of the project is compiled: language level, warnings as
+# errors, sanitizers, ccache.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo)
+endif()
+
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+
+option(VELTRIN_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM)
+  # Precompiled headers are cached only when their time stamps are ignored.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env
+      CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+      ${CCACHE_PROGRAM})
+endif()
+
+# The flags that the project's own code is held to; third-party code is not.
+add_library(veltrin_options INTERFACE)
+target_compile_options(veltrin_options INTERFACE -Wall -Wextra -Wpedantic -Werror)
+target_include_directories(veltrin_options INTERFACE ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR})
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  target_compile_options(veltrin_options INTERFACE -Xclang -fno-pch-timestamp)
+else()
+  target_compile_options(veltrin_options INTERFACE -fpch-preprocess)
+endif()
+if(WIN32)
+  target_compile_definitions(veltrin_options INTERFACE WINVER=0x0A00 _WIN32_WINNT=0x0A00
+                                                       WIN32_LEAN_AND_MEAN NOMINMAX)
+  add_link_options(-static)
+endif()
+
+if(VELTRIN_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()

@@ -1,0 +1,46 @@
+// Files that the program writes and reads, by the program's own paths.
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace veltrin {
+
+// A file open for writing. Each call throws StatementFailed when the system
+// refuses it. Destroying an unclosed stream closes it and drops what failed.
+class TextStream {
+ public:
+  virtual ~TextStream() = default;
+  virtual void Write(const std::string& text) = 0;
+  virtual void Close() = 0;
+};
+
+// Modes of OpenTextFile, by the numbers of Scripting.FileSystemObject.
+enum class FileMode { Reading = 1, Writing = 2, Appending = 8 };
+
+// Paths are the program folder followed by a literal, with backslashes.
+class Files {
+ public:
+  virtual ~Files() = default;
+
+  // The program folder: the executable's on Windows, the user's data folder on
+  // Linux. Without a separator at the end.
+  virtual std::string programFolder() const = 0;
+
+  // The system's own form of one of the program's paths, for people to read and
+  // for other programs. A path whose file stands only in the installation's
+  // read-only share gives that file.
+  virtual std::string native(const std::string& path) const = 0;
+
+  // OpenTextFile of the file system object for writing, replacing older content
+  // when the stream is closed, made when missing if `create`. `name` is one file
+  // name and starts with the separator ("\PingTest.txt"). Throws StatementFailed
+  // when the system refuses it, and on every system for a name that Windows
+  // refuses (\ / : * ? " < > | and control characters, the device names, or a
+  // path of more than 259 characters).
+  virtual std::unique_ptr<TextStream> OpenTextFile(const std::string& folder,
+                                                   const std::string& name, FileMode mode,
+                                                   bool create) = 0;
+};
+
+}  // namespace veltrin

@@ -1,0 +1,57 @@
+#include "text/date_time.h"
+
+#include <array>
+#include <cstdio>
+
+#include "text/strings.h"
+
+namespace veltrin {
+namespace {
+
+constexpr std::array<std::string_view, 12> kShortMonths = {
+    "Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+
+std::string padded(int value, int places) {
+  char buffer[16];
+  const int length = std::snprintf(buffer, sizeof buffer, "%0*d", places, value);
+  return std::string(buffer, static_cast<std::size_t>(length));
+}
+
+std::string shortMonth(int month) {
+  if (month < 1 || month > static_cast<int>(kShortMonths.size())) return {};
+  return std::string(kShortMonths[static_cast<std::size_t>(month - 1)]);
+}
+
+}  // namespace
+
+std::string Format(const DateTime& moment, std::string_view pattern) {
+  const std::string wanted = LCase(pattern);
+  std::string text;
+  bool behindHour = false;
+  for (std::size_t at = 0; at < wanted.size();) {
+    const std::string_view rest = std::string_view(wanted).substr(at);
+    const auto take = [&](std::string_view mark, const std::string& value) {
+      if (!rest.starts_with(mark)) return false;
+      text += value;
+      at += mark.size();
+      return true;
+    };
+    const bool minutes = behindHour;
+    behindHour = false;
+    if (take("yyyy", padded(moment.year, 4)) || take("mmm", shortMonth(moment.month)) ||
+        take("dd", padded(moment.day, 2)) || take("nn", padded(moment.minute, 2)) ||
+        take("ss", padded(moment.second, 2)) ||
+        take("mm", padded(minutes ? moment.minute : moment.month, 2))) {
+      continue;
+    }
+    if (take("hh", padded(moment.hour, 2))) {
+      behindHour = true;
+      continue;
+    }
+    text += pattern[at++];
+    behindHour = minutes;
+  }
+  return text;
+}
+
+}  // namespace veltrin

@@ -1,0 +1,24 @@
+// A date with a time of day, and the patterns in which the program prints it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace veltrin {
+
+// A moment of the local calendar.
+struct DateTime {
+  int year = 1970;
+  int month = 1;   // 1 to 12
+  int day = 1;     // 1 to 31
+  int hour = 0;    // 0 to 23
+  int minute = 0;  // 0 to 59
+  int second = 0;  // 0 to 59
+};
+
+// Prints a moment by a pattern. "dd", "mmm" (English short name), "yyyy", "hh",
+// "nn" and "ss" are replaced in any case; "mm" directly behind "hh" means
+// minutes, elsewhere the month. Everything else stands as it is.
+std::string Format(const DateTime& moment, std::string_view pattern);
+
+}  // namespace veltrin

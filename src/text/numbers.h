@@ -1,0 +1,29 @@
+// The rules by which text becomes a number and a number becomes text.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace veltrin {
+
+// Reads a number from the start of a text and stops at the first character that
+// cannot belong to it; blanks, tabs and line feeds anywhere before that are
+// passed over. Knows a sign, a point, an exponent (E or D) and the prefixes &H
+// and &O. Gives 0 for a text that holds no number. Never fails.
+double Val(std::string_view text);
+
+// Converts a whole text to a number: blanks around it, a sign, thousands
+// separators, a point and an exponent are allowed.
+// Throws StatementFailed for an empty text and for anything else.
+double toNumber(std::string_view text);
+
+// A number as a text takes it up: whole numbers as their digits, others with up
+// to 15 significant digits, no blank in front.
+std::string toText(double number);
+
+// A number in one of the patterns "#", "###", "0" and "#,###": rounded half away
+// from zero to a whole number. "#" patterns give an empty text for 0; "#,###"
+// puts a comma between thousands.
+std::string Format(double number, std::string_view pattern);
+
+}  // namespace veltrin

@@ -1,0 +1,137 @@
+#include <gtest/gtest.h>
+
+#include "text/date_time.h"
+#include "text/loose.h"
+#include "text/numbers.h"
+#include "text/statement.h"
+#include "text/strings.h"
+
+namespace veltrin {
+namespace {
+
+TEST(Val, StopsAtTheFirstCharacterThatCannotBelongToANumber) {
+  EXPECT_EQ(Val("30,000"), 30);
+  EXPECT_EQ(Val("24ms"), 24);
+  EXPECT_EQ(Val("1.5.2"), 1.5);
+}
+
+TEST(Val, GivesZeroForATextWithoutANumber) {
+  EXPECT_EQ(Val(""), 0);
+  EXPECT_EQ(Val("ms"), 0);
+  EXPECT_EQ(Val("-"), 0);
+  EXPECT_EQ(Val("."), 0);
+}
+
+TEST(Val, PassesOverBlanksTabsAndLineFeeds) { EXPECT_EQ(Val(" 1\t6\n15 198th street"), 1615198); }
+
+TEST(Val, KnowsSignsExponentsAndPrefixes) {
+  EXPECT_EQ(Val("-7"), -7);
+  EXPECT_EQ(Val("+.5"), 0.5);
+  EXPECT_EQ(Val("2e3x"), 2000);
+  EXPECT_EQ(Val("2d-1"), 0.2);
+  EXPECT_EQ(Val("2e"), 2);
+  EXPECT_EQ(Val("&HFF"), 255);
+  EXPECT_EQ(Val("&o17"), 15);
+  EXPECT_EQ(Val("&"), 0);
+}
+
+TEST(ToNumber, TakesAWholeNumberWithBlanksAndSeparators) {
+  EXPECT_EQ(toNumber(" 1,500 "), 1500);
+  EXPECT_EQ(toNumber("-2.5"), -2.5);
+}
+
+TEST(ToNumber, FailsForAnEmptyTextAndForAnythingElse) {
+  EXPECT_THROW(toNumber(""), StatementFailed);
+  EXPECT_THROW(toNumber("24ms"), StatementFailed);
+  EXPECT_THROW(toNumber("1e999"), StatementFailed);
+}
+
+TEST(ToText, WritesWholeNumbersAsDigitsAndOthersShort) {
+  EXPECT_EQ(toText(99999), "99999");
+  EXPECT_EQ(toText(-0.0), "0");
+  EXPECT_EQ(toText(0.25), "0.25");
+}
+
+TEST(FormatNumber, RoundsHalfAwayFromZeroAndLeavesZeroEmpty) {
+  EXPECT_EQ(Format(10017.9, "###"), "10018");
+  EXPECT_EQ(Format(2.5, "#"), "3");
+  EXPECT_EQ(Format(-2.5, "#"), "-3");
+  EXPECT_EQ(Format(0.4, "###"), "");
+  EXPECT_EQ(Format(0, "#"), "");
+  EXPECT_EQ(Format(0, "0"), "0");
+}
+
+TEST(FormatNumber, SeparatesThousandsWhereThePatternAsksForIt) {
+  EXPECT_EQ(Format(1500, "#,###"), "1,500");
+  EXPECT_EQ(Format(999, "#,###"), "999");
+  EXPECT_EQ(Format(-1234567, "#,###"), "-1,234,567");
+}
+
+TEST(FormatDate, PrintsThePatternsOfTheProgram) {
+  const DateTime moment{2026, 3, 7, 9, 5, 2};
+  EXPECT_EQ(Format(moment, "dd mmm yyyy"), "07 Mar 2026");
+  EXPECT_EQ(Format(moment, "ddmmmyyyy"), "07Mar2026");
+  EXPECT_EQ(Format(moment, "hhmm"), "0905");
+  EXPECT_EQ(Format(moment, "NNSS"), "0502");
+  EXPECT_EQ(Format(moment, "hh:mm dd.mm."), "09:05 07.03.");
+}
+
+TEST(Mid, CutsWhatThereIs) {
+  EXPECT_EQ(Mid("abcdef", 3, 2), "cd");
+  EXPECT_EQ(Mid("abcdef", 5, 9), "ef");
+  EXPECT_EQ(Mid("abcdef", 7, 1), "");
+  EXPECT_EQ(Mid("abcdef", 4), "def");
+}
+
+TEST(Mid, FailsForAStartBelowOneAndANegativeLength) {
+  EXPECT_THROW(Mid("abc", 0, 1), StatementFailed);
+  EXPECT_THROW(Mid("abc", 1, -1), StatementFailed);
+}
+
+TEST(LeftAndRight, CutAtTheEndsAndFailForNegativeLengths) {
+  EXPECT_EQ(Left("abc", 2), "ab");
+  EXPECT_EQ(Left("abc", 9), "abc");
+  EXPECT_EQ(Right("abc", 2), "bc");
+  EXPECT_EQ(Right("abc", 9), "abc");
+  EXPECT_THROW(Left("abc", -1), StatementFailed);
+  EXPECT_THROW(Right("abc", -1), StatementFailed);
+}
+
+TEST(InStr, FindsFromAPositionOn) {
+  EXPECT_EQ(InStr(1, "Average = 5", "= "), 9);
+  EXPECT_EQ(InStr(2, "aba", "a"), 3);
+  EXPECT_EQ(InStr(1, "abc", "x"), 0);
+  EXPECT_EQ(InStr(2, "abc", ""), 2);
+  EXPECT_EQ(InStr(1, "", ""), 0);
+  EXPECT_EQ(InStr(9, "abc", "a"), 0);
+  EXPECT_THROW(InStr(0, "abc", "a"), StatementFailed);
+}
+
+TEST(InStr, FoldsCaseOnlyWhenAsked) {
+  EXPECT_EQ(InStr(1, "AVERAGE", "average"), 0);
+  EXPECT_EQ(InStr(1, "AVERAGE", "rage", Compare::IgnoreCase), 4);
+}
+
+TEST(Loose, HoldsNothingANumberOrAText) {
+  EXPECT_TRUE(Loose().isEmpty());
+  EXPECT_EQ(Loose().text(), "");
+  EXPECT_EQ(Loose().number(), 0);
+  EXPECT_EQ(Loose(99999).text(), "99999");
+  EXPECT_EQ(Loose("24").number(), 24);
+  EXPECT_THROW(Loose("24ms").number(), StatementFailed);
+  EXPECT_EQ(Val(Loose("24ms")), 24);
+  EXPECT_TRUE(Loose(1) == Loose("1"));
+}
+
+TEST(Skip, GoesOnBehindAFailingStatement) {
+  EXPECT_FALSE(skip([] { Mid("a", 0); }));
+  EXPECT_TRUE(skip([] { Mid("a", 1); }));
+}
+
+TEST(Holds, IsTrueWhenTheConditionItselfFails) {
+  EXPECT_TRUE(holds([] { return Mid("a", 0, 1) == "x"; }));
+  EXPECT_FALSE(holds([] { return Mid("a", 1, 1) == "x"; }));
+}
+
+}  // namespace
+}  // namespace veltrin
