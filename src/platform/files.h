@@ -4,6 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "text/statement.h"
+
 namespace veltrin {
 
 // A file open for writing. Each call throws StatementFailed when the system
@@ -31,6 +33,12 @@ class Files {
   // for other programs. A path whose file stands only in the installation's
   // read-only share gives that file.
   virtual std::string native(const std::string& path) const = 0;
+
+  // Makes one folder. Throws StatementFailed when it exists already or cannot be
+  // made.
+  virtual void CreateFolder(const std::string& path) {
+    throw StatementFailed("Path not found: " + path, kPathNotFound);
+  }
 
   // OpenTextFile of the file system object for writing, replacing older content
   // when the stream is closed, made when missing if `create`. `name` is one file

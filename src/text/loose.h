@@ -14,8 +14,8 @@ class Loose {
  public:
   Loose() = default;
   template <class Number>
-    requires std::integral<Number> || std::floating_point<Number>
-  Loose(Number number) : value_(static_cast<double>(number)) {}
+  requires std::integral<Number> || std::floating_point<Number> Loose(Number number)
+      : value_(static_cast<double>(number)) {}
   Loose(std::string text) : value_(std::move(text)) {}
   Loose(std::string_view text) : value_(std::string(text)) {}
   Loose(const char* text) : value_(std::string(text)) {}

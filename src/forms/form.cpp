@@ -1,0 +1,52 @@
+#include "forms/form.h"
+
+#include <algorithm>
+
+namespace veltrin {
+
+void Control::raise(const EventRoutine& routine) {
+  if (!routine) return;
+  if (form_ == nullptr) {
+    routine();
+    return;
+  }
+  form_->run(routine);
+}
+
+Control* Form::find(const std::string& name, int index) const {
+  const auto found = std::find_if(controls_.begin(), controls_.end(), [&](const Control* control) {
+    return control->name() == name && control->index() == index;
+  });
+  return found == controls_.end() ? nullptr : *found;
+}
+
+void Form::load() {
+  const auto alive = weak_from_this().lock();
+  loaded_ = true;
+  Form_Load();
+}
+
+void Form::end() {
+  if (!loaded_) return;
+  const auto alive = weak_from_this().lock();
+  Form_Unload();
+  loaded_ = false;
+}
+
+void Form::close() {
+  run([this] { unload(); });
+}
+
+void Form::run(const EventRoutine& routine) {
+  if (!loaded_ || !routine) return;
+  const auto alive = weak_from_this().lock();
+  routine();
+}
+
+void Form::own(const std::string& name, Control& control) {
+  control.form_ = this;
+  control.name_ = name;
+  controls_.push_back(&control);
+}
+
+}  // namespace veltrin

@@ -1,0 +1,84 @@
+// A window as a plain value: its controls by name, its event routines, its life.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "forms/control.h"
+
+namespace veltrin {
+
+// Shapes of the mouse pointer over a window, by their numbers in the system.
+enum class MousePointer { Default = 0, SizeAll = 5, Hourglass = 11 };
+
+// What a window asks of whoever keeps the windows.
+class FormHost {
+ public:
+  virtual ~FormHost() = default;
+
+  // Ends the window's events and takes it off the screen. The object lives until
+  // the last of its routines on the stack has returned.
+  virtual void unload(Form& form) = 0;
+};
+
+class Form : public std::enable_shared_from_this<Form> {
+ public:
+  Form(std::string name, FormHost& host) : name_(std::move(name)), host_(host) {}
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+  virtual ~Form() = default;
+
+  Property<std::string> caption;
+  Property<MousePointer> mousePointer{MousePointer::Default};
+
+  const std::string& name() const { return name_; }
+  const std::vector<Control*>& controls() const { return controls_; }
+
+  // The control of that name, or null. `index` is -1 outside control arrays.
+  Control* find(const std::string& name, int index = -1) const;
+
+  // Between the start of its load routine and the end of its unload routine.
+  bool isLoaded() const { return loaded_; }
+
+  // Runs the load routine; the window's events are delivered from then on.
+  void load();
+
+  // Runs the unload routine and ends the delivery of events. For the host.
+  void end();
+
+  // What the close button of the window's frame does.
+  void close();
+
+  // Asks the host to take this window away.
+  void unload() { host_.unload(*this); }
+
+  // Runs one event routine and keeps the window alive until it has returned.
+  // Does nothing when the window is not loaded.
+  void run(const EventRoutine& routine);
+
+ protected:
+  // Makes a control known under its name. Called once for each, in the order of
+  // the keyboard.
+  void own(const std::string& name, Control& control);
+  template <class Kind, std::size_t Count>
+  void own(const std::string& name, std::array<Kind, Count>& controls) {
+    for (std::size_t index = 0; index < Count; ++index) {
+      own(name, controls[index]);
+      controls[index].index_ = static_cast<int>(index);
+    }
+  }
+
+  virtual void Form_Load() {}
+  virtual void Form_Unload() {}
+
+ private:
+  std::string name_;
+  FormHost& host_;
+  std::vector<Control*> controls_;
+  bool loaded_ = false;
+};
+
+}  // namespace veltrin

@@ -1,0 +1,66 @@
+#include "frame/clsWaitableTimer.h"
+
+#include <cmath>
+
+#include "text/statement.h"
+
+namespace veltrin {
+namespace {
+
+constexpr double kUnitsPerMillisecond = 10000;  // of 100 nanoseconds
+constexpr double kHalf = 4294967296.0;          // 2 to the 32nd
+constexpr double kLowestSigned = -2147483648.0;
+constexpr DueTime kAtOnce{-1, -1};
+
+}  // namespace
+
+// The halves are those of the negated delay in two's complement. A low half of 0
+// borrows nothing from the high one; with a borrow a wait of 0 would last seven
+// minutes.
+DueTime dueTimeAfter(std::int32_t milliSeconds) {
+  const double delay = milliSeconds * kUnitsPerMillisecond;
+  const double quotient = delay / kHalf;
+  double low = -kHalf * (quotient - std::trunc(quotient));
+  const double borrow = low == 0 ? 0 : 1;
+  const double high = -borrow - std::floor(quotient);
+  if (low < kLowestSigned) low += kHalf;
+  return {static_cast<std::int32_t>(low), static_cast<std::int32_t>(high)};
+}
+
+clsWaitableTimer::~clsWaitableTimer() { closeHandle(); }
+
+void clsWaitableTimer::Wait(std::int32_t MilliSeconds) {
+  try {
+    waitOnTimer(MilliSeconds);
+  } catch (const StatementFailed& failure) {
+    throw StatementFailed(std::string("[clsWaitableTimer.Wait]") + failure.what(), failure.number(),
+                          failure.source());
+  }
+}
+
+void clsWaitableTimer::waitOnTimer(std::int32_t milliSeconds) {
+  const std::string name =
+      platform_.executableName + "Timer" + Format(platform_.clock.now(), "NNSS");
+  std::uint32_t lastError = 0;
+  timer_ = platform_.timers.create(name, lastError);
+  if (lastError != kErrorAlreadyExists) platform_.timers.set(timer_, kAtOnce);
+  platform_.timers.set(timer_, dueTimeAfter(milliSeconds));
+  bool fired = false;
+  do {
+    fired = platform_.timers.waitOrMessage(timer_);
+    platform_.events.DoEvents();
+  } while (!fired);
+  closeHandle();
+}
+
+void clsWaitableTimer::closeHandle() {
+  if (timer_ == 0) return;
+  platform_.timers.close(timer_);
+  timer_ = 0;
+}
+
+void Wait(Platform& platform, std::int32_t milliSeconds) {
+  clsWaitableTimer(platform).Wait(milliSeconds);
+}
+
+}  // namespace veltrin

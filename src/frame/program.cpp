@@ -1,0 +1,61 @@
+#include "frame/program.h"
+
+#include <algorithm>
+
+#include "frame/clsWaitableTimer.h"
+
+namespace veltrin {
+
+Program::Program(Platform& system)
+    : platform(system),
+      installation(readInstallation(system.profiles, system.files)),
+      programFolder(system.files.programFolder()),
+      settingsFile(programFolder + "\\Files\\Veltrin.dat"),
+      settings(system.profiles) {}
+
+// The program ends with its last window.
+void Program::unload(Form& form) {
+  const auto found = std::find_if(windows_.begin(), windows_.end(),
+                                  [&](const Window& window) { return window.form.get() == &form; });
+  if (found == windows_.end()) return;
+  const std::shared_ptr<Form> alive = found->form;
+  form.end();
+  platform.events.timers().remove(form);
+  platform.desktop.remove(form);
+  std::erase_if(windows_, [&](const Window& window) { return window.form == alive; });
+  if (windows_.empty()) platform.events.gate().end();
+}
+
+std::string Program::readSetting(const std::string& section, const std::string& key) {
+  return settings.read(settingsFile, section, key).text();
+}
+
+void Program::writeSetting(const std::string& section, const std::string& key, const Loose& value) {
+  settings.write(settingsFile, section, key, value);
+}
+
+void Program::Wait(std::int32_t milliSeconds) { veltrin::Wait(platform, milliSeconds); }
+
+int Program::MsgBox(const std::string& text, int style, const std::string& title) {
+  return platform.desktop.messageBox(text, style, title);
+}
+
+std::shared_ptr<Form> Program::find(std::type_index type) const {
+  const auto found = std::find_if(windows_.begin(), windows_.end(),
+                                  [&](const Window& window) { return window.type == type; });
+  return found == windows_.end() ? nullptr : found->form;
+}
+
+void Program::load(std::type_index type, const std::shared_ptr<Form>& form) {
+  windows_.push_back({type, form});
+  platform.events.timers().add(form);
+  form->load();
+}
+
+void Program::pumpModal(Form& form) {
+  platform.desktop.show(form);
+  platform.desktop.makeModal(form);
+  platform.events.pumpUntil([&form] { return !form.isLoaded(); });
+}
+
+}  // namespace veltrin

@@ -1,0 +1,284 @@
+#include "ping/pingtester.h"
+
+#include "frame/result_file.h"
+#include "frame/tool_tips.h"
+#include "ping/pingmod.h"
+#include "text/statement.h"
+#include "text/strings.h"
+
+namespace veltrin {
+namespace {
+
+constexpr int kPassInterval = 1000;   // ms from one pass to the next
+constexpr int kEchoPause = 1000;      // ms behind each echo
+constexpr int kNoReply = 99999;       // what PingTime holds when no reply was read
+constexpr double kLostAbove = 10000;  // ms; a higher reading is a lost echo
+constexpr std::size_t kSamplesPerLine = 20;
+constexpr std::size_t kBrokenSamples = 80;  // behind these the report breaks no line
+
+const std::vector<std::string> kPasses = {"1", "5", "10", "15", "20", "25", "50", "75", "100"};
+const std::vector<std::string> kSizes = {"16",  "32",   "64",   "128", "256",
+                                         "512", "1024", "2048", "4096"};
+
+// Well-known public hosts behind the installation's own one.
+constexpr std::array<const char*, pingtester::kRows - 1> kMoreHosts = {
+    "www.debian.org", "www.kernel.org", "www.python.org", "www.mozilla.org"};
+
+const char* const kSection = "Ping";
+
+std::string destinationKey(std::size_t row) { return "Pingit " + std::to_string(row + 1); }
+
+}  // namespace
+
+pingtester::pingtester(Program& program)
+    : Form("pingtester", program), program_(program), objDOS7(program.platform) {
+  own("url", url);
+  own("pingcur", pingcur);
+  own("pinglow", pinglow);
+  own("pingav", pingav);
+  own("pinghi", pinghi);
+  own("packetloss", packetloss);
+  own("buff", buff);
+  own("Combo1", Combo1);
+  own("Combo2", Combo2);
+  own("Command1", Command1);
+  own("Command2", Command2);
+  own("Command3", Command3);
+  own("Command4", Command4);
+  own("Timer1", Timer1);
+  own("Label1", Label1);
+  own("Label2", Label2);
+  own("Label3", Label3);
+  own("Label4", Label4);
+  own("Label5", Label5);
+  own("Label6", Label6);
+  own("Label7", Label7);
+  own("Label8", Label8);
+  own("Label9", Label9);
+  own("Label10", Label10);
+  own("data1", data1);
+  own("playit", playit);
+  own("PingChart", PingChart);
+  own("Text1", Text1);
+  own("Text2", Text2);
+
+  caption = "Ping Test";
+  url[0].text = program.installation.ProbeHost;
+  for (std::size_t row = 1; row < kRows; ++row) url[row].text = kMoreHosts[row - 1];
+  for (std::size_t row = 0; row < kRows; ++row) {
+    url[row].toolTip = "Db lClick to Clear";
+    url[row].dblClick = [this, row] { url[row].text = ""; };
+    buff[row].visible = false;
+  }
+  Command2.enabled = false;
+  Command3.enabled = false;
+  Label10.caption = "Size";
+  data1.visible = false;
+  playit.visible = false;
+  Text1.visible = false;
+  Text2.visible = false;
+
+  Command1.click = [this] { Command1_Click(); };
+  Command2.click = [this] { Command2_Click(); };
+  Command3.click = [this] { Command3_Click(); };
+  Command4.click = [this] { Command4_Click(); };
+  Timer1.timer = [this] { Timer1_Timer(); };
+  objDOS7.ReceiveOutputs = [this](const std::string& chunk) { objDOS7_ReceiveOutputs(chunk); };
+}
+
+void pingtester::Form_Load() {
+  Command1.caption = "Start";
+  const auto remembered = [this](const char* key, const char* otherwise) {
+    const std::string value = program_.readSetting(kSection, key);
+    return value.empty() || value == "0" ? std::string(otherwise) : value;
+  };
+  Combo1.items = kPasses;
+  Combo1.text = remembered("Passes", "25");
+  Combo2.items = kSizes;
+  Combo2.text = remembered("Packet", "32");
+  PingChart.visible = false;
+  Label1.caption = program_.texts.TextTestUrls;
+  Label2.caption = program_.texts.CaptionTests;
+  Label3.caption = program_.texts.CaptionUrl;
+  Label4.caption = program_.texts.CaptionCurrent;
+  Label5.caption = program_.texts.CaptionLow;
+  Label6.caption = program_.texts.CaptionAverage;
+  Label7.caption = program_.texts.CaptionHigh;
+  Label8.caption = program_.texts.CaptionLoss;
+  for (std::size_t row = 0; row < kRows; ++row) {
+    const std::string destination = program_.readSetting(kSection, destinationKey(row));
+    if (!destination.empty()) url[row].text = destination;
+  }
+  setToolTips(program_.LanguageId, *this);
+}
+
+void pingtester::Command1_Click() {
+  if (Command1.caption == "Start") {
+    start();
+  } else {
+    stop();
+  }
+}
+
+void pingtester::start() {
+  playit.open(program_.programFolder + "\\files\\ping.avi");
+  playit.visible = true;
+  data1.text = "";
+  program_.PingPasses = Combo1.text.get();
+  program_.PingPassNo = 0;
+  Command1.caption = "Stop";
+  program_.PingStop = 0;
+  for (std::size_t row = 0; row < kRows; ++row) {
+    buff[row].clear();
+    packetloss[row].caption = "0";
+    pingcur[row].caption = "";
+    pinglow[row].caption = "";
+    pingav[row].caption = "";
+    pinghi[row].caption = "";
+  }
+  Timer1.interval = kPassInterval;
+  Timer1.enabled = true;
+}
+
+void pingtester::stop() {
+  Timer1.enabled = false;
+  Command1.caption = "Start";
+  program_.PingStop = 1;
+  mousePointer = MousePointer::Default;
+  stopAnimation();
+}
+
+void pingtester::stopAnimation() {
+  playit.visible = false;
+  playit.stop();
+}
+
+void pingtester::Command2_Click() {
+  gather();
+  program_.platform.desktop.clearClipboard();
+  program_.platform.desktop.setClipboardText(data1.text);
+  program_.MsgBox(program_.texts.TextCopied, kMessageOk, "Ping Test");
+}
+
+// The file holds the report of the last copy: saving builds none of its own.
+void pingtester::Command3_Click() {
+  saveResult(program_, {"\\PingTest", "", "PingTest", "File created: "}, data1.text);
+}
+
+void pingtester::Command4_Click() {
+  for (std::size_t row = 0; row < kRows; ++row) {
+    program_.writeSetting(kSection, destinationKey(row), url[row].text.get());
+  }
+  program_.writeSetting(kSection, "Packet", Combo2.text.get());
+  program_.writeSetting(kSection, "Passes", Combo1.text.get());
+  Timer1.enabled = false;
+  unload();
+}
+
+void pingtester::Timer1_Timer() {
+  mousePointer = MousePointer::Hourglass;
+  if (!(Val(program_.PingPasses) > program_.PingPassNo)) {
+    complete();
+    return;
+  }
+  ++program_.PingPassNo;
+  skip([&] {
+    const double remaining = program_.PingPasses.number() + 1 - program_.PingPassNo;
+    Label9.caption = "Test Remaining = " + toText(remaining);
+  });
+  if (runPass()) mousePointer = MousePointer::Default;
+}
+
+void pingtester::complete() {
+  Timer1.enabled = false;
+  Command1.caption = "Start";
+  Label9.caption = "Complete";
+  Command2.enabled = true;
+  Command3.enabled = true;
+  stopAnimation();
+  mousePointer = MousePointer::Default;
+}
+
+// One echo to each destination. False when the user stopped it; an echo that was
+// under way then is not counted. The row is one of the run and not of the pass: a
+// start during the pause of a stopped pass lets that pass go on inside the new run.
+bool pingtester::runPass() {
+  for (program_.PingRow = 0; program_.PingRow < static_cast<int>(kRows); ++program_.PingRow) {
+    const auto row = static_cast<std::size_t>(program_.PingRow);
+    if (program_.PingStop == 1) return false;
+    if (url[row].text == "") continue;
+    ping(row);
+    if (program_.PingStop == 1) return false;
+    program_.Wait(kEchoPause);
+    if (program_.PingStop == 1) return false;
+    takeReading(row);
+  }
+  return true;
+}
+
+void pingtester::ping(std::size_t row) {
+  program_.PingTime = kNoReply;
+  objDOS7.CommandLine = "ping " + url[row].text.get() + " -n 1 -l " + Combo2.text.get();
+  objDOS7.ExecuteCommand();
+}
+
+void pingtester::objDOS7_ReceiveOutputs(const std::string& chunk) {
+  readAverage(chunk, program_.PingTime);
+}
+
+void pingtester::takeReading(std::size_t row) {
+  const std::string reading = program_.PingTime.text();
+  pingcur[row].caption = reading;
+  buff[row].add(reading);
+  if (program_.PingPassNo == 1) {
+    pinglow[row].caption = reading;
+    pingav[row].caption = reading;
+    pinghi[row].caption = reading;
+  } else {
+    updateFigures(row);
+  }
+  if (Val(program_.PingTime) > kLostAbove) {
+    packetloss[row].caption = toText(Loose(packetloss[row].caption.get()).number() + 1);
+  }
+}
+
+// A lost echo counts as a sample of 99999 in all figures.
+void pingtester::updateFigures(std::size_t row) {
+  const double reading = Val(program_.PingTime);
+  if (Val(pinglow[row].caption) > reading) pinglow[row].caption = program_.PingTime.text();
+  if (Val(pinghi[row].caption) < reading) pinghi[row].caption = program_.PingTime.text();
+  program_.PingSum = 0;
+  const std::size_t count = buff[row].count();
+  for (program_.PingItem = 0; program_.PingItem <= count; ++program_.PingItem) {
+    program_.PingSum += Val(buff[row].item(program_.PingItem));
+  }
+  pingav[row].caption = Format(program_.PingSum / static_cast<double>(count), "###");
+}
+
+void pingtester::gather() {
+  const Clock& clock = program_.platform.clock;
+  const std::string lineBreak(kLineBreak);
+  data1.text = "Ping Test   -   Date: " + Format(clock.now(), "dd mmm yyyy") + "  at  " +
+               clock.shortTime() + lineBreak + lineBreak;
+  for (std::size_t row = 0; row < kRows; ++row) {
+    data1.text += url[row].text.get() + "   " + pinglow[row].caption.get() + " (Low)     " +
+                  pingav[row].caption.get() + " (Aver)     " + pinghi[row].caption.get() +
+                  " (High)     " + packetloss[row].caption.get() + " (PacketLoss)" + lineBreak;
+    appendSamples(row);
+    data1.text += lineBreak;
+  }
+}
+
+void pingtester::appendSamples(std::size_t row) {
+  std::string line;
+  for (std::size_t index = 0; index < buff[row].count(); ++index) {
+    line += buff[row].item(index) + " | ";
+    const std::size_t taken = index + 1;
+    if (taken % kSamplesPerLine != 0 || taken > kBrokenSamples) continue;
+    data1.text += line + std::string(kLineBreak);
+    line.clear();
+  }
+  if (!line.empty()) data1.text += line + std::string(kLineBreak);
+}
+
+}  // namespace veltrin

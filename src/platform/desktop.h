@@ -1,0 +1,59 @@
+// The screen: windows, message boxes, the clipboard.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "forms/form.h"
+
+namespace veltrin {
+
+// Styles of message boxes and their answers, by their numbers in the system.
+inline constexpr int kMessageOk = 0;
+inline constexpr int kMessageYesNo = 4;
+inline constexpr int kMessageCritical = 16;
+inline constexpr int kMessageWarning = 48;
+inline constexpr int kAnswerOk = 1;
+inline constexpr int kAnswerYes = 6;
+inline constexpr int kAnswerNo = 7;
+
+class Desktop {
+ public:
+  virtual ~Desktop() = default;
+
+  // Puts a loaded window on the screen; in front when it is there already.
+  virtual void show(Form& form) = 0;
+
+  // Takes a window off the screen that stays loaded.
+  virtual void hide(Form& form) = 0;
+
+  // Forgets a window that is being unloaded.
+  virtual void remove(Form& form) = 0;
+
+  // Makes a shown window the only one of the program that takes input, until it
+  // is removed.
+  virtual void makeModal(Form& form) = 0;
+
+  // Shows a message and pumps until it is answered. An empty title means the
+  // application's. Returns one of the answers. Throws ProgramEnded.
+  virtual int messageBox(const std::string& text, int style, const std::string& title) = 0;
+
+  virtual void clearClipboard() = 0;
+  virtual void setClipboardText(const std::string& text) = 0;
+
+  // The title that the application goes by.
+  virtual std::string applicationTitle() const = 0;
+  virtual void setApplicationTitle(const std::string& title) = 0;
+
+  // FindWindowA with no class: a number that stands for some program's window of
+  // exactly that title, this program's among them; 0 when there is none.
+  virtual std::uint32_t findWindow(const std::string& title) = 0;
+
+  // Paints the background of a window's menus; does nothing without a menu.
+  virtual void setMenuBackground(Form& form, Colour colour) = 0;
+
+  // Keeps a window above all others, or ends that.
+  virtual void setTopmost(Form& form, bool topmost) = 0;
+};
+
+}  // namespace veltrin
