@@ -22,6 +22,9 @@ class EventGate {
 
   bool isOpen() const { return open_; }
 
+  // Whether something waits for the gate to open, so that nobody may sleep.
+  bool hasWaiting() const { return !waiting_.empty() || (holdsInput_ && holdsInput_()); }
+
   // Keeps the gate open for its lifetime. What waits is delivered first.
   class Opening {
    public:
@@ -45,9 +48,12 @@ class EventGate {
   // Called by end(), so that a loop that sleeps wakes up.
   void onEnd(Routine routine) { onEnd_ = std::move(routine); }
 
-  // Called whenever the gate opens, behind what waits; a view hands in the held
-  // input of the window system here.
-  void onOpen(Routine routine) { onOpen_ = std::move(routine); }
+  // Called whenever the gate opens, behind what waits; a view hands in the input
+  // of the window system that it held back. `holdsInput` tells whether it has any.
+  void onOpen(Routine routine, std::function<bool()> holdsInput) {
+    onOpen_ = std::move(routine);
+    holdsInput_ = std::move(holdsInput);
+  }
 
   // Statements that failed outside any rule that goes on after failures; each
   // ended its event routine. A program without defects counts none.
@@ -59,6 +65,7 @@ class EventGate {
   std::deque<Routine> waiting_;
   Routine onEnd_;
   Routine onOpen_;
+  std::function<bool()> holdsInput_;
   bool open_ = false;
   bool ended_ = false;
   int escaped_ = 0;

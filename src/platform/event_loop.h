@@ -18,6 +18,7 @@ class EventLoop {
 
   EventGate& gate() { return gate_; }
   TimerSchedule& timers() { return timers_; }
+  const TimerSchedule& timers() const { return timers_; }
 
   // Delivers everything that has come in, with the gate open, and returns.
   // Throws ProgramEnded when the program has ended.

@@ -40,7 +40,8 @@ class WaitableTimers {
   virtual void set(Handle timer, DueTime due) = 0;
 
   // MsgWaitForMultipleObjects with the one handle, no time-out and all kinds of
-  // input: sleeps until the timer has fired (true) or something came in (false).
+  // input: sleeps until the timer has fired (true) or something came in (false);
+  // what waits at the event gate has come in.
   // Throws StatementFailed.
   virtual bool waitOrMessage(Handle timer) = 0;
 

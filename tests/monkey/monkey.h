@@ -1,0 +1,59 @@
+// A random user on the simulated platform: clicks, types, closes windows, while
+// tools fall silent or break off, texts arrive in odd pieces and the disk fails.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "ping/pingtester.h"
+#include "support/simulation.h"
+
+namespace veltrin {
+
+// What a run of the monkey came to. Two runs of one seed come to the same.
+struct MonkeyResult {
+  std::uint64_t events = 0;       // things the user did
+  std::uint64_t programs = 0;     // programs that were started
+  std::uint64_t echoes = 0;       // pings that were started
+  std::uint64_t messages = 0;     // messages that were shown
+  std::uint64_t saves = 0;        // result files that were written
+  std::uint64_t digest = 0;       // of everything that could be seen
+  std::uint64_t failures = 0;     // statements that failed outside every rule
+  std::uint64_t openHandles = 0;  // left open by runs that ended well
+};
+
+class Monkey {
+ public:
+  explicit Monkey(std::uint32_t seed) : random_(seed) {}
+
+  // Does so many things, in as many programs as it takes.
+  MonkeyResult run(std::uint64_t events);
+
+ private:
+  void startProgram();
+  void runProgram();
+  void scheduleNext();
+  void act();
+  void actOnWindow(Form& form);
+  void actOnControl(Control& control);
+  void changeFaults();
+  void lookAt(const Form& form);
+  void remember(const std::string& seen);
+  std::vector<ToolWrite> writes(const std::string& text);
+  std::string toolText();
+  std::string typedText();
+
+  std::uint32_t below(std::uint32_t limit) { return random_() % limit; }
+  bool oneIn(std::uint32_t many) { return below(many) == 0; }
+
+  std::mt19937 random_;
+  std::uint64_t wanted_ = 0;
+  MonkeyResult result_;
+  std::unique_ptr<Simulation> simulation_;
+  std::size_t failedStarts_ = 0;
+};
+
+}  // namespace veltrin

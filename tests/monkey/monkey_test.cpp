@@ -1,0 +1,44 @@
+// Environment: VELTRIN_MONKEY_EVENTS (100000) and VELTRIN_MONKEY_SEED (1) for
+// longer runs and to see a failure again.
+#include "monkey/monkey.h"
+
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <iostream>
+
+namespace veltrin {
+namespace {
+
+std::uint64_t setting(const char* name, std::uint64_t otherwise) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? otherwise : std::strtoull(value, nullptr, 10);
+}
+
+std::uint32_t seed() { return static_cast<std::uint32_t>(setting("VELTRIN_MONKEY_SEED", 1)); }
+
+TEST(Monkey, DoesWhatItLikesAndBreaksNothing) {
+  const std::uint64_t events = setting("VELTRIN_MONKEY_EVENTS", 100000);
+  const MonkeyResult result = Monkey(seed()).run(events);
+  std::cout << "seed " << seed() << ": " << result.events << " events, " << result.programs
+            << " programs, " << result.echoes << " echoes, " << result.messages << " messages, "
+            << result.saves << " files\n";
+  EXPECT_EQ(result.events, events);
+  EXPECT_EQ(result.failures, 0U);
+  EXPECT_EQ(result.openHandles, 0U);
+  EXPECT_GT(result.echoes, events / 100);
+  EXPECT_GT(result.messages, 0U);
+  EXPECT_GT(result.saves, 0U);
+}
+
+TEST(Monkey, ReplaysASeedExactly) {
+  constexpr std::uint64_t kEvents = 5000;
+  const MonkeyResult first = Monkey(seed() + 1).run(kEvents);
+  const MonkeyResult second = Monkey(seed() + 1).run(kEvents);
+  const MonkeyResult other = Monkey(seed() + 2).run(kEvents);
+  EXPECT_EQ(first.digest, second.digest);
+  EXPECT_EQ(first.echoes, second.echoes);
+  EXPECT_NE(first.digest, other.digest);
+}
+
+}  // namespace
+}  // namespace veltrin

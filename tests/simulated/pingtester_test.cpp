@@ -1,0 +1,616 @@
+// The Ping Test: its run, its figures and its report.
+#include "ping/pingtester.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "support/simulation.h"
+
+namespace veltrin {
+namespace {
+
+constexpr std::int64_t kEcho = 20;    // ms from a scripted ping's start to its text
+constexpr std::int64_t kTick = 1000;  // ms of the timer and of the pause behind an echo
+
+class PingTester : public ::testing::Test {
+ protected:
+  PingTester() {
+    simulation.processes.tool = [this](const std::string& command) {
+      return std::vector<ToolWrite>{{kEcho, reply(command)}};
+    };
+  }
+
+  // The text of the ping that is being run; a test replaces what it tells.
+  std::string reply(const std::string& command) {
+    const auto count = static_cast<int>(simulation.processes.starts.size());
+    return replies ? replies(command, count) : pingReply(20);
+  }
+
+  pingtester& open() {
+    window = simulation.program().show<pingtester>();
+    return *window;
+  }
+
+  // Opens the window with so many destinations filled and the others empty.
+  pingtester& openWith(std::size_t destinations, const std::string& passes) {
+    pingtester& opened = open();
+    for (std::size_t row = destinations; row < pingtester::kRows; ++row) {
+      simulation.desktop.type(opened.url[row], "");
+    }
+    simulation.desktop.type(opened.Combo1, passes);
+    return opened;
+  }
+
+  void clickAt(std::int64_t moment, CommandButton& button) {
+    simulation.loop.at(moment, [this, &button] { simulation.desktop.click(button); });
+  }
+
+  // Clicks Start now and lets everything happen until the run is complete.
+  void runToEnd(pingtester& opened) {
+    simulation.desktop.click(opened.Command1);
+    constexpr std::int64_t kLongest = 10 * 60 * 1000;
+    const std::int64_t end = simulation.loop.milliseconds() + kLongest;
+    while (opened.Label9.caption.get() != "Complete" && simulation.loop.milliseconds() < end) {
+      simulation.run(kTick);
+    }
+    ASSERT_EQ(opened.Label9.caption.get(), "Complete");
+  }
+
+  void TearDown() override {
+    EXPECT_EQ(simulation.loop.gate().escapedFailures(), 0);
+    EXPECT_EQ(simulation.processes.openHandles(), 0U);
+  }
+
+  Simulation simulation;
+  std::function<std::string(const std::string& command, int count)> replies;
+  std::shared_ptr<pingtester> window;
+};
+
+// --- Load ---
+
+TEST_F(PingTester, ShowsItsDefaultsWhenNothingIsRemembered) {
+  pingtester& opened = open();
+  EXPECT_EQ(opened.caption.get(), "Ping Test");
+  EXPECT_EQ(opened.Command1.caption.get(), "Start");
+  EXPECT_EQ(opened.Command2.caption.get(), "Copy");
+  EXPECT_EQ(opened.Command3.caption.get(), "Save");
+  EXPECT_EQ(opened.Command4.caption.get(), "Quit");
+  EXPECT_EQ(opened.Combo1.text.get(), "25");
+  EXPECT_EQ(opened.Combo2.text.get(), "32");
+  EXPECT_EQ(opened.Label10.caption.get(), "Size");
+  EXPECT_EQ(opened.url[0].text.get(), "www.wikipedia.org");
+  for (const TextBox& url : opened.url) EXPECT_FALSE(url.text.get().empty());
+  EXPECT_FALSE(opened.Command2.enabled);
+  EXPECT_FALSE(opened.Command3.enabled);
+  EXPECT_FALSE(opened.PingChart.visible);
+  EXPECT_FALSE(opened.playit.visible);
+  EXPECT_FALSE(opened.data1.visible);
+  EXPECT_FALSE(opened.buff[0].visible);
+  EXPECT_EQ(opened.Timer1.interval.get(), 0);
+}
+
+TEST_F(PingTester, OffersItsPassesAndSizes) {
+  pingtester& opened = open();
+  EXPECT_EQ(opened.Combo1.items.get(),
+            (std::vector<std::string>{"1", "5", "10", "15", "20", "25", "50", "75", "100"}));
+  EXPECT_EQ(opened.Combo2.items.get(), (std::vector<std::string>{"16", "32", "64", "128", "256",
+                                                                 "512", "1024", "2048", "4096"}));
+}
+
+TEST_F(PingTester, TakesWhatTheSettingsRemember) {
+  Program& program = simulation.program();
+  program.writeSetting("Ping", "Passes", "50");
+  program.writeSetting("Ping", "Packet", "1024");
+  program.writeSetting("Ping", "Pingit 1", "one.example");
+  program.writeSetting("Ping", "Pingit 5", "five.example");
+  pingtester& opened = open();
+  EXPECT_EQ(opened.Combo1.text.get(), "50");
+  EXPECT_EQ(opened.Combo2.text.get(), "1024");
+  EXPECT_EQ(opened.url[0].text.get(), "one.example");
+  EXPECT_EQ(opened.url[1].text.get(), "www.debian.org");
+  EXPECT_EQ(opened.url[4].text.get(), "five.example");
+}
+
+TEST_F(PingTester, ReadsZeroPassesAndZeroBytesAsTheDefaults) {
+  simulation.program().writeSetting("Ping", "Passes", "0");
+  simulation.program().writeSetting("Ping", "Packet", "0");
+  pingtester& opened = open();
+  EXPECT_EQ(opened.Combo1.text.get(), "25");
+  EXPECT_EQ(opened.Combo2.text.get(), "32");
+}
+
+TEST_F(PingTester, CaptionsAreEnglishWithEnglishTips) {
+  pingtester& opened = open();
+  EXPECT_EQ(opened.Label1.caption.get(),
+            "Test with the listed URL Addresses or enter ones of your own.");
+  EXPECT_EQ(opened.Label2.caption.get(), "Tests");
+  EXPECT_EQ(opened.Label3.caption.get(), "URL/IP");
+  EXPECT_EQ(opened.Label4.caption.get(), "Current");
+  EXPECT_EQ(opened.Label5.caption.get(), "Low");
+  EXPECT_EQ(opened.Label6.caption.get(), "Average");
+  EXPECT_EQ(opened.Label7.caption.get(), "High");
+  EXPECT_EQ(opened.Label8.caption.get(), "Loss");
+  EXPECT_EQ(opened.url[0].toolTip.get(), "");
+  EXPECT_EQ(opened.url[1].toolTip.get(), "Db lClick to Clear");
+  EXPECT_EQ(opened.pingcur[0].toolTip.get(), "Select Frequently Visited Sites or IPs if you Game");
+  EXPECT_EQ(opened.pingcur[1].toolTip.get(), "");
+  EXPECT_EQ(opened.Command3.toolTip.get(), "Save Results to File");
+}
+
+TEST_F(PingTester, CaptionsAreDutchWithTheTipsOfTheDesign) {
+  Program& program = simulation.program();
+  program.LanguageId = kDutch;
+  chooseLanguage(program.LanguageId, program.texts);
+  pingtester& opened = open();
+  EXPECT_EQ(opened.Label1.caption.get(), "Test met de getoonde URL Adressen of vul uw eigen in.");
+  EXPECT_EQ(opened.Label2.caption.get(), "Testen");
+  EXPECT_EQ(opened.Label3.caption.get(), "URL/IP");
+  EXPECT_EQ(opened.Label4.caption.get(), "Huidig");
+  EXPECT_EQ(opened.Label5.caption.get(), "Laag");
+  EXPECT_EQ(opened.Label6.caption.get(), "Gemiddeld");
+  EXPECT_EQ(opened.Label7.caption.get(), "Hoog");
+  EXPECT_EQ(opened.Label8.caption.get(), "Verlies");
+  EXPECT_EQ(opened.url[0].toolTip.get(), "Db lClick to Clear");
+  EXPECT_EQ(opened.pingcur[0].toolTip.get(), "");
+  EXPECT_EQ(opened.Command3.toolTip.get(), "");
+}
+
+TEST_F(PingTester, ButtonsBearTheColourOfAllButtons) {
+  pingtester& opened = open();
+  const Colour expected{0xBD, 0xB7, 0x95};
+  for (const CommandButton* button :
+       {&opened.Command1, &opened.Command2, &opened.Command3, &opened.Command4}) {
+    EXPECT_EQ(button->backColour.get(), expected);
+  }
+}
+
+TEST_F(PingTester, DoubleClickEmptiesADestination) {
+  pingtester& opened = open();
+  simulation.desktop.doubleClick(opened.url[3]);
+  EXPECT_EQ(opened.url[3].text.get(), "");
+  EXPECT_FALSE(opened.url[2].text.get().empty());
+}
+
+// --- Start and the passes ---
+
+TEST_F(PingTester, StartSetsTheRunUpAndPlaysTheClip) {
+  pingtester& opened = openWith(1, "2");
+  simulation.desktop.click(opened.Command1);
+  EXPECT_EQ(opened.Command1.caption.get(), "Stop");
+  EXPECT_EQ(opened.playit.file.get(), "C:\\Program Files\\Veltrin\\files\\ping.avi");
+  EXPECT_TRUE(opened.playit.visible);
+  EXPECT_TRUE(opened.playit.playing);
+  EXPECT_EQ(opened.packetloss[0].caption.get(), "0");
+  EXPECT_EQ(opened.packetloss[4].caption.get(), "0");
+  EXPECT_EQ(opened.Timer1.interval.get(), 1000);
+  EXPECT_TRUE(opened.Timer1.enabled);
+  EXPECT_EQ(simulation.program().PingStop, 0);
+}
+
+TEST_F(PingTester, TheFirstPassStartsOneSecondAfterTheClick) {
+  pingtester& opened = openWith(1, "1");
+  simulation.run(300);
+  simulation.desktop.click(opened.Command1);
+  simulation.run(5000);
+  ASSERT_FALSE(simulation.processes.starts.empty());
+  EXPECT_EQ(simulation.processes.starts[0].moment, 1300);
+}
+
+TEST_F(PingTester, PingsEachDestinationOnceAPassInOrder) {
+  pingtester& opened = open();
+  for (std::size_t row = 0; row < pingtester::kRows; ++row) {
+    simulation.desktop.type(opened.url[row], "host" + std::to_string(row) + ".example");
+  }
+  simulation.desktop.type(opened.Combo1, "1");
+  simulation.desktop.type(opened.Combo2, "64");
+  runToEnd(opened);
+  std::vector<std::string> commands;
+  std::vector<std::int64_t> moments;
+  for (const auto& start : simulation.processes.starts) {
+    commands.push_back(start.commandLine);
+    moments.push_back(start.moment);
+  }
+  EXPECT_EQ(commands, (std::vector<std::string>{
+                          "ping host0.example -n 1 -l 64", "ping host1.example -n 1 -l 64",
+                          "ping host2.example -n 1 -l 64", "ping host3.example -n 1 -l 64",
+                          "ping host4.example -n 1 -l 64"}));
+  EXPECT_EQ(moments, (std::vector<std::int64_t>{1000, 2020, 3040, 4060, 5080}));
+}
+
+TEST_F(PingTester, SkipsEmptyDestinations) {
+  pingtester& opened = open();
+  for (TextBox& url : opened.url) simulation.desktop.type(url, "");
+  simulation.desktop.type(opened.url[2], "only.example");
+  simulation.desktop.type(opened.Combo1, "2");
+  runToEnd(opened);
+  ASSERT_EQ(simulation.processes.starts.size(), 2U);
+  EXPECT_EQ(opened.pingcur[2].caption.get(), "20");
+  EXPECT_EQ(opened.pingcur[0].caption.get(), "");
+}
+
+TEST_F(PingTester, ReadsThePacketSizeAnewAtEachEcho) {
+  pingtester& opened = openWith(2, "1");
+  simulation.loop.at(1500, [&] { simulation.desktop.type(opened.Combo2, "4096"); });
+  const std::string first = opened.url[0].text.get();
+  const std::string second = opened.url[1].text.get();
+  runToEnd(opened);
+  ASSERT_EQ(simulation.processes.starts.size(), 2U);
+  EXPECT_EQ(simulation.processes.starts[0].commandLine, "ping " + first + " -n 1 -l 32");
+  EXPECT_EQ(simulation.processes.starts[1].commandLine, "ping " + second + " -n 1 -l 4096");
+}
+
+TEST_F(PingTester, FixesThePassesAtStart) {
+  pingtester& opened = openWith(1, "2");
+  simulation.loop.at(1500, [&] { simulation.desktop.type(opened.Combo1, "9"); });
+  runToEnd(opened);
+  EXPECT_EQ(simulation.processes.starts.size(), 2U);
+}
+
+TEST_F(PingTester, ThreePassesCountDownAndTheFourthTickCompletes) {
+  pingtester& opened = openWith(1, "3");
+  std::vector<std::string> shown;
+  for (const std::int64_t moment : {1500, 3500, 5500}) {
+    simulation.loop.at(moment, [&] { shown.push_back(opened.Label9.caption); });
+  }
+  simulation.desktop.click(opened.Command1);
+  simulation.run(6900);
+  EXPECT_EQ(shown, (std::vector<std::string>{"Test Remaining = 3", "Test Remaining = 2",
+                                             "Test Remaining = 1"}));
+  EXPECT_EQ(opened.Label9.caption.get(), "Test Remaining = 1");
+  simulation.run(200);
+  EXPECT_EQ(opened.Label9.caption.get(), "Complete");
+}
+
+TEST_F(PingTester, TicksThatFallDueDuringAPassAreDropped) {
+  pingtester& opened = openWith(1, "3");
+  runToEnd(opened);
+  std::vector<std::int64_t> moments;
+  for (const auto& start : simulation.processes.starts) moments.push_back(start.moment);
+  EXPECT_EQ(moments, (std::vector<std::int64_t>{1000, 3000, 5000}));
+}
+
+TEST_F(PingTester, CompleteEnablesCopyAndSaveAndStopsTheClip) {
+  pingtester& opened = openWith(1, "1");
+  runToEnd(opened);
+  EXPECT_TRUE(opened.Command2.enabled);
+  EXPECT_TRUE(opened.Command3.enabled);
+  EXPECT_EQ(opened.Command1.caption.get(), "Start");
+  EXPECT_FALSE(opened.Timer1.enabled);
+  EXPECT_FALSE(opened.playit.visible);
+  EXPECT_FALSE(opened.playit.playing);
+  EXPECT_EQ(opened.mousePointer.get(), MousePointer::Default);
+}
+
+TEST_F(PingTester, ThePointerIsAnHourglassDuringAPassAndNormalBetweenPasses) {
+  pingtester& opened = openWith(1, "2");
+  std::vector<MousePointer> pointers;
+  for (const std::int64_t moment : {500, 1500, 2500, 3500}) {
+    simulation.loop.at(moment, [&] { pointers.push_back(opened.mousePointer); });
+  }
+  runToEnd(opened);
+  EXPECT_EQ(pointers, (std::vector<MousePointer>{MousePointer::Default, MousePointer::Hourglass,
+                                                 MousePointer::Default, MousePointer::Hourglass}));
+}
+
+TEST_F(PingTester, NoEventRoutineRunsWhileThePingIsSilent) {
+  simulation.processes.tool = [](const std::string&) {
+    return std::vector<ToolWrite>{{4000, pingTimeout()}};
+  };
+  pingtester& opened = openWith(1, "1");
+  std::int64_t delivered = 0;
+  simulation.loop.at(2000, [&] { delivered = simulation.loop.milliseconds(); });
+  simulation.desktop.click(opened.Command1);
+  simulation.run(10000);
+  EXPECT_EQ(delivered, 5000);
+}
+
+// --- Edge cases of the passes ---
+
+TEST_F(PingTester, AllDestinationsEmptyCountPassesSendNothingAndReportFiveEmptyRows) {
+  pingtester& opened = openWith(0, "2");
+  runToEnd(opened);
+  EXPECT_TRUE(simulation.processes.starts.empty());
+  EXPECT_EQ(simulation.loop.milliseconds(), 3000);
+  simulation.desktop.click(opened.Command2);
+  const std::string row = "    (Low)      (Aver)      (High)     0 (PacketLoss)\r\n\r\n";
+  EXPECT_EQ(opened.data1.text.get(),
+            "Ping Test   -   Date: 07 Mar 2026  at  09:05\r\n\r\n" + row + row + row + row + row);
+}
+
+TEST_F(PingTester, AnEmptyNumberOfPassesCompletesAtTheFirstTick) {
+  pingtester& opened = openWith(1, "");
+  simulation.desktop.click(opened.Command1);
+  simulation.run(1000);
+  EXPECT_EQ(opened.Label9.caption.get(), "Complete");
+  EXPECT_TRUE(simulation.processes.starts.empty());
+}
+
+TEST_F(PingTester, ANumberOfPassesThatIsNoNumberCompletesAtTheFirstTick) {
+  pingtester& opened = openWith(1, "many");
+  simulation.desktop.click(opened.Command1);
+  simulation.run(1000);
+  EXPECT_EQ(opened.Label9.caption.get(), "Complete");
+  EXPECT_TRUE(simulation.processes.starts.empty());
+}
+
+TEST_F(PingTester, PassesWithLettersBehindThemRunButCannotBeCountedDown) {
+  pingtester& opened = openWith(1, "2x");
+  simulation.desktop.click(opened.Command1);
+  simulation.run(1500);
+  EXPECT_EQ(opened.Label9.caption.get(), "");
+  simulation.run(10000);
+  EXPECT_EQ(simulation.processes.starts.size(), 2U);
+}
+
+TEST_F(PingTester, AnEchoOfZeroOnAFirstPassShowsZeroInAllThreeLabels) {
+  replies = [](const std::string&, int) { return pingReply(0); };
+  pingtester& opened = openWith(1, "1");
+  runToEnd(opened);
+  EXPECT_EQ(opened.pinglow[0].caption.get(), "0");
+  EXPECT_EQ(opened.pingav[0].caption.get(), "0");
+  EXPECT_EQ(opened.pinghi[0].caption.get(), "0");
+  EXPECT_EQ(opened.pingcur[0].caption.get(), "0");
+}
+
+TEST_F(PingTester, AnAverageOfOnlyZerosShowsEmpty) {
+  replies = [](const std::string&, int) { return pingReply(0); };
+  pingtester& opened = openWith(1, "5");
+  runToEnd(opened);
+  EXPECT_EQ(opened.pingav[0].caption.get(), "");
+  EXPECT_EQ(opened.pinglow[0].caption.get(), "0");
+}
+
+TEST_F(PingTester, OneLostEchoAmongTenOfTwentyGivesAnAverageOf10018) {
+  replies = [](const std::string&, int count) {
+    return count == 4 ? pingTimeout() : pingReply(20);
+  };
+  pingtester& opened = openWith(1, "10");
+  runToEnd(opened);
+  EXPECT_EQ(opened.pingav[0].caption.get(), "10018");
+  EXPECT_EQ(opened.pinghi[0].caption.get(), "99999");
+  EXPECT_EQ(opened.pinglow[0].caption.get(), "20");
+  EXPECT_EQ(opened.pingcur[0].caption.get(), "20");
+  EXPECT_EQ(opened.packetloss[0].caption.get(), "1");
+}
+
+TEST_F(PingTester, ALostEchoOnTheFirstPassStandsInAllFigures) {
+  replies = [](const std::string&, int) { return pingTimeout(); };
+  pingtester& opened = openWith(1, "1");
+  runToEnd(opened);
+  EXPECT_EQ(opened.pinglow[0].caption.get(), "99999");
+  EXPECT_EQ(opened.pingav[0].caption.get(), "99999");
+  EXPECT_EQ(opened.pinghi[0].caption.get(), "99999");
+  EXPECT_EQ(opened.packetloss[0].caption.get(), "1");
+}
+
+TEST_F(PingTester, LowAndHighFollowTheReadings) {
+  replies = [](const std::string&, int count) {
+    return pingReply(std::vector<int>{30, 124, 7, 45}[static_cast<std::size_t>(count - 1)]);
+  };
+  pingtester& opened = openWith(1, "4");
+  runToEnd(opened);
+  EXPECT_EQ(opened.pingcur[0].caption.get(), "45");
+  EXPECT_EQ(opened.pinglow[0].caption.get(), "7");
+  EXPECT_EQ(opened.pinghi[0].caption.get(), "124");
+  EXPECT_EQ(opened.pingav[0].caption.get(), "52");  // 206 by 4 is 51.5
+  EXPECT_EQ(opened.buff[0].count(), 4U);
+  EXPECT_EQ(opened.buff[0].item(1), "124");
+}
+
+TEST_F(PingTester, AReadingOfExactlyTenThousandIsNotLost) {
+  replies = [](const std::string&, int count) { return pingReply(count == 1 ? 10000 : 10001); };
+  pingtester& opened = openWith(1, "2");
+  runToEnd(opened);
+  EXPECT_EQ(opened.packetloss[0].caption.get(), "1");
+}
+
+// --- Failures ---
+
+TEST_F(PingTester, ADestinationThatDoesNotResolveGivesLostSamples) {
+  replies = [](const std::string&, int) {
+    return std::string(
+        "Ping request could not find host nowhere.example. "
+        "Please check the name and try again.\r\n");
+  };
+  pingtester& opened = openWith(1, "2");
+  runToEnd(opened);
+  EXPECT_EQ(opened.packetloss[0].caption.get(), "2");
+  EXPECT_EQ(opened.pingcur[0].caption.get(), "99999");
+}
+
+TEST_F(PingTester, AMissingPingShowsTheRunnersMessageOnEachEcho) {
+  simulation.processes.tool = [](const std::string&) { return std::nullopt; };
+  pingtester& opened = openWith(2, "1");
+  runToEnd(opened);
+  ASSERT_EQ(simulation.desktop.messages.size(), 2U);
+  EXPECT_EQ(simulation.desktop.messages[0].text, "File or command not found");
+  EXPECT_EQ(simulation.desktop.messages[0].style, 16);
+  EXPECT_EQ(simulation.desktop.messages[0].title, "Veltrin");
+  EXPECT_EQ(opened.packetloss[1].caption.get(), "1");
+  EXPECT_EQ(simulation.processes.openHandles(), 4U);
+  simulation.processes.closed.clear();
+  for (Processes::Handle handle = 1; handle <= 4; ++handle) {
+    simulation.processes.CloseHandle(handle);
+  }
+}
+
+TEST_F(PingTester, AFailingSaveTellsOfTheFileAllTheSame) {
+  pingtester& opened = openWith(1, "1");
+  runToEnd(opened);
+  simulation.files.refuseOpening = true;
+  simulation.desktop.click(opened.Command3);
+  ASSERT_EQ(simulation.desktop.messages.size(), 1U);
+  EXPECT_EQ(simulation.desktop.messages[0].text,
+            "File created: C:\\Program Files\\Veltrin\\PingTest_07Mar2026_0905.txt");
+  EXPECT_TRUE(simulation.files.contents.empty());
+}
+
+TEST_F(PingTester, AFullDiskTellsOfTheFileAllTheSame) {
+  pingtester& opened = openWith(1, "1");
+  runToEnd(opened);
+  simulation.files.refuseWriting = true;
+  simulation.desktop.click(opened.Command3);
+  ASSERT_EQ(simulation.desktop.messages.size(), 1U);
+}
+
+// --- Stop and Start ---
+
+TEST_F(PingTester, StopDropsTheEchoJustMade) {
+  pingtester& opened = openWith(2, "5");
+  simulation.desktop.click(opened.Command1);
+  clickAt(1500, opened.Command1);
+  simulation.run(10000);
+  EXPECT_EQ(simulation.processes.starts.size(), 1U);
+  EXPECT_EQ(opened.pingcur[0].caption.get(), "");
+  EXPECT_EQ(opened.buff[0].count(), 0U);
+}
+
+TEST_F(PingTester, StopSetsTheWindowBackAndEnablesNothing) {
+  pingtester& opened = openWith(1, "5");
+  simulation.desktop.click(opened.Command1);
+  clickAt(1500, opened.Command1);
+  simulation.run(1700);
+  EXPECT_EQ(opened.Command1.caption.get(), "Start");
+  EXPECT_FALSE(opened.Timer1.enabled);
+  EXPECT_EQ(simulation.program().PingStop, 1);
+  EXPECT_EQ(opened.mousePointer.get(), MousePointer::Default);
+  EXPECT_FALSE(opened.playit.visible);
+  EXPECT_FALSE(opened.playit.playing);
+  EXPECT_FALSE(opened.Command2.enabled);
+  EXPECT_FALSE(opened.Command3.enabled);
+}
+
+TEST_F(PingTester, AStopWhileThePingIsSilentTakesEffectInThePauseBehindIt) {
+  simulation.processes.tool = [](const std::string&) {
+    return std::vector<ToolWrite>{{3000, pingTimeout()}};
+  };
+  pingtester& opened = openWith(2, "5");
+  simulation.desktop.click(opened.Command1);
+  std::int64_t stopped = 0;
+  opened.Command1.caption.observe([&] { stopped = simulation.loop.milliseconds(); });
+  clickAt(1200, opened.Command1);
+  simulation.run(10000);
+  EXPECT_EQ(stopped, 4000);
+  EXPECT_EQ(opened.Command1.caption.get(), "Start");
+  EXPECT_EQ(simulation.processes.starts.size(), 1U);
+}
+
+TEST_F(PingTester, CopyAndSaveStayEnabledAfterANewStart) {
+  pingtester& opened = openWith(1, "1");
+  runToEnd(opened);
+  simulation.desktop.click(opened.Command1);
+  EXPECT_TRUE(opened.Command2.enabled);
+  EXPECT_TRUE(opened.Command3.enabled);
+}
+
+TEST_F(PingTester, AStartDuringTheLastWaitOfAStoppedPassLetsTheOldPassGoOn) {
+  pingtester& opened = openWith(2, "5");
+  const std::string second = opened.url[1].text.get();
+  simulation.desktop.click(opened.Command1);
+  clickAt(1200, opened.Command1);
+  clickAt(1400, opened.Command1);
+  simulation.run(2300);
+  ASSERT_GE(simulation.processes.starts.size(), 2U);
+  EXPECT_EQ(simulation.processes.starts[1].commandLine, "ping " + second + " -n 1 -l 32");
+  EXPECT_EQ(simulation.processes.starts[1].moment, 2020);
+  EXPECT_EQ(opened.buff[0].count(), 1U);
+  EXPECT_EQ(opened.pinglow[0].caption.get(), "");  // the pass counter of the new run is 0
+  EXPECT_EQ(opened.pingav[0].caption.get(), "20");
+}
+
+TEST_F(PingTester, StartClearsTheFiguresOfTheRunBefore) {
+  replies = [](const std::string&, int) { return pingTimeout(); };
+  pingtester& opened = openWith(1, "1");
+  runToEnd(opened);
+  simulation.desktop.click(opened.Command2);
+  simulation.desktop.click(opened.Command1);
+  EXPECT_EQ(opened.pingcur[0].caption.get(), "");
+  EXPECT_EQ(opened.pinglow[0].caption.get(), "");
+  EXPECT_EQ(opened.pingav[0].caption.get(), "");
+  EXPECT_EQ(opened.pinghi[0].caption.get(), "");
+  EXPECT_EQ(opened.packetloss[0].caption.get(), "0");
+  EXPECT_EQ(opened.buff[0].count(), 0U);
+  EXPECT_EQ(opened.data1.text.get(), "");
+}
+
+// --- Copy, Save, Quit ---
+
+TEST_F(PingTester, CopyPutsTheReportOnTheClipboardAndSaysSo) {
+  simulation.desktop.clipboard = "older";
+  pingtester& opened = openWith(1, "1");
+  simulation.desktop.type(opened.url[0], "near.example");
+  runToEnd(opened);
+  simulation.desktop.click(opened.Command2);
+  const std::string empty = "    (Low)      (Aver)      (High)     0 (PacketLoss)\r\n\r\n";
+  EXPECT_EQ(simulation.desktop.clipboard,
+            "Ping Test   -   Date: 07 Mar 2026  at  09:05\r\n\r\n"
+            "near.example   20 (Low)     20 (Aver)     20 (High)     0 (PacketLoss)\r\n"
+            "20 | \r\n\r\n" +
+                empty + empty + empty + empty);
+  ASSERT_EQ(simulation.desktop.messages.size(), 1U);
+  EXPECT_EQ(simulation.desktop.messages[0].title, "Ping Test");
+  EXPECT_EQ(simulation.desktop.messages[0].style, 0);
+  EXPECT_EQ(simulation.desktop.messages[0].text,
+            "Your information is now copied. You can either paste it in a document or an email."
+            "\r\n\r\nOpen the document/email and right click in the text area, then select PASTE."
+            "\r\n \r\n");
+}
+
+TEST_F(PingTester, CopyThenSaveHoldTheSameText) {
+  pingtester& opened = openWith(1, "1");
+  runToEnd(opened);
+  simulation.desktop.click(opened.Command2);
+  simulation.desktop.click(opened.Command3);
+  EXPECT_EQ(simulation.files.contents.at("C:\\Program Files\\Veltrin\\PingTest_07Mar2026_0905.txt"),
+            simulation.desktop.clipboard);
+  ASSERT_EQ(simulation.desktop.messages.size(), 2U);
+  EXPECT_EQ(simulation.desktop.messages[1].title, "PingTest");
+}
+
+TEST_F(PingTester, SaveAfterANewRunWithoutCopyWritesAnEmptyFile) {
+  pingtester& opened = openWith(1, "1");
+  runToEnd(opened);
+  simulation.desktop.click(opened.Command2);
+  runToEnd(opened);
+  simulation.desktop.click(opened.Command3);
+  EXPECT_EQ(simulation.files.contents.at("C:\\Program Files\\Veltrin\\PingTest_07Mar2026_0905.txt"),
+            "");
+}
+
+TEST_F(PingTester, QuitWritesTheSettingsAndUnloads) {
+  pingtester& opened = open();
+  simulation.desktop.type(opened.url[1], "two.example");
+  simulation.desktop.type(opened.url[4], "");
+  simulation.desktop.type(opened.Combo1, "7");
+  simulation.desktop.type(opened.Combo2, "48");
+  simulation.desktop.click(opened.Command4);
+  EXPECT_FALSE(simulation.program().isLoaded<pingtester>());
+  EXPECT_EQ(simulation.settings(),
+            "[Ping]\r\nPingit 1=www.wikipedia.org\r\nPingit 2=two.example\r\n"
+            "Pingit 3=www.kernel.org\r\nPingit 4=www.python.org\r\nPingit 5=\r\n"
+            "Packet=48\r\nPasses=7\r\n");
+}
+
+TEST_F(PingTester, QuitInMidPassLeavesTheStopFlagAloneAndEndsTheProgramWithTheLastWindow) {
+  pingtester& opened = openWith(2, "5");
+  simulation.desktop.click(opened.Command1);
+  clickAt(1500, opened.Command4);
+  simulation.run(10000);
+  EXPECT_EQ(simulation.program().PingStop, 0);
+  EXPECT_FALSE(opened.Timer1.enabled);
+  EXPECT_TRUE(simulation.loop.gate().hasEnded());
+  EXPECT_EQ(simulation.processes.starts.size(), 1U);
+}
+
+TEST_F(PingTester, ClosingTheFrameWritesNoSettings) {
+  pingtester& opened = open();
+  simulation.desktop.closeWindow(opened);
+  EXPECT_FALSE(simulation.program().isLoaded<pingtester>());
+  EXPECT_EQ(simulation.settings(), "");
+}
+
+}  // namespace
+}  // namespace veltrin

@@ -1,0 +1,98 @@
+#include "support/simulated_desktop.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace veltrin {
+namespace {
+
+constexpr std::uint32_t kOwnApplicationWindow = 1;
+constexpr std::uint32_t kFirstWindow = 2;
+
+}  // namespace
+
+void SimulatedDesktop::show(Form& form) {
+  std::erase(shown, &form);
+  shown.push_back(&form);
+}
+
+void SimulatedDesktop::hide(Form& form) { std::erase(shown, &form); }
+
+void SimulatedDesktop::remove(Form& form) {
+  std::erase(shown, &form);
+  std::erase(modal_, &form);
+  topmost.erase(&form);
+  menuColours.erase(&form);
+}
+
+void SimulatedDesktop::makeModal(Form& form) { modal_.push_back(&form); }
+
+int SimulatedDesktop::messageBox(const std::string& text, int style, const std::string& title) {
+  messages.push_back({loop_.milliseconds(), text, style, title.empty() ? title_ : title});
+  Answer answer = habit;
+  if (!answers.empty()) {
+    answer = answers.front();
+    answers.pop_front();
+  }
+  struct Open {
+    int& count;
+    explicit Open(int& messages) : count(messages) { ++count; }
+    ~Open() { --count; }
+    Open(const Open&) = delete;
+    Open& operator=(const Open&) = delete;
+  } const open(openMessages_);
+  const auto answered = std::make_shared<bool>(false);
+  loop_.after(answer.delay, [answered] { *answered = true; });
+  loop_.pumpUntil([&answered] { return *answered; });
+  return answer.button;
+}
+
+std::uint32_t SimulatedDesktop::findWindow(const std::string& title) {
+  if (title == title_) return kOwnApplicationWindow;
+  std::uint32_t handle = kFirstWindow;
+  for (const Form* form : shown) {
+    if (form->caption == title) return handle;
+    ++handle;
+  }
+  for (const std::string& other : otherWindows) {
+    if (other == title) return handle;
+    ++handle;
+  }
+  return 0;
+}
+
+void SimulatedDesktop::setTopmost(Form& form, bool above) {
+  if (above) {
+    topmost.insert(&form);
+  } else {
+    topmost.erase(&form);
+  }
+}
+
+bool SimulatedDesktop::takesInput(const Form& form) const {
+  const bool isShown = std::find(shown.begin(), shown.end(), &form) != shown.end();
+  const bool behindModal = !modal_.empty() && modal_.back() != &form;
+  return isShown && openMessages_ == 0 && !behindModal;
+}
+
+void SimulatedDesktop::click(CommandButton& button) {
+  if (takesInput(*button.form())) button.press();
+}
+
+void SimulatedDesktop::type(TextBox& box, const std::string& text) {
+  if (takesInput(*box.form())) box.enter(text);
+}
+
+void SimulatedDesktop::type(ComboBox& box, const std::string& text) {
+  if (takesInput(*box.form())) box.enter(text);
+}
+
+void SimulatedDesktop::doubleClick(TextBox& box) {
+  if (takesInput(*box.form())) box.doubleClick();
+}
+
+void SimulatedDesktop::closeWindow(Form& form) {
+  if (takesInput(form)) form.close();
+}
+
+}  // namespace veltrin

@@ -1,0 +1,78 @@
+// The screen of the simulated platform: what was shown, said and copied.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "forms/combo_box.h"
+#include "forms/command_button.h"
+#include "forms/text_box.h"
+#include "platform/desktop.h"
+#include "support/simulated_loop.h"
+
+namespace veltrin {
+
+class SimulatedDesktop : public Desktop {
+ public:
+  explicit SimulatedDesktop(SimulatedLoop& loop) : loop_(loop) {}
+
+  void show(Form& form) override;
+  void hide(Form& form) override;
+  void remove(Form& form) override;
+  void makeModal(Form& form) override;
+  int messageBox(const std::string& text, int style, const std::string& title) override;
+  void clearClipboard() override { clipboard.clear(); }
+  void setClipboardText(const std::string& text) override { clipboard += text; }
+  std::string applicationTitle() const override { return title_; }
+  void setApplicationTitle(const std::string& title) override { title_ = title; }
+  std::uint32_t findWindow(const std::string& title) override;
+  void setMenuBackground(Form& form, Colour colour) override { menuColours[&form] = colour; }
+  void setTopmost(Form& form, bool topmost) override;
+
+  // A message that was shown.
+  struct Message {
+    std::int64_t moment = 0;  // ms of the virtual clock
+    std::string text;
+    int style = 0;
+    std::string title;
+  };
+  std::vector<Message> messages;
+
+  // How the user answers the messages to come: which button, and how long that
+  // takes. Behind the last, `habit` answers all.
+  struct Answer {
+    int button = kAnswerOk;
+    std::int64_t delay = 0;  // ms
+  };
+  std::deque<Answer> answers;
+  Answer habit;
+
+  std::string clipboard;
+  std::vector<Form*> shown;  // the last one is in front
+  std::set<const Form*> topmost;
+  std::map<const Form*, Colour> menuColours;
+  std::vector<std::string> otherWindows;  // titles of other programs' windows
+
+  // Whether the user can reach a window: it is shown, and no message or modal
+  // window stands before it.
+  bool takesInput(const Form& form) const;
+
+  // What the user does now. Nothing happens in a window that takes no input.
+  void click(CommandButton& button);
+  void type(TextBox& box, const std::string& text);
+  void type(ComboBox& box, const std::string& text);
+  void doubleClick(TextBox& box);
+  void closeWindow(Form& form);
+
+ private:
+  SimulatedLoop& loop_;
+  std::string title_ = "Veltrin";
+  std::vector<Form*> modal_;
+  int openMessages_ = 0;
+};
+
+}  // namespace veltrin

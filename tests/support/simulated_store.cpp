@@ -1,0 +1,124 @@
+#include "support/simulated_store.h"
+
+#include <chrono>
+
+#include "platform/portable/file_names.h"
+#include "platform/portable/profile_text.h"
+#include "platform/portable/registry_value.h"
+#include "text/statement.h"
+#include "text/strings.h"
+
+namespace veltrin {
+namespace {
+
+class SimulatedStream : public TextStream {
+ public:
+  SimulatedStream(SimulatedFiles& files, std::string path)
+      : files_(files), path_(std::move(path)) {}
+
+  void Write(const std::string& text) override {
+    if (files_.refuseWriting) throw StatementFailed("Disk full", kDiskFull);
+    text_ += text;
+  }
+
+  void Close() override { files_.contents[path_] = text_; }
+
+ private:
+  SimulatedFiles& files_;
+  std::string path_;
+  std::string text_;
+};
+
+std::string keyPath(const std::string& path) { return LCase(path); }
+
+}  // namespace
+
+void SimulatedFiles::CreateFolder(const std::string& path) {
+  if (refuseOpening) throw StatementFailed("Permission denied", kPermissionDenied);
+  folders.push_back(path);
+}
+
+std::unique_ptr<TextStream> SimulatedFiles::OpenTextFile(const std::string& folder,
+                                                         const std::string& name, FileMode, bool) {
+  requireFileName(folder, name);
+  if (refuseOpening) throw StatementFailed("Permission denied", kPermissionDenied);
+  return std::make_unique<SimulatedStream>(*this, folder + name);
+}
+
+std::string SimulatedProfiles::read(const std::optional<std::string>& section,
+                                    const std::optional<std::string>& key,
+                                    const std::string& fallback, std::size_t size,
+                                    const std::string& path) {
+  ++reads;
+  const ProfileText profile(contents[path]);
+  if (!section) return {};
+  if (!key) {
+    std::string names;
+    for (const std::string& name : profile.keys(*section)) names += name + '\0';
+    return Left(names, static_cast<std::int64_t>(size));
+  }
+  return Left(profile.value(*section, *key).value_or(fallback),
+              static_cast<std::int64_t>(size) - 1);
+}
+
+bool SimulatedProfiles::write(const std::string& section, const std::optional<std::string>& key,
+                              const std::optional<std::string>& value, const std::string& path) {
+  ++writes;
+  if (refuseWriting) return false;
+  ProfileText profile(contents[path]);
+  if (!key) {
+    profile.removeSection(section);
+  } else if (!value) {
+    profile.removeKey(section, *key);
+  } else {
+    profile.set(section, *key, *value);
+  }
+  contents[path] = profile.text();
+  return true;
+}
+
+std::int32_t SimulatedRegistry::open(std::uint32_t hive, const std::string& path,
+                                     std::uint32_t access, Key& key) {
+  accesses.push_back(access);
+  const auto found = keys.find({hive, keyPath(path)});
+  if (found == keys.end()) return kRegistryNotFound;
+  ++openKeys;
+  key = reinterpret_cast<Key>(&found->second);
+  return kRegistrySuccess;
+}
+
+std::int32_t SimulatedRegistry::query(Key key, const std::string& name, std::uint32_t& type,
+                                      std::uint32_t& size, char* data) {
+  const auto& values = *reinterpret_cast<Values*>(key);
+  const auto found = values.find(name);
+  if (found == values.end()) return kRegistryNotFound;
+  type = found->second.type;
+  return handOver(found->second.data, size, data);
+}
+
+std::int32_t SimulatedRegistry::set(Key key, const std::string& name, std::uint32_t type,
+                                    const std::string& data) {
+  (*reinterpret_cast<Values*>(key))[name] = {type, data};
+  return kRegistrySuccess;
+}
+
+void SimulatedRegistry::close(Key) { --openKeys; }
+
+DateTime SimulatedClock::now() const {
+  using namespace std::chrono;
+  constexpr auto kStart = sys_days{year{2026} / March / 7} + hours{9} + minutes{5};
+  const auto moment = floor<seconds>(kStart + milliseconds{loop_.milliseconds()});
+  const auto day = floor<days>(moment);
+  const year_month_day date(day);
+  const hh_mm_ss time(moment - day);
+  return {static_cast<int>(date.year()),
+          static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day())),
+          static_cast<int>(time.hours().count()),
+          static_cast<int>(time.minutes().count()),
+          static_cast<int>(time.seconds().count())};
+}
+
+std::string SimulatedClock::shortTime() const { return Format(now(), "hh:nn"); }
+
+}  // namespace veltrin

@@ -1,0 +1,43 @@
+// A whole program on the simulated platform.
+#pragma once
+
+#include "frame/program.h"
+#include "support/simulated_desktop.h"
+#include "support/simulated_loop.h"
+#include "support/simulated_processes.h"
+#include "support/simulated_store.h"
+
+namespace veltrin {
+
+class Simulation {
+ public:
+  SimulatedLoop loop;
+  SimulatedDesktop desktop{loop};
+  SimulatedClock clock{loop};
+  SimulatedFiles files;
+  SimulatedProcesses processes{loop};
+  SimulatedProfiles profiles;
+  SimulatedRegistry registry;
+  Platform platform{loop, loop, clock, desktop, files, processes, profiles, registry, "Veltrin"};
+
+  // The program, made on first use so that a test can prepare what it reads at
+  // its start. It speaks English.
+  Program& program();
+
+  // Lets the program run for a time in ms.
+  void run(std::int64_t duration) { loop.run(loop.milliseconds() + duration); }
+
+  // Text of the settings file.
+  std::string settings();
+
+ private:
+  std::unique_ptr<Program> program_;
+};
+
+// The text that `ping` prints for one echo of 32 bytes that took so long.
+std::string pingReply(int milliseconds, const std::string& host = "192.0.2.7");
+
+// The text that it prints when no reply came.
+std::string pingTimeout(const std::string& host = "192.0.2.7");
+
+}  // namespace veltrin
