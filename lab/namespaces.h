@@ -1,0 +1,19 @@
+// The walls of the lab: a network and a mount namespace of its own, with its own
+// resolver settings.
+#pragma once
+
+#include "lab/scenario.h"
+
+namespace veltrin::lab {
+
+// Moves this process into a network and a mount namespace of its own, through a
+// user namespace where it may not do so directly. Lets every user there send
+// ICMP echoes without privileges. Throws CannotRun.
+void enterNamespaces();
+
+// Puts the lab's resolver settings in place of the system's, in this mount
+// namespace alone; no folder that others see holds anything of it. Throws
+// CannotRun.
+void installResolver(const Scenario& scenario);
+
+}  // namespace veltrin::lab
