@@ -4,8 +4,6 @@
 #include <memory>
 #include <string>
 
-#include "text/statement.h"
-
 namespace veltrin {
 
 // A file open for writing. Each call throws StatementFailed when the system
@@ -36,9 +34,7 @@ class Files {
 
   // Makes one folder. Throws StatementFailed when it exists already or cannot be
   // made.
-  virtual void CreateFolder(const std::string& path) {
-    throw StatementFailed("Path not found: " + path, kPathNotFound);
-  }
+  virtual void CreateFolder(const std::string& path) = 0;
 
   // OpenTextFile of the file system object for writing, replacing older content
   // when the stream is closed, made when missing if `create`. `name` is one file

@@ -42,7 +42,7 @@ class Processes {
   virtual bool ReadFile(Handle readEnd, std::array<char, kReadGrain>& buffer,
                         std::size_t& count) = 0;
 
-  // The text of bytes in the code page in which console tools print.
+  // The text of bytes in the system's ANSI code page.
   virtual std::string fromCodePage(std::string bytes) const { return bytes; }
 
   // CloseHandle for any of the handles above. A closed process is not ended.

@@ -28,6 +28,7 @@ void TimerSchedule::remove(const Form& form) {
   std::erase_if(entries_, [&form](const std::shared_ptr<Entry>& entry) {
     if (entry->key != &form) return false;
     ++entry->generation;
+    entry->form.reset();
     entry->timer->enabled.observe({});
     entry->timer->interval.observe({});
     return true;
@@ -43,9 +44,11 @@ std::optional<std::int64_t> TimerSchedule::nextDue() const {
   return next;
 }
 
+// A tick that is delivered at once may unload the windows of the entries behind it.
 void TimerSchedule::runDue() {
   const auto entries = entries_;
   for (const auto& entry : entries) {
+    if (entry->form.expired()) continue;
     if (!entry->timer->isRunning() || entry->next > now_()) continue;
     dropDue(*entry);
     if (entry->onStack || entry->waiting) continue;

@@ -38,7 +38,7 @@ class TimerSchedule {
 
  private:
   struct Entry {
-    std::weak_ptr<Form> form;
+    std::weak_ptr<Form> form;  // nothing once the timer was let go, as `timer` may dangle then
     const Form* key = nullptr;
     Timer* timer = nullptr;
     std::int64_t next = 0;

@@ -118,7 +118,8 @@ std::string Format(double number, std::string_view pattern) {
   const int length = std::snprintf(buffer, sizeof buffer, "%.0f", std::fabs(whole));
   std::string digits(buffer, static_cast<std::size_t>(length));
   if (pattern == "#,###") digits = withSeparators(digits);
-  return whole < 0 ? "-" + digits : digits;
+  if (whole < 0) digits.insert(digits.begin(), '-');
+  return digits;
 }
 
 }  // namespace veltrin

@@ -1,0 +1,113 @@
+// Throughput of the console runner's reads against the barest loop of reads of
+// the same size, on the same child that prints 100 MB as fast as it can.
+//
+//   runner_bench [ROUNDS]
+//
+// Both are measured alternately in each of ROUNDS rounds (7 by default); the
+// best of each counts, as everything else on the machine can only slow them. The
+// ratio is what the runner reaches of the bare loop; 0.8 or better is the aim.
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <string>
+#include <unistd.h>
+
+#include "platform/linux/linux_processes.h"
+
+namespace {
+
+using veltrin::LinuxProcesses;
+using veltrin::Processes;
+
+constexpr std::uint64_t kSize = 100'000'000;
+constexpr int kUsualRounds = 7;
+
+using Buffer = std::array<char, veltrin::kReadGrain>;
+
+// A running child and the end of the pipe from which its output comes.
+class TalkingChild {
+ public:
+  TalkingChild(LinuxProcesses& processes, const std::string& talker) : processes_(processes) {
+    Processes::Handle writeEnd = Processes::kNoHandle;
+    Processes::ProcessInformation started;
+    const std::string line = "\"" + talker + "\" bytes=" + std::to_string(kSize);
+    const bool runs = processes.CreatePipe(readEnd_, writeEnd) &&
+                      processes.CreateProcess(line, writeEnd, started) == 1;
+    if (!runs) {
+      std::fprintf(stderr, "runner_bench: cannot start %s\n", talker.c_str());
+      std::exit(1);
+    }
+    processes.CloseHandle(writeEnd);
+  }
+  ~TalkingChild() { processes_.CloseHandle(readEnd_); }
+  TalkingChild(const TalkingChild&) = delete;
+  TalkingChild& operator=(const TalkingChild&) = delete;
+
+  Processes::Handle readEnd() const { return readEnd_; }
+
+ private:
+  LinuxProcesses& processes_;
+  Processes::Handle readEnd_ = Processes::kNoHandle;
+};
+
+// Reads that wait in the kernel, and nothing else.
+std::uint64_t readBare(Processes::Handle readEnd) {
+  fcntl(static_cast<int>(readEnd), F_SETFL, 0);  // made non-blocking for the runner
+  Buffer buffer;
+  std::uint64_t total = 0;
+  for (;;) {
+    const ssize_t taken = read(static_cast<int>(readEnd), buffer.data(), buffer.size());
+    if (taken <= 0) return total;
+    total += static_cast<std::uint64_t>(taken);
+  }
+}
+
+std::uint64_t readAsRunner(LinuxProcesses& processes, Processes::Handle readEnd) {
+  Buffer buffer;
+  std::uint64_t total = 0;
+  std::size_t count = 0;
+  while (processes.ReadFile(readEnd, buffer, count)) total += count;
+  return total;
+}
+
+// Seconds that one reading of a child's whole output takes.
+template <class Reading>
+double secondsOf(Reading&& reading) {
+  const auto start = std::chrono::steady_clock::now();
+  const std::uint64_t total = reading();
+  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+  if (total != kSize) {
+    std::fprintf(stderr, "runner_bench: read %llu bytes\n", static_cast<unsigned long long>(total));
+    std::exit(1);
+  }
+  return taken.count();
+}
+
+double megabytesPerSecond(double seconds) { return static_cast<double>(kSize) / 1e6 / seconds; }
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : kUsualRounds;
+  const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+  const std::string talker = folder.parent_path() / "tests" / "talker";
+  LinuxProcesses processes({});
+  double bare = 1e9;
+  double runner = 1e9;
+  for (int round = 0; round < rounds; ++round) {
+    {
+      const TalkingChild child(processes, talker);
+      bare = std::min(bare, secondsOf([&] { return readBare(child.readEnd()); }));
+    }
+    const TalkingChild child(processes, talker);
+    runner = std::min(runner, secondsOf([&] { return readAsRunner(processes, child.readEnd()); }));
+  }
+  std::printf("bare loop %.0f MB/s, runner %.0f MB/s, ratio %.3f\n", megabytesPerSecond(bare),
+              megabytesPerSecond(runner), bare / runner);
+  return 0;
+}

@@ -1,0 +1,77 @@
+#include "platform/portable/profile_file.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "platform/portable/atomic_file.h"
+#include "platform/portable/profile_text.h"
+
+namespace veltrin {
+namespace {
+
+std::string untilNul(const std::string& text) { return text.substr(0, text.find('\0')); }
+
+std::string withoutBlanksAtTheEnd(const std::string& text) {
+  return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+// A single value with its closing NUL in a buffer of `size` bytes.
+std::string cutValue(const std::string& value, std::size_t size) {
+  return size == 0 ? std::string() : value.substr(0, size - 1);
+}
+
+// Names, each followed by a NUL, with one more NUL behind the last, in a buffer of
+// `size` bytes. A list that does not fit ends in the two NULs that close it.
+std::string cutList(const std::vector<std::string>& names, std::size_t size) {
+  std::string list;
+  for (const auto& name : names) list += name + '\0';
+  if (list.size() < size) return list;
+  return size < 2 ? std::string() : list.substr(0, size - 2);
+}
+
+bool hasLineBreak(const std::string& name) { return name.find_first_of("\r\n") != name.npos; }
+
+}  // namespace
+
+ProfileFile::ProfileFile(NativePath nativePath) : nativePath_(std::move(nativePath)) {}
+
+std::string ProfileFile::read(const std::optional<std::string>& section,
+                              const std::optional<std::string>& key, const std::string& fallback,
+                              std::size_t size, const std::string& path) {
+  std::string content;
+  if (readWholeFile(nativePath_(path), content)) content.clear();
+  const ProfileText profile(std::move(content));
+  const std::string otherwise = withoutBlanksAtTheEnd(untilNul(fallback));
+
+  if (!section) return cutList(profile.sections(), size);
+  if (!key) {
+    const auto names = profile.keys(untilNul(*section));
+    return names.empty() ? cutValue(otherwise, size) : cutList(names, size);
+  }
+  const auto value = profile.value(untilNul(*section), untilNul(*key));
+  return cutValue(value.value_or(otherwise), size);
+}
+
+bool ProfileFile::write(const std::string& section, const std::optional<std::string>& key,
+                        const std::optional<std::string>& value, const std::string& path) {
+  const std::string name = untilNul(section);
+  if (hasLineBreak(name) || (key && hasLineBreak(untilNul(*key)))) return false;
+
+  const std::string file = nativePath_(path);
+  std::string content;
+  const auto failure = readWholeFile(file, content);
+  if (failure && failure != std::errc::no_such_file_or_directory) return false;
+
+  ProfileText profile(content);
+  if (!key) {
+    profile.removeSection(name);
+  } else if (!value) {
+    profile.removeKey(name, untilNul(*key));
+  } else {
+    profile.set(name, untilNul(*key), untilNul(*value));
+  }
+  return profile.text() == content || !replaceFile(file, profile.text());
+}
+
+}  // namespace veltrin

@@ -1,0 +1,53 @@
+#include <filesystem>
+
+#include "platform/linux/linux_clock.h"
+#include "platform/linux/linux_files.h"
+#include "platform/linux/linux_processes.h"
+#include "platform/portable/file_registry.h"
+#include "platform/portable/profile_file.h"
+#include "platform/qt/desktop_system.h"
+#include "platform/qt/qt_desktop.h"
+#include "platform/qt/qt_event_loop.h"
+#include "platform/qt/qt_waitable_timers.h"
+#include "platform/qt/silent_wait.h"
+
+namespace veltrin {
+namespace {
+
+class LinuxDesktopSystem : public DesktopSystem {
+ public:
+  LinuxDesktopSystem(const std::filesystem::path& executable, const std::string& applicationTitle)
+      : timers_(events_),
+        files_(LinuxFiles::defaultFolders()),
+        processes_((executable.parent_path() / "console").string(),
+                   [this](int pipe) { sleepUntilReadable(events_, pipe); }),
+        profiles_([this](const std::string& path) { return files_.native(path); }),
+        registry_(files_.native(files_.programFolder() + "\\Files\\Registry.dat")),
+        desktop_(events_, files_, applicationTitle),
+        platform_{events_,    timers_,   clock_,    desktop_,
+                  files_,     processes_, profiles_, registry_,
+                  executable.stem().string()} {}
+
+  Platform& platform() override { return platform_; }
+  void run() override { events_.run(); }
+
+ private:
+  QtEventLoop events_;
+  QtWaitableTimers timers_;
+  LinuxClock clock_;
+  LinuxFiles files_;
+  LinuxProcesses processes_;
+  ProfileFile profiles_;
+  FileRegistry registry_;
+  QtDesktop desktop_;
+  Platform platform_;
+};
+
+}  // namespace
+
+std::unique_ptr<DesktopSystem> makeDesktopSystem(const std::string& executable,
+                                                 const std::string& applicationTitle) {
+  return std::make_unique<LinuxDesktopSystem>(executable, applicationTitle);
+}
+
+}  // namespace veltrin

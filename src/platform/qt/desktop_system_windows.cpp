@@ -1,0 +1,54 @@
+#include "platform/qt/desktop_system.h"
+#include "platform/qt/qt_desktop.h"
+#include "platform/qt/qt_event_loop.h"
+#include "platform/qt/silent_wait.h"
+#include "platform/windows/windows_clock.h"
+#include "platform/windows/windows_files.h"
+#include "platform/windows/windows_processes.h"
+#include "platform/windows/windows_profile_store.h"
+#include "platform/windows/windows_registry.h"
+#include "platform/windows/windows_waitable_timers.h"
+
+namespace veltrin {
+namespace {
+
+// The file's name without folder and ending.
+std::string stemOf(const std::string& executable) {
+  const std::size_t folder = executable.find_last_of("/\\");
+  const std::string name = folder == std::string::npos ? executable : executable.substr(folder + 1);
+  return name.substr(0, name.rfind('.'));
+}
+
+class WindowsDesktopSystem : public DesktopSystem {
+ public:
+  WindowsDesktopSystem(const std::string& executable, const std::string& applicationTitle)
+      : timers_(events_.gate()),
+        processes_([this](void* event) { sleepUntilSignalled(events_, event); }),
+        desktop_(events_, files_, applicationTitle),
+        platform_{events_,    timers_,   clock_,    desktop_,
+                  files_,     processes_, profiles_, registry_,
+                  stemOf(executable)} {}
+
+  Platform& platform() override { return platform_; }
+  void run() override { events_.run(); }
+
+ private:
+  QtEventLoop events_;
+  WindowsWaitableTimers timers_;
+  WindowsClock clock_;
+  WindowsFiles files_;
+  WindowsProcesses processes_;
+  WindowsProfileStore profiles_;
+  WindowsRegistry registry_;
+  QtDesktop desktop_;
+  Platform platform_;
+};
+
+}  // namespace
+
+std::unique_ptr<DesktopSystem> makeDesktopSystem(const std::string& executable,
+                                                 const std::string& applicationTitle) {
+  return std::make_unique<WindowsDesktopSystem>(executable, applicationTitle);
+}
+
+}  // namespace veltrin

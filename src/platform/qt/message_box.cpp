@@ -1,0 +1,87 @@
+#include "platform/qt/message_box.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QWindow>
+
+#include "platform/desktop.h"
+#include "platform/qt/qt_text.h"
+
+namespace veltrin {
+namespace {
+
+// A style is one number for the buttons and one for the picture.
+constexpr int kButtons = 0x0f;
+constexpr int kPicture = 0xf0;
+
+QMessageBox::Icon pictureOf(int style) {
+  switch (style & kPicture) {
+    case kMessageCritical:
+      return QMessageBox::Critical;
+    case kMessageWarning:
+      return QMessageBox::Warning;
+    default:
+      return QMessageBox::NoIcon;
+  }
+}
+
+bool isQuestion(int style) { return (style & kButtons) == kMessageYesNo; }
+
+// Blank lines at the end of a text only make the box higher.
+QString shownText(const std::string& text) {
+  QString shown = toQt(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  while (!shown.isEmpty() && shown.back().isSpace()) shown.chop(1);
+  return shown;
+}
+
+// Over the middle of the window in front of which it stands, which may go before it.
+void place(QMessageBox& box, const QWidget* front) {
+  if (front == nullptr || front->windowHandle() == nullptr) return;
+  box.winId();
+  box.windowHandle()->setTransientParent(front->windowHandle());
+  box.adjustSize();
+  QRect frame(QPoint(), box.size());
+  frame.moveCenter(front->frameGeometry().center());
+  box.move(frame.topLeft());
+}
+
+}  // namespace
+
+MessageBox::MessageBox(const std::string& text, int style, const std::string& title)
+    : box_(new QMessageBox), unanswered_(isQuestion(style) ? kAnswerNo : kAnswerOk) {
+  const QWidget* front = QApplication::activeWindow();
+  box_->setWindowModality(Qt::ApplicationModal);
+  box_->setTextFormat(Qt::PlainText);
+  box_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  box_->setIcon(pictureOf(style));
+  box_->setWindowTitle(toQt(title));
+  box_->setText(shownText(text));
+  box_->setStandardButtons(isQuestion(style) ? QMessageBox::Yes | QMessageBox::No
+                                             : QMessageBox::Ok);
+  box_->setDefaultButton(isQuestion(style) ? QMessageBox::Yes : QMessageBox::Ok);
+  place(*box_, front);
+  box_->show();
+}
+
+MessageBox::~MessageBox() { delete box_.data(); }
+
+bool MessageBox::isAnswered() const { return !box_ || !box_->isVisible(); }
+
+int MessageBox::answer() const {
+  if (!box_ || box_->clickedButton() == nullptr) return unanswered_;
+  switch (box_->standardButton(box_->clickedButton())) {
+    case QMessageBox::Yes:
+      return kAnswerYes;
+    case QMessageBox::No:
+      return kAnswerNo;
+    default:
+      return kAnswerOk;
+  }
+}
+
+void MessageBox::close() {
+  if (box_) box_->hide();
+}
+
+}  // namespace veltrin

@@ -1,0 +1,123 @@
+#include "platform/qt/qt_desktop.h"
+
+#include <utility>
+
+#include <QApplication>
+#include <QClipboard>
+
+#include "platform/qt/message_box.h"
+#include "platform/qt/qt_text.h"
+#include "platform/qt/window_state.h"
+#include "view/window_catalogue.h"
+
+namespace veltrin {
+namespace {
+
+bool isTitled(const QWidget& window) {
+  return window.isVisible() && !window.windowTitle().isEmpty() &&
+         (window.windowType() == Qt::Window || window.windowType() == Qt::Dialog);
+}
+
+}  // namespace
+
+QtDesktop::QtDesktop(EventLoop& events, const Files& files, std::string applicationTitle)
+    : events_(events),
+      files_(files),
+      applicationTitle_(std::move(applicationTitle)),
+      titles_(makeTitleBoard(applicationTitle_)) {}
+
+// No event loop is left that would delete what waits for that.
+QtDesktop::~QtDesktop() {
+  for (const auto& [form, binder] : shown_) removed_.emplace_back(&binder->window());
+  shown_.clear();
+  for (const QPointer<QWidget>& window : removed_) delete window.data();
+}
+
+void QtDesktop::show(Form& form) {
+  QWidget* window = makeWindowOf(form);
+  if (window == nullptr) return;
+  if (window->isMinimized()) window->showNormal();
+  window->show();
+  window->raise();
+  window->activateWindow();
+  publishTitles();
+}
+
+void QtDesktop::hide(Form& form) {
+  if (QWidget* window = windowOf(form)) window->hide();
+  publishTitles();
+}
+
+void QtDesktop::remove(Form& form) {
+  const auto found = shown_.find(&form);
+  if (found == shown_.end()) return;
+  std::erase_if(removed_, [](const QPointer<QWidget>& window) { return window.isNull(); });
+  removed_.emplace_back(&found->second->window());
+  shown_.erase(found);
+  publishTitles();
+}
+
+// A window takes on being modal only when it comes to the screen.
+void QtDesktop::makeModal(Form& form) {
+  QWidget* window = windowOf(form);
+  if (window == nullptr) return;
+  window->hide();
+  window->setWindowModality(Qt::ApplicationModal);
+  show(form);
+}
+
+int QtDesktop::messageBox(const std::string& text, int style, const std::string& title) {
+  MessageBox box(text, style, title.empty() ? applicationTitle_ : title);
+  publishTitles();
+  events_.pumpUntil([&box] { return box.isAnswered(); });
+  box.close();
+  publishTitles();
+  return box.answer();
+}
+
+void QtDesktop::clearClipboard() { QApplication::clipboard()->clear(); }
+
+void QtDesktop::setClipboardText(const std::string& text) {
+  QApplication::clipboard()->setText(toQt(text));
+}
+
+void QtDesktop::setApplicationTitle(const std::string& title) {
+  applicationTitle_ = title;
+  titles_->setApplicationTitle(title);
+}
+
+std::uint32_t QtDesktop::findWindow(const std::string& title) { return titles_->find(title); }
+
+void QtDesktop::setMenuBackground(Form& form, Colour colour) {
+  if (QWidget* window = makeWindowOf(form)) veltrin::setMenuBackground(*window, colour);
+}
+
+void QtDesktop::setTopmost(Form& form, bool topmost) {
+  if (QWidget* window = makeWindowOf(form)) veltrin::setTopmost(*window, topmost);
+}
+
+QWidget* QtDesktop::windowOf(const Form& form) const {
+  const auto found = shown_.find(&form);
+  return found == shown_.end() ? nullptr : &found->second->window();
+}
+
+QWidget* QtDesktop::makeWindowOf(Form& form) {
+  if (QWidget* window = windowOf(form)) return window;
+  auto window = makeWindow(form.name());
+  if (window == nullptr) return nullptr;
+  QObject::connect(window.get(), &QWidget::windowTitleChanged, window.get(),
+                   [this] { publishTitles(); });
+  auto& binder = shown_[&form];
+  binder = std::make_unique<Binder>(form, std::move(window), events_.gate(), files_);
+  return &binder->window();
+}
+
+void QtDesktop::publishTitles() {
+  std::vector<std::string> titles;
+  for (const QWidget* window : QApplication::topLevelWidgets()) {
+    if (isTitled(*window)) titles.push_back(fromQt(window->windowTitle()));
+  }
+  titles_->setWindowTitles(std::move(titles));
+}
+
+}  // namespace veltrin

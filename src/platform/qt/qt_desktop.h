@@ -1,0 +1,56 @@
+// The screen of the program with windows.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QPointer>
+#include <QWidget>
+
+#include "platform/desktop.h"
+#include "platform/event_loop.h"
+#include "platform/files.h"
+#include "platform/qt/title_board.h"
+#include "view/binder.h"
+
+namespace veltrin {
+
+// Shows forms in the windows of the catalogue. One form has one window, from its first
+// showing to its removal.
+class QtDesktop : public Desktop {
+ public:
+  QtDesktop(EventLoop& events, const Files& files, std::string applicationTitle);
+  ~QtDesktop() override;
+
+  // A form without a window of its own in the catalogue is not shown.
+  void show(Form& form) override;
+  void hide(Form& form) override;
+  void remove(Form& form) override;
+  void makeModal(Form& form) override;
+  int messageBox(const std::string& text, int style, const std::string& title) override;
+  void clearClipboard() override;
+  void setClipboardText(const std::string& text) override;
+  std::string applicationTitle() const override { return applicationTitle_; }
+  void setApplicationTitle(const std::string& title) override;
+  std::uint32_t findWindow(const std::string& title) override;
+  void setMenuBackground(Form& form, Colour colour) override;
+  void setTopmost(Form& form, bool topmost) override;
+
+  // The window of a form; null when it was never shown.
+  QWidget* windowOf(const Form& form) const;
+
+ private:
+  QWidget* makeWindowOf(Form& form);
+  void publishTitles();
+
+  EventLoop& events_;
+  const Files& files_;
+  std::string applicationTitle_;
+  std::unique_ptr<TitleBoard> titles_;
+  std::map<const Form*, std::unique_ptr<Binder>> shown_;
+  std::vector<QPointer<QWidget>> removed_;  // windows that wait to be deleted
+};
+
+}  // namespace veltrin

@@ -1,0 +1,49 @@
+#include "platform/qt/window_state.h"
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QWindow>
+
+#ifdef Q_OS_WIN
+#include "platform/windows/window_calls.h"
+#endif
+
+namespace veltrin {
+namespace {
+
+void paint(QWidget& menu, const QColor& background) {
+  QPalette palette = menu.palette();
+  for (const auto role : {QPalette::Window, QPalette::Button, QPalette::Base}) {
+    palette.setColor(role, background);
+  }
+  menu.setPalette(palette);
+}
+
+}  // namespace
+
+// The widget's own record of its flags has to agree, or its next change of flags would
+// undo this one.
+void setTopmost(QWidget& window, bool topmost) {
+  window.winId();
+#ifdef Q_OS_WIN
+  setWindowTopmost(reinterpret_cast<void*>(window.winId()), topmost);
+#else
+  window.windowHandle()->setFlag(Qt::WindowStaysOnTopHint, topmost);
+#endif
+  Qt::WindowFlags flags = window.windowFlags();
+  flags.setFlag(Qt::WindowStaysOnTopHint, topmost);
+  window.overrideWindowFlags(flags);
+}
+
+void setMenuBackground(QWidget& window, Colour colour) {
+#ifdef Q_OS_WIN
+  setNativeMenuBackground(reinterpret_cast<void*>(window.winId()), colour);
+#endif
+  auto* bar = window.findChild<QMenuBar*>();
+  if (bar == nullptr) return;
+  const QColor background(colour.red, colour.green, colour.blue);
+  paint(*bar, background);
+  for (QMenu* menu : bar->findChildren<QMenu*>()) paint(*menu, background);
+}
+
+}  // namespace veltrin

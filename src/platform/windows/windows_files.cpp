@@ -1,0 +1,45 @@
+#include "platform/windows/windows_files.h"
+
+#include <utility>
+#include <windows.h>
+
+#include "platform/portable/file_names.h"
+#include "platform/portable/replacing_stream.h"
+#include "platform/windows/code_page.h"
+#include "text/statement.h"
+
+namespace veltrin {
+namespace {
+
+// Longest path that the system knows, in UTF-16 units with the closing NUL.
+constexpr DWORD kLongestSystemPath = 32768;
+
+}  // namespace
+
+std::string WindowsFiles::executableFolder() {
+  std::wstring path(kLongestSystemPath, L'\0');
+  path.resize(GetModuleFileNameW(nullptr, path.data(), kLongestSystemPath));
+  const auto separator = path.find_last_of(L'\\');
+  return fromWide(std::wstring_view(path).substr(0, separator));
+}
+
+WindowsFiles::WindowsFiles(std::string programFolder) : programFolder_(std::move(programFolder)) {}
+
+std::string WindowsFiles::programFolder() const { return programFolder_; }
+
+std::string WindowsFiles::native(const std::string& path) const { return path; }
+
+void WindowsFiles::CreateFolder(const std::string& path) {
+  if (CreateDirectoryW(toWide(path).c_str(), nullptr) == FALSE) {
+    throw StatementFailed("The folder cannot be made: " + path, kPathNotFound);
+  }
+}
+
+std::unique_ptr<TextStream> WindowsFiles::OpenTextFile(const std::string& folder,
+                                                       const std::string& name, FileMode mode,
+                                                       bool create) {
+  requireFileName(folder, name);
+  return openReplacing(folder + name, mode, create, toAnsi);
+}
+
+}  // namespace veltrin

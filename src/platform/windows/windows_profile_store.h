@@ -1,0 +1,20 @@
+// Profile files through the calls of Windows.
+#pragma once
+
+#include "platform/profile_store.h"
+
+namespace veltrin {
+
+// GetPrivateProfileStringA and WritePrivateProfileStringA, with texts and paths in
+// UTF-8 on this side and in the ANSI code page on the system's. `size` counts bytes
+// of the code page. A path without a folder means the Windows folder, as ever.
+class WindowsProfileStore : public ProfileStore {
+ public:
+  std::string read(const std::optional<std::string>& section, const std::optional<std::string>& key,
+                   const std::string& fallback, std::size_t size, const std::string& path) override;
+
+  bool write(const std::string& section, const std::optional<std::string>& key,
+             const std::optional<std::string>& value, const std::string& path) override;
+};
+
+}  // namespace veltrin

@@ -1,0 +1,61 @@
+#include <cstdlib>
+#include <ctime>
+#include <gtest/gtest.h>
+#include <string>
+
+#include "platform/linux/linux_clock.h"
+
+namespace veltrin {
+namespace {
+
+std::string plainTime(std::time_t seconds) {
+  std::tm parts{};
+  localtime_r(&seconds, &parts);
+  char text[64];
+  return {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &parts)};
+}
+
+TEST(WithoutSeconds, CutsThemOffThePatternOf24Hours) {
+  EXPECT_EQ(withoutSeconds("%H:%M:%S", ""), "%H:%M");
+  EXPECT_EQ(withoutSeconds("%T", ""), "%H:%M");
+  EXPECT_EQ(withoutSeconds("%H.%M.%S", ""), "%H.%M");
+}
+
+TEST(WithoutSeconds, CutsThemOffThePatternOf12HoursAndTheHoursLeadingZero) {
+  EXPECT_EQ(withoutSeconds("%r", "%I:%M:%S %p"), "%-I:%M %p");
+  EXPECT_EQ(withoutSeconds("%p %I:%M:%S", ""), "%p %-I:%M");
+}
+
+TEST(WithoutSeconds, LeavesATimeZoneOut) { EXPECT_EQ(withoutSeconds("%H:%M:%S %Z", ""), "%H:%M"); }
+
+TEST(WithoutSeconds, KeepsOtherWords) { EXPECT_EQ(withoutSeconds("%-H h %M", ""), "%-H h %M"); }
+
+TEST(WithoutSeconds, TakesThePlainPatternWhenNoTimeOfDayRemains) {
+  EXPECT_EQ(withoutSeconds("", ""), "%H:%M");
+  EXPECT_EQ(withoutSeconds("%r", ""), "%H:%M");
+  EXPECT_EQ(withoutSeconds("%X", ""), "%H:%M");
+}
+
+TEST(LinuxClock, TellsThePresentMoment) {
+  const std::string before = plainTime(std::time(nullptr));
+  const DateTime now = LinuxClock().now();
+  const std::string after = plainTime(std::time(nullptr));
+  char text[96];
+  std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", now.year, now.month, now.day,
+                now.hour, now.minute, now.second);
+  EXPECT_LE(before, text);
+  EXPECT_LE(text, after);
+}
+
+TEST(LinuxClock, TellsHoursAndMinutesInAPlainEnvironment) {
+  setenv("LC_ALL", "C.UTF-8", 1);
+  const LinuxClock clock;
+  unsetenv("LC_ALL");
+  const std::string before = plainTime(std::time(nullptr)).substr(11, 5);
+  const std::string shown = clock.shortTime();
+  const std::string after = plainTime(std::time(nullptr)).substr(11, 5);
+  EXPECT_TRUE(shown == before || shown == after) << shown;
+}
+
+}  // namespace
+}  // namespace veltrin

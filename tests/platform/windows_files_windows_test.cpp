@@ -1,0 +1,112 @@
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <string>
+#include <windows.h>
+
+#include "platform/windows/code_page.h"
+#include "platform/windows/windows_files.h"
+#include "text/statement.h"
+
+namespace veltrin {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string contentOf(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) return "no such file";
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+class WindowsFilesTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    folder_ =
+        fs::temp_directory_path() / ("veltrin-files-" + std::to_string(GetCurrentProcessId()));
+    fs::remove_all(folder_);
+    fs::create_directories(folder_);
+  }
+
+  void TearDown() override { fs::remove_all(folder_); }
+
+  void put(const std::string& name, const std::string& content) const {
+    std::ofstream(folder_ / name, std::ios::binary) << content;
+  }
+
+  std::unique_ptr<TextStream> open(const std::string& name, FileMode mode = FileMode::Writing,
+                                   bool create = true) const {
+    const WindowsFiles files(folder_.string());
+    return WindowsFiles(files).OpenTextFile(files.programFolder(), name, mode, create);
+  }
+
+  // Number of the failure of opening a file; 0 when it does not fail.
+  int failureOfOpening(const std::string& name, FileMode mode = FileMode::Writing,
+                       bool create = true) const {
+    try {
+      open(name, mode, create);
+      return 0;
+    } catch (const StatementFailed& failure) {
+      return failure.number();
+    }
+  }
+
+  fs::path folder_;
+};
+
+TEST_F(WindowsFilesTest, KeepsItsFilesBesideTheExecutable) {
+  const std::string folder = WindowsFiles().programFolder();
+  EXPECT_TRUE(fs::exists(fs::path(toWide(folder)) / "platform_tests.exe")) << folder;
+}
+
+TEST_F(WindowsFilesTest, LeavesPathsAsTheyAre) {
+  EXPECT_EQ(WindowsFiles("C:\\Veltrin").native("C:\\Veltrin\\Files\\a.txt"),
+            "C:\\Veltrin\\Files\\a.txt");
+}
+
+TEST_F(WindowsFilesTest, WritesTextInTheAnsiCodePage) {
+  open("\\a.txt")->Write("h\xC3\xB6st\r\n");
+  EXPECT_EQ(contentOf(folder_ / "a.txt"), toAnsi("h\xC3\xB6st\r\n"));
+}
+
+TEST_F(WindowsFilesTest, LeavesOlderContentUntilTheStreamIsClosed) {
+  put("a.txt", "old");
+  const auto stream = open("\\a.txt");
+  stream->Write("new");
+  EXPECT_EQ(contentOf(folder_ / "a.txt"), "old");
+  stream->Close();
+  EXPECT_EQ(contentOf(folder_ / "a.txt"), "new");
+}
+
+TEST_F(WindowsFilesTest, AppendsToOlderContent) {
+  put("a.txt", "old ");
+  open("\\a.txt", FileMode::Appending)->Write("new");
+  EXPECT_EQ(contentOf(folder_ / "a.txt"), "old new");
+}
+
+TEST_F(WindowsFilesTest, FailsForANameThatTheSystemRefuses) {
+  for (const std::string name : {"\\a?.txt", "\\con", "\\..", "\\sub\\a.txt", "\\a:b"}) {
+    EXPECT_EQ(failureOfOpening(name), 52) << name;
+  }
+}
+
+TEST_F(WindowsFilesTest, FailsForAMissingFileThatIsNotToBeMade) {
+  EXPECT_EQ(failureOfOpening("\\a.txt", FileMode::Writing, false), 53);
+}
+
+TEST_F(WindowsFilesTest, FailsForAMissingFolder) {
+  fs::remove_all(folder_);
+  EXPECT_EQ(failureOfOpening("\\a.txt"), 76);
+}
+
+TEST_F(WindowsFilesTest, FailsForAFileThatIsReadOnly) {
+  put("a.txt", "old");
+  SetFileAttributesW((folder_ / "a.txt").c_str(), FILE_ATTRIBUTE_READONLY);
+  EXPECT_EQ(failureOfOpening("\\a.txt"), 70);
+  SetFileAttributesW((folder_ / "a.txt").c_str(), FILE_ATTRIBUTE_NORMAL);
+  EXPECT_EQ(contentOf(folder_ / "a.txt"), "old");
+}
+
+}  // namespace
+}  // namespace veltrin
