@@ -17,7 +17,9 @@
 #include <string>
 #include <unistd.h>
 
+#include "frame/DOSOutputs.h"
 #include "platform/linux/linux_processes.h"
+#include "support/simulation.h"
 
 namespace {
 
@@ -29,17 +31,16 @@ constexpr int kUsualRounds = 7;
 
 using Buffer = std::array<char, veltrin::kReadGrain>;
 
-// A running child and the end of the pipe from which its output comes.
+// The bare loop's child and the end of the pipe from which its output comes.
 class TalkingChild {
  public:
-  TalkingChild(LinuxProcesses& processes, const std::string& talker) : processes_(processes) {
+  TalkingChild(LinuxProcesses& processes, const std::string& commandLine) : processes_(processes) {
     Processes::Handle writeEnd = Processes::kNoHandle;
     Processes::ProcessInformation started;
-    const std::string line = "\"" + talker + "\" bytes=" + std::to_string(kSize);
     const bool runs = processes.CreatePipe(readEnd_, writeEnd) &&
-                      processes.CreateProcess(line, writeEnd, started) == 1;
+                      processes.CreateProcess(commandLine, writeEnd, started) == 1;
     if (!runs) {
-      std::fprintf(stderr, "runner_bench: cannot start %s\n", talker.c_str());
+      std::fprintf(stderr, "runner_bench: cannot start %s\n", commandLine.c_str());
       std::exit(1);
     }
     processes.CloseHandle(writeEnd);
@@ -67,11 +68,13 @@ std::uint64_t readBare(Processes::Handle readEnd) {
   }
 }
 
-std::uint64_t readAsRunner(LinuxProcesses& processes, Processes::Handle readEnd) {
-  Buffer buffer;
+// The console runner from the start of the child to the end of its output, with a
+// handler that only counts.
+std::uint64_t readAsRunner(veltrin::Platform& platform, const std::string& commandLine) {
+  veltrin::DOSOutputs runner(platform);
   std::uint64_t total = 0;
-  std::size_t count = 0;
-  while (processes.ReadFile(readEnd, buffer, count)) total += count;
+  runner.ReceiveOutputs = [&total](const std::string& chunk) { total += chunk.size(); };
+  runner.ExecuteCommand(commandLine);
   return total;
 }
 
@@ -96,16 +99,21 @@ int main(int argc, char** argv) {
   const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : kUsualRounds;
   const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
   const std::string talker = folder.parent_path() / "tests" / "talker";
+  const std::string commandLine = "\"" + talker + "\" bytes=" + std::to_string(kSize);
   LinuxProcesses processes({});
+  veltrin::Simulation simulation;
+  const veltrin::Platform& simulated = simulation.platform;
+  veltrin::Platform platform{simulated.events,   simulated.timers,   simulated.clock,
+                             simulated.desktop,  simulated.files,    processes,
+                             simulated.profiles, simulated.registry, "Veltrin"};
   double bare = 1e9;
   double runner = 1e9;
   for (int round = 0; round < rounds; ++round) {
-    {
-      const TalkingChild child(processes, talker);
-      bare = std::min(bare, secondsOf([&] { return readBare(child.readEnd()); }));
-    }
-    const TalkingChild child(processes, talker);
-    runner = std::min(runner, secondsOf([&] { return readAsRunner(processes, child.readEnd()); }));
+    bare = std::min(bare, secondsOf([&] {
+                      const TalkingChild child(processes, commandLine);
+                      return readBare(child.readEnd());
+                    }));
+    runner = std::min(runner, secondsOf([&] { return readAsRunner(platform, commandLine); }));
   }
   std::printf("bare loop %.0f MB/s, runner %.0f MB/s, ratio %.3f\n", megabytesPerSecond(bare),
               megabytesPerSecond(runner), bare / runner);

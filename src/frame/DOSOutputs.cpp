@@ -50,11 +50,13 @@ std::string DOSOutputs::ExecuteCommand(const std::string& commandLine) {
 
 void DOSOutputs::readToEnd(Processes::Handle readEnd) {
   std::array<char, kReadGrain> buffer{};
+  std::string chunk;
   bool more = true;
   while (more) {
     std::size_t count = 0;
     more = platform_.processes.ReadFile(readEnd, buffer, count);
-    const std::string chunk = platform_.processes.fromCodePage(std::string(buffer.data(), count));
+    chunk.assign(buffer.data(), count);
+    platform_.processes.fromCodePage(chunk);
     outputs_ += chunk;
     if (ReceiveOutputs) ReceiveOutputs(chunk);
   }

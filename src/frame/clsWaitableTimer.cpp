@@ -29,7 +29,9 @@ DueTime dueTimeAfter(std::int32_t milliSeconds) {
 
 clsWaitableTimer::~clsWaitableTimer() { closeHandle(); }
 
+// Behind the program's end there is no time to wait out before the unwinding.
 void clsWaitableTimer::Wait(std::int32_t MilliSeconds) {
+  platform_.events.gate().throwIfEnded();
   try {
     waitOnTimer(MilliSeconds);
   } catch (const StatementFailed& failure) {

@@ -19,7 +19,7 @@ void Program::unload(Form& form) {
                                   [&](const Window& window) { return window.form.get() == &form; });
   if (found == windows_.end()) return;
   const std::shared_ptr<Form> alive = found->form;
-  form.end();
+  if (!form.end()) return;
   platform.events.timers().remove(form);
   platform.desktop.remove(form);
   std::erase_if(windows_, [&](const Window& window) { return window.form == alive; });

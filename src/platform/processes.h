@@ -42,8 +42,8 @@ class Processes {
   virtual bool ReadFile(Handle readEnd, std::array<char, kReadGrain>& buffer,
                         std::size_t& count) = 0;
 
-  // The text of bytes in the system's ANSI code page.
-  virtual std::string fromCodePage(std::string bytes) const { return bytes; }
+  // Turns bytes in the system's ANSI code page into text.
+  virtual void fromCodePage(std::string& bytes) const { static_cast<void>(bytes); }
 
   // CloseHandle for any of the handles above. A closed process is not ended.
   virtual void CloseHandle(Handle handle) = 0;

@@ -71,7 +71,7 @@ std::size_t decimalNumber(std::string_view text, double& value) {
 
 std::string withSeparators(std::string digits) {
   for (auto at = static_cast<std::ptrdiff_t>(digits.size()) - 3; at > 0; at -= 3) {
-    digits.insert(static_cast<std::size_t>(at), ",");
+    digits.insert(static_cast<std::size_t>(at), 1, ',');
   }
   return digits;
 }

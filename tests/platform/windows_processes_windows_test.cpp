@@ -9,6 +9,7 @@
 #include "platform/portable/command_limits.h"
 #include "platform/windows/windows_clock.h"
 #include "platform/windows/windows_files.h"
+#include "platform/windows/code_page.h"
 #include "platform/windows/windows_processes.h"
 #include "tests/platform/talker_pattern.h"
 
@@ -145,9 +146,12 @@ TEST_F(WindowsProcessesTest, StartsNothingForAMissingProgram) {
   EXPECT_EQ(outputOf("no-such-program"), "not started");
 }
 
-TEST_F(WindowsProcessesTest, ReadsTheConsolesCodePageAsUtf8) {
-  EXPECT_EQ(plain_.fromCodePage("Reply from 1.2.3.4"), "Reply from 1.2.3.4");
-  EXPECT_EQ(plain_.fromCodePage(""), "");
+TEST_F(WindowsProcessesTest, ReadsTheAnsiCodePageAsUtf8) {
+  const std::string bytes = "M\xFCnchen";
+  std::string text = bytes;
+  plain_.fromCodePage(text);
+  EXPECT_EQ(text, fromAnsi(bytes));
+  EXPECT_NE(text, bytes);
 }
 
 TEST(WindowsClock, TellsThePresentMoment) {

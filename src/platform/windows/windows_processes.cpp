@@ -136,7 +136,7 @@ bool WindowsProcesses::ReadFile(Handle readEnd, std::array<char, kReadGrain>& bu
   return succeeded;
 }
 
-std::string WindowsProcesses::fromCodePage(std::string bytes) const { return fromAnsi(bytes); }
+void WindowsProcesses::fromCodePage(std::string& bytes) const { bytes = fromAnsi(bytes); }
 
 void WindowsProcesses::CloseHandle(Handle handle) {
   if (handle != kNoHandle) ::CloseHandle(native(handle));

@@ -39,9 +39,7 @@ class WindowsProcesses : public Processes {
 
   bool ReadFile(Handle readEnd, std::array<char, kReadGrain>& buffer, std::size_t& count) override;
 
-  // The code page is that of the program's console, or where there is none that
-  // of a new console, which is what a hidden child gets.
-  std::string fromCodePage(std::string bytes) const override;
+  void fromCodePage(std::string& bytes) const override;
 
   void CloseHandle(Handle handle) override;
 

@@ -1,0 +1,23 @@
+#include "console/privileges.h"
+
+#include <linux/capability.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace veltrin {
+
+bool dropPrivileges() {
+  const gid_t group = getgid();
+  const uid_t user = getuid();
+  if (getegid() != group && setresgid(group, group, group) != 0) {
+    return false;
+  }
+  if (geteuid() != user && setresuid(user, user, user) != 0) {
+    return false;
+  }
+  __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+  const __user_cap_data_struct none[_LINUX_CAPABILITY_U32S_3] = {};
+  return syscall(SYS_capset, &header, none) == 0;
+}
+
+}  // namespace veltrin

@@ -1,0 +1,11 @@
+// Gives up what a tool was granted only to open its sockets.
+#pragma once
+
+namespace veltrin {
+
+// Returns to the user who started the program, and gives up every capability,
+// the superuser's too: a tool needs none once its sockets are open. False when
+// the system refuses; the tool must not go on then.
+bool dropPrivileges();
+
+}  // namespace veltrin
