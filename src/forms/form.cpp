@@ -26,11 +26,19 @@ void Form::load() {
   Form_Load();
 }
 
-void Form::end() {
-  if (!loaded_) return;
+bool Form::end() {
+  if (!loaded_ || ending_) return false;
   const auto alive = weak_from_this().lock();
+  struct Ending {
+    bool& flag;
+    explicit Ending(bool& ending) : flag(ending) { flag = true; }
+    ~Ending() { flag = false; }
+    Ending(const Ending&) = delete;
+    Ending& operator=(const Ending&) = delete;
+  } const ending(ending_);
   Form_Unload();
   loaded_ = false;
+  return true;
 }
 
 void Form::close() {

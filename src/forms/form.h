@@ -46,8 +46,9 @@ class Form : public std::enable_shared_from_this<Form> {
   // Runs the load routine; the window's events are delivered from then on.
   void load();
 
-  // Runs the unload routine and ends the delivery of events. For the host.
-  void end();
+  // Runs the unload routine and ends the delivery of events. For the host. False,
+  // and nothing happens, when that routine is on the stack already or has run.
+  bool end();
 
   // What the close button of the window's frame does.
   void close();
@@ -79,6 +80,7 @@ class Form : public std::enable_shared_from_this<Form> {
   FormHost& host_;
   std::vector<Control*> controls_;
   bool loaded_ = false;
+  bool ending_ = false;
 };
 
 }  // namespace veltrin

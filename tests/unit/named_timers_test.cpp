@@ -94,7 +94,7 @@ TEST_F(NamedTimersTest, ADueTimeOfTheCalendarHasPassed) {
 
 TEST_F(NamedTimersTest, TheFarthestDueTimeLiesAhead) {
   const auto timer = create("one");
-  timers.set(timer, {0, INT32_MIN});
+  timers.set(timer, {1, INT32_MIN});
   EXPECT_FALSE(timers.hasFired(timer));
   EXPECT_GT(timers.dueAt(timer), now);
 }

@@ -44,7 +44,9 @@ TEST(ChainReading, AnAverageOfZeroAnywhereWinsOverAnEarlierLine) {
 
 TEST(ChainReading, AFirstDigitOfZeroIsZero) { EXPECT_EQ(chain("Average = 012ms"), "0"); }
 
-TEST(ChainReading, TheFirstOfTwoLinesWins) { EXPECT_EQ(chain(summary("24") + summary("31")), "24"); }
+TEST(ChainReading, TheFirstOfTwoLinesWins) {
+  EXPECT_EQ(chain(summary("24") + summary("31")), "24");
+}
 
 TEST(ChainReading, IgnoresCase) {
   EXPECT_EQ(chain("AVERAGE = 7MS"), "7");
@@ -95,7 +97,9 @@ TEST(ChainReading, ALaterChunkWithoutAnAverageKeepsTheReading) {
   EXPECT_EQ(time.text(), "24");
 }
 
-TEST(ChainReading, KeepsBytesThatAreNoAscii) { EXPECT_EQ(chain("Average = 2\xFF\x80ms"), "2\xFF\x80"); }
+TEST(ChainReading, KeepsBytesThatAreNoAscii) {
+  EXPECT_EQ(chain("Average = 2\xFF\x80ms"), "2\xFF\x80");
+}
 
 // --- The tail reading ---
 

@@ -1,14 +1,13 @@
 #include "platform/linux/window_list.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
+#include <memory>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <algorithm>
-#include <cstdlib>
-#include <memory>
 #include <utility>
 
 #include "platform/portable/atomic_file.h"
@@ -43,8 +42,8 @@ bool makeOwnFolder(const std::string& folder) {
 bool isStillThere(int file, const std::string& path) {
   struct stat open {};
   struct stat named {};
-  return fstat(file, &open) == 0 && stat(path.c_str(), &named) == 0 && open.st_dev == named.st_dev &&
-         open.st_ino == named.st_ino;
+  return fstat(file, &open) == 0 && stat(path.c_str(), &named) == 0 &&
+         open.st_dev == named.st_dev && open.st_ino == named.st_ino;
 }
 
 std::vector<std::string> namesIn(const std::string& folder) {
@@ -87,8 +86,8 @@ void WindowList::takeLock() {
   const std::string process = std::to_string(getpid());
   for (int copy = 0; copy < kMostCopiesInProcess; ++copy) {
     const std::string name = copy == 0 ? process : process + "-" + std::to_string(copy);
-    const int file = open(path(name).c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW,
-                          kFileForUserAlone);
+    const int file =
+        open(path(name).c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kFileForUserAlone);
     if (file < 0) return;
     if (flock(file, LOCK_EX | LOCK_NB) == 0 && isStillThere(file, path(name))) {
       lock_ = file;

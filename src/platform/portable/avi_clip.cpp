@@ -13,8 +13,8 @@ using std::chrono::microseconds;
 
 constexpr std::size_t kChunkHeader = 8;
 constexpr std::size_t kKindLength = 4;
-constexpr int kLongestSide = 4096;   // pixels
-constexpr int kMostLists = 4;        // inside each other
+constexpr int kLongestSide = 4096;  // pixels
+constexpr int kMostLists = 4;       // inside each other
 constexpr std::size_t kMostFrames = 100'000;
 
 // The main header "avih" starts with the microseconds of a frame.

@@ -24,9 +24,9 @@ class LinuxDesktopSystem : public DesktopSystem {
         profiles_([this](const std::string& path) { return files_.native(path); }),
         registry_(files_.native(files_.programFolder() + "\\Files\\Registry.dat")),
         desktop_(events_, files_, applicationTitle),
-        platform_{events_,    timers_,   clock_,    desktop_,
-                  files_,     processes_, profiles_, registry_,
-                  executable.stem().string()} {}
+        platform_{events_,   timers_,   clock_,
+                  desktop_,  files_,    processes_,
+                  profiles_, registry_, executable.stem().string()} {}
 
   Platform& platform() override { return platform_; }
   void run() override { events_.run(); }

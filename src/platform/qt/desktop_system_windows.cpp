@@ -25,9 +25,8 @@ class WindowsDesktopSystem : public DesktopSystem {
       : timers_(events_.gate()),
         processes_([this](void* event) { sleepUntilSignalled(events_, event); }),
         desktop_(events_, files_, applicationTitle),
-        platform_{events_,    timers_,   clock_,    desktop_,
-                  files_,     processes_, profiles_, registry_,
-                  stemOf(executable)} {}
+        platform_{events_,    timers_,   clock_,    desktop_,          files_,
+                  processes_, profiles_, registry_, stemOf(executable)} {}
 
   Platform& platform() override { return platform_; }
   void run() override { events_.run(); }

@@ -1,6 +1,7 @@
 #include "platform/qt/message_box.h"
 
 #include <QApplication>
+#include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QWindow>
@@ -35,6 +36,8 @@ QString shownText(const std::string& text) {
   return shown;
 }
 
+constexpr int kMargin = 16;  // pixels around the text and the buttons
+
 // Over the middle of the window in front of which it stands, which may go before it.
 void place(QMessageBox& box, const QWidget* front) {
   if (front == nullptr || front->windowHandle() == nullptr) return;
@@ -60,6 +63,9 @@ MessageBox::MessageBox(const std::string& text, int style, const std::string& ti
   box_->setStandardButtons(isQuestion(style) ? QMessageBox::Yes | QMessageBox::No
                                              : QMessageBox::Ok);
   box_->setDefaultButton(isQuestion(style) ? QMessageBox::Yes : QMessageBox::Ok);
+  box_->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                       Qt::WindowCloseButtonHint);
+  box_->layout()->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   place(*box_, front);
   box_->show();
 }

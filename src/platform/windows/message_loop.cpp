@@ -1,8 +1,7 @@
 #include "platform/windows/message_loop.h"
 
-#include <windows.h>
-
 #include <algorithm>
+#include <windows.h>
 
 namespace veltrin {
 

@@ -1,0 +1,81 @@
+#include "view/appearance.h"
+
+#include <QFont>
+#include <QPalette>
+#include <QToolTip>
+
+#include "forms/control.h"
+#include "view/app_style.h"
+
+namespace veltrin {
+namespace {
+
+constexpr QRgb kWindow = 0xffecebe6;  // also the background of the clips
+constexpr QRgb kPaper = 0xffffffff;
+constexpr QRgb kTint = 0xfff6f5f0;  // behind every other row
+constexpr QRgb kInk = 0xff23221e;
+constexpr QRgb kPaleInk = 0xff77735f;   // of what is disabled
+constexpr QRgb kFaintInk = 0xff6f6c60;  // of hints in empty fields
+constexpr QRgb kControl = 0xffe2dfd0;   // arrows of combo boxes, bars
+constexpr QRgb kRule = 0xffcbc7b8;      // lines
+constexpr QRgb kShade = 0xffa8a48f;
+constexpr QRgb kAccent = 0xff2f5f7d;  // selection and keyboard focus
+constexpr QRgb kTip = 0xfffffdf2;
+
+constexpr double kTextSize = 10;  // points
+
+QPalette lightPalette() {
+  QPalette palette;
+  palette.setColor(QPalette::Window, QColor(kWindow));
+  palette.setColor(QPalette::WindowText, QColor(kInk));
+  palette.setColor(QPalette::Base, QColor(kPaper));
+  palette.setColor(QPalette::AlternateBase, QColor(kTint));
+  palette.setColor(QPalette::Text, QColor(kInk));
+  palette.setColor(QPalette::PlaceholderText, QColor(kFaintInk));
+  palette.setColor(QPalette::Button, QColor(kControl));
+  palette.setColor(QPalette::ButtonText, QColor(kInk));
+  palette.setColor(QPalette::BrightText, QColor(kPaper));
+  palette.setColor(QPalette::Light, QColor(kPaper));
+  palette.setColor(QPalette::Midlight, QColor(kTint));
+  palette.setColor(QPalette::Mid, QColor(kRule));
+  palette.setColor(QPalette::Dark, QColor(kShade));
+  palette.setColor(QPalette::Shadow, QColor(kFaintInk));
+  palette.setColor(QPalette::Highlight, QColor(kAccent));
+  palette.setColor(QPalette::HighlightedText, QColor(kPaper));
+  palette.setColor(QPalette::Link, QColor(kAccent));
+  palette.setColor(QPalette::LinkVisited, QColor(kAccent));
+  palette.setColor(QPalette::ToolTipBase, QColor(kTip));
+  palette.setColor(QPalette::ToolTipText, QColor(kInk));
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    palette.setColor(QPalette::Disabled, role, QColor(kPaleInk));
+  }
+  palette.setColor(QPalette::Disabled, QPalette::Base, QColor(kWindow));
+  palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(kShade));
+  return palette;
+}
+
+QFont letters() {
+#ifdef Q_OS_WIN
+  QFont font(QStringLiteral("Segoe UI"));
+#else
+  QFont font(QStringLiteral("DejaVu Sans"));
+#endif
+  font.setPointSizeF(kTextSize);
+  return font;
+}
+
+}  // namespace
+
+void setAppearance() {
+  const QPalette palette = lightPalette();
+  QPalette buttons = palette;
+  buttons.setColor(QPalette::Button,
+                   QColor(kButtonColour.red, kButtonColour.green, kButtonColour.blue));
+  QApplication::setStyle(new AppStyle);
+  QApplication::setPalette(palette);
+  QApplication::setPalette(buttons, "QPushButton");
+  QToolTip::setPalette(palette);
+  QApplication::setFont(letters());
+}
+
+}  // namespace veltrin

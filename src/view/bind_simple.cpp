@@ -1,0 +1,97 @@
+// Controls that show what the program sets: labels, buttons, lists, clips and charts.
+#include <QFile>
+#include <QLabel>
+#include <QListView>
+#include <QPushButton>
+
+#include "platform/portable/avi_clip.h"
+#include "platform/qt/qt_text.h"
+#include "view/animation_view.h"
+#include "view/binding.h"
+#include "view/chart_view.h"
+#include "view/list_model.h"
+
+namespace veltrin {
+namespace {
+
+// A clip is held in memory as a whole; a larger file is not opened.
+constexpr qint64 kLargestClip = 256 * 1024 * 1024;
+
+void openClip(const std::string& path, AnimationView& view) {
+  view.clear();
+  QFile file(toQt(path));
+  if (path.empty() || !file.open(QIODevice::ReadOnly) || file.size() > kLargestClip) return;
+  const QByteArray bytes = file.readAll();
+  const auto clip = readAvi({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+  if (clip) view.open(*clip);
+}
+
+}  // namespace
+
+// A value with a meaning that only its place in the window shows, such as a number in a
+// column, has that meaning as its accessible name; the value is then told behind it.
+void bindLabel(Label& label, QWidget& widget, Binding& binding) {
+  auto* view = qobject_cast<QLabel*>(&widget);
+  if (view == nullptr) return;
+  view->setTextFormat(Qt::PlainText);
+  const QString meaning = view->accessibleName();
+  binding.show(label.caption, [view, meaning](const std::string& caption) {
+    const QString text = toQt(caption);
+    view->setText(text);
+    if (!meaning.isEmpty()) view->setAccessibleName((meaning + ' ' + text).trimmed());
+  });
+}
+
+void bindButton(CommandButton& button, QWidget& widget, Binding& binding) {
+  auto* view = qobject_cast<QPushButton*>(&widget);
+  if (view == nullptr) return;
+  binding.show(button.caption,
+               [view](const std::string& caption) { view->setText(toQt(caption)); });
+  binding.show(button.backColour, [view](Colour colour) {
+    QPalette palette = view->palette();
+    palette.setColor(QPalette::Button, QColor(colour.red, colour.green, colour.blue));
+    view->setPalette(palette);
+  });
+  QObject::connect(view, &QPushButton::clicked, binding.receiver(),
+                   [&button, &binding] { binding.post([&button] { button.press(); }); });
+}
+
+void bindListBox(ListBox& list, QWidget& widget, Binding& binding) {
+  auto* view = qobject_cast<QListView*>(&widget);
+  if (view == nullptr) return;
+  auto* model = new ListModel(list, view);
+  view->setModel(model);
+  view->setUniformItemSizes(true);
+  list.observe([model] { model->refresh(); });
+  binding.atEnd([&list, model] {
+    list.observe({});
+    model->release();
+  });
+}
+
+void bindAnimation(Animation& animation, QWidget& widget, Binding& binding) {
+  auto* view = dynamic_cast<AnimationView*>(&widget);
+  if (view == nullptr) return;
+  binding.show(animation.file, [view, &binding](const std::string& path) {
+    openClip(path.empty() ? path : binding.files().native(path), *view);
+  });
+  binding.show(animation.playing, [view](bool playing) { view->setPlaying(playing); });
+}
+
+void bindChart(Chart& chart, QWidget& widget, Binding& binding) {
+  auto* view = dynamic_cast<ChartView*>(&widget);
+  if (view == nullptr) return;
+  const auto repaint = [view](const auto&) { view->update(); };
+  binding.show(chart.automaticScale, repaint);
+  binding.show(chart.axisMinimum, repaint);
+  binding.show(chart.axisMaximum, repaint);
+  binding.show(chart.wallColour, repaint);
+  chart.observe([view] { view->update(); });
+  view->setChart(&chart);
+  binding.atEnd([&chart, view] {
+    chart.observe({});
+    view->setChart(nullptr);
+  });
+}
+
+}  // namespace veltrin

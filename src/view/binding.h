@@ -1,0 +1,82 @@
+// What ties one control of a window to its widget.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include <QWidget>
+
+#include "forms/animation.h"
+#include "forms/chart.h"
+#include "forms/combo_box.h"
+#include "forms/command_button.h"
+#include "forms/form.h"
+#include "forms/label.h"
+#include "forms/list_box.h"
+#include "forms/text_box.h"
+#include "platform/event_gate.h"
+#include "platform/files.h"
+
+namespace veltrin {
+
+// Shared by all controls of a window. What the user does reaches the control through
+// the gate, and only as long as its window lives.
+class Binding {
+ public:
+  Binding(Form& form, EventGate& gate, const Files& files)
+      : form_(form.weak_from_this()), gate_(gate), files_(files) {}
+  ~Binding() { release(); }
+  Binding(const Binding&) = delete;
+  Binding& operator=(const Binding&) = delete;
+
+  const Files& files() const { return files_; }
+
+  // Hands an action of the user's to the gate.
+  void post(std::function<void()> action) const {
+    gate_.post([form = form_, action = std::move(action)] {
+      if (const auto alive = form.lock()) action();
+    });
+  }
+
+  // Receiver of the widgets' signals; they end with the binding.
+  QObject* receiver() { return &receiver_; }
+
+  // Shows a property now and after each change.
+  template <class Value, class Show>
+  void show(Property<Value>& property, Show show) {
+    property.observe([&property, show] { show(property.get()); });
+    atEnd([&property] { property.observe({}); });
+    show(property.get());
+  }
+
+  // What is to be done when the widgets and the controls part, if these still live.
+  void atEnd(std::function<void()> routine) { ends_.push_back(std::move(routine)); }
+
+ private:
+  void release() {
+    const auto alive = form_.lock();
+    for (const auto& end : ends_) {
+      if (alive) end();
+    }
+  }
+
+  std::weak_ptr<Form> form_;
+  EventGate& gate_;
+  const Files& files_;
+  QObject receiver_;
+  std::vector<std::function<void()>> ends_;
+};
+
+// Tie the kinds of controls to their widgets. A widget of another kind than the
+// control asks for stays as it is.
+void bindLabel(Label& label, QWidget& widget, Binding& binding);
+void bindTextBox(TextBox& box, QWidget& widget, Binding& binding);
+void bindComboBox(ComboBox& box, QWidget& widget, Binding& binding);
+void bindButton(CommandButton& button, QWidget& widget, Binding& binding);
+void bindListBox(ListBox& list, QWidget& widget, Binding& binding);
+void bindAnimation(Animation& animation, QWidget& widget, Binding& binding);
+void bindChart(Chart& chart, QWidget& widget, Binding& binding);
+
+}  // namespace veltrin

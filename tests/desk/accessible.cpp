@@ -1,0 +1,98 @@
+#include "desk/accessible.h"
+
+#include <atspi/atspi.h>
+
+namespace veltrin::desk {
+namespace {
+
+struct Release {
+  void operator()(void* object) const { g_object_unref(object); }
+};
+using Node = std::unique_ptr<AtspiAccessible, Release>;
+
+std::string taken(char* text) {
+  std::string copy = text == nullptr ? "" : text;
+  g_free(text);
+  return copy;
+}
+
+std::string nameOf(AtspiAccessible* node) {
+  return taken(atspi_accessible_get_name(node, nullptr));
+}
+
+std::string textOf(AtspiAccessible* node) {
+  AtspiText* text = atspi_accessible_get_text_iface(node);
+  if (text == nullptr) return {};
+  const std::string held =
+      taken(atspi_text_get_text(text, 0, atspi_text_get_character_count(text, nullptr), nullptr));
+  g_object_unref(text);
+  return held;
+}
+
+void readPlace(AtspiAccessible* node, Element& element) {
+  AtspiComponent* component = atspi_accessible_get_component_iface(node);
+  if (component == nullptr) return;
+  AtspiRect* place = atspi_component_get_extents(component, ATSPI_COORD_TYPE_SCREEN, nullptr);
+  if (place != nullptr) {
+    element.left = place->x;
+    element.top = place->y;
+    element.width = place->width;
+    element.height = place->height;
+    g_free(place);
+  }
+  g_object_unref(component);
+}
+
+void readStates(AtspiAccessible* node, Element& element) {
+  AtspiStateSet* states = atspi_accessible_get_state_set(node);
+  if (states == nullptr) return;
+  element.showing = atspi_state_set_contains(states, ATSPI_STATE_SHOWING) != FALSE;
+  element.enabled = atspi_state_set_contains(states, ATSPI_STATE_ENABLED) != FALSE;
+  g_object_unref(states);
+}
+
+// The program's answers may be remembered from before a change.
+void forget(AtspiAccessible* node) { atspi_accessible_clear_cache(node); }
+
+Node childOf(AtspiAccessible* node, int index) {
+  return Node(atspi_accessible_get_child_at_index(node, index, nullptr));
+}
+
+void collect(AtspiAccessible* node, const std::string& window, std::vector<Element>& elements) {
+  forget(node);
+  Element element;
+  element.role = taken(atspi_accessible_get_role_name(node, nullptr));
+  element.name = nameOf(node);
+  element.text = textOf(node);
+  element.window = window;
+  readPlace(node, element);
+  readStates(node, element);
+  elements.push_back(element);
+  const int children = atspi_accessible_get_child_count(node, nullptr);
+  for (int index = 0; index < children; ++index) {
+    if (const Node child = childOf(node, index)) collect(child.get(), window, elements);
+  }
+}
+
+}  // namespace
+
+std::vector<Element> elementsOf(const std::string& program) {
+  atspi_init();
+  const Node desktop(atspi_get_desktop(0));
+  forget(desktop.get());
+  std::vector<Element> elements;
+  const int programs = atspi_accessible_get_child_count(desktop.get(), nullptr);
+  for (int index = 0; index < programs; ++index) {
+    const Node found = childOf(desktop.get(), index);
+    if (!found || nameOf(found.get()) != program) continue;
+    forget(found.get());
+    const int windows = atspi_accessible_get_child_count(found.get(), nullptr);
+    for (int child = 0; child < windows; ++child) {
+      const Node window = childOf(found.get(), child);
+      if (window) collect(window.get(), nameOf(window.get()), elements);
+    }
+  }
+  return elements;
+}
+
+}  // namespace veltrin::desk
