@@ -7,10 +7,11 @@
 #include <deque>
 #include <map>
 #include <optional>
-#include <random>
 #include <set>
+#include <utility>
 #include <vector>
 
+#include "lab/chance.h"
 #include "lab/names.h"
 #include "lab/packet.h"
 #include "lab/scenario.h"
@@ -25,23 +26,42 @@ struct TimedPacket {
 
 // Answers packets as the hosts and routers of a scenario would: ICMP echo,
 // errors along the way, DNS. The same scenario and the same packets at the same
-// times give the same answers: each node draws its chances from a generator of
-// its own, so that traffic to one changes nothing for another.
+// times give the same answers: each node and each flow draws its chances from a
+// generator of its own, so that traffic to one changes nothing for another.
 class Internet {
  public:
   explicit Internet(Scenario scenario);
 
-  // Takes a packet that the machine sent at `now` and gives what comes back.
-  // Anything that is no sound packet, or is for nobody, vanishes.
+  // Takes a packet that the machine sent at `now`, which never runs backwards,
+  // and gives what comes back. Anything that is no sound packet, or is for
+  // nobody, vanishes.
   std::vector<TimedPacket> receive(Time now, Bytes bytes);
 
  private:
-  // When the answer to a request comes; nothing when it is lost.
-  using Fate = std::optional<Time>;
+  // When the answer to a request comes: never, once or twice.
+  using Fate = std::vector<Time>;
 
   struct NodeState {
-    std::mt19937_64 chance;
+    Chance chance;
     std::uint64_t answers = 0;  // requests that were due an answer
+    Time errorsUntil{};         // how far ahead its errors have used up its rate
+  };
+
+  // The packets to one destination with one hop limit.
+  struct Flow {
+    Chance chance;
+    std::uint64_t packets = 0;
+    std::map<std::size_t, std::uint64_t> crossed{};  // those that tried the link to a node
+  };
+
+  // A packet on its way out.
+  struct Journey {
+    const IpPacket& packet;
+    Time now{};
+    Time links{};              // delay of the links so far, there and back
+    std::uint8_t routers = 0;  // passed so far
+
+    std::uint8_t hopsLeft() const { return static_cast<std::uint8_t>(packet.hopsLeft - routers); }
   };
 
   // The fate that the pieces of one request share.
@@ -52,19 +72,25 @@ class Internet {
     Fate fate;
   };
 
-  Fate drawFate(std::size_t node, Time now);
-  std::optional<TimedPacket> atRouter(std::size_t router, Time now, const IpPacket& packet);
-  std::optional<TimedPacket> atHost(std::size_t host, Time now, const IpPacket& packet);
-  std::optional<TimedPacket> answerEcho(std::size_t host, Time now, const IpPacket& packet);
-  std::optional<TimedPacket> answerLaterPiece(std::size_t host, const IpPacket& packet);
-  std::optional<TimedPacket> answerName(Time now, const IpPacket& packet) const;
+  const Behaviour& behaviour(std::size_t node, Time now) const;
+  Flow& flowTo(std::size_t destination, std::uint8_t hopLimit);
+  std::vector<TimedPacket> carry(std::size_t destination, Time now, const IpPacket& packet);
+  bool cross(Flow& flow, std::size_t node, Journey& journey) const;
+  Fate drawFate(std::size_t node, const Journey& journey);
+  std::vector<TimedPacket> report(std::size_t router, const Report& report, const Journey& journey);
+  std::vector<TimedPacket> atHost(std::size_t host, const Journey& journey);
+  std::vector<TimedPacket> answerEcho(std::size_t host, const Journey& journey);
+  std::vector<TimedPacket> answerLaterPiece(std::size_t host, const IpPacket& packet) const;
+  std::vector<TimedPacket> answerName(Time now, const IpPacket& packet) const;
 
   Scenario scenario_;
   Names names_;
   std::map<IpAddress, std::size_t> byAddress_;  // positions in Scenario::nodes
   std::set<IpAddress> dns_;
-  std::vector<NodeState> states_;  // one for each node
-  std::deque<Pieces> pieces_;      // the latest requests in pieces, newest last
+  std::vector<NodeState> states_;                               // one for each node
+  std::map<std::pair<std::size_t, std::uint8_t>, Flow> flows_;  // by destination and hop limit
+  std::deque<Pieces> pieces_;  // the latest requests in pieces, newest last
+  std::optional<Time> begin_;  // when the first packet to a node came
 };
 
 }  // namespace veltrin::lab

@@ -14,6 +14,7 @@ constexpr std::size_t kV6FragmentHeader = 8;
 constexpr std::size_t kIcmpHeader = 8;
 constexpr std::size_t kUdpHeader = 8;
 constexpr std::size_t kIcmpChecksumAt = 2;
+constexpr std::size_t kIcmpMtuAt = 6;
 constexpr std::size_t kUdpChecksumAt = 6;
 
 constexpr std::uint8_t kNextHopByHop = 0;
@@ -90,6 +91,25 @@ Packet startPacket(const IpAddress& source, const IpAddress& destination, std::u
   return packet;
 }
 
+// Type and code of an error: RFC 792, RFC 1191 section 4, RFC 4443 sections 3.1
+// to 3.3.
+std::array<std::uint8_t, 2> typeAndCode(IcmpError error, Family family) {
+  const bool v4 = family == Family::V4;
+  switch (error) {
+    case IcmpError::PortUnreachable:
+      return v4 ? std::array<std::uint8_t, 2>{3, 3} : std::array<std::uint8_t, 2>{1, 4};
+    case IcmpError::HostUnreachable:
+      return v4 ? std::array<std::uint8_t, 2>{3, 1} : std::array<std::uint8_t, 2>{1, 3};
+    case IcmpError::NetUnreachable:
+      return v4 ? std::array<std::uint8_t, 2>{3, 0} : std::array<std::uint8_t, 2>{1, 0};
+    case IcmpError::TooLong:
+      return v4 ? std::array<std::uint8_t, 2>{3, 4} : std::array<std::uint8_t, 2>{2, 0};
+    case IcmpError::TimeExceeded:
+      break;
+  }
+  return {static_cast<std::uint8_t>(v4 ? 11 : 3), 0};
+}
+
 std::optional<IpPacket> readV4(Bytes bytes) {
   if (bytes.size() < kV4Header) return std::nullopt;
   const std::size_t header = v4HeaderLength(bytes);
@@ -106,6 +126,7 @@ std::optional<IpPacket> readV4(Bytes bytes) {
   packet.payloadStart = header;
   packet.identification = wordAt(bytes, 4);
   packet.fragmentOffset = static_cast<std::size_t>(wordAt(bytes, 6) & 0x1FFF) * 8;
+  packet.mayBeCut = (bytes[6] & 0x40) == 0;
   packet.fragmented = packet.fragmentOffset != 0 || (bytes[6] & 0x20) != 0;
   return packet;
 }
@@ -246,7 +267,7 @@ Packet udpReply(const IpPacket& request, Bytes data, std::uint8_t hopLimit) {
   return reply;
 }
 
-Packet icmpError(IcmpError error, const IpPacket& packet, const IpAddress& from,
+Packet icmpError(const Report& report, const IpPacket& packet, const IpAddress& from,
                  std::uint8_t hopsLeft, std::uint8_t hopLimit) {
   const bool v4 = packet.family() == Family::V4;
   Packet quoted(packet.whole.begin(), packet.whole.end());
@@ -258,12 +279,10 @@ Packet icmpError(IcmpError error, const IpPacket& packet, const IpAddress& from,
   const std::uint8_t protocol = v4 ? kProtocolIcmp : kProtocolIcmpV6;
   Packet answer = startPacket(from, packet.source, protocol, kIcmpHeader + quoted.size(), hopLimit);
   const std::size_t icmp = v4 ? kV4Header : kV6Header;
-  if (error == IcmpError::TimeExceeded) {
-    answer[icmp] = v4 ? 11 : 3;
-  } else {
-    answer[icmp] = v4 ? 3 : 1;
-    answer[icmp + 1] = v4 ? 3 : 4;
-  }
+  const auto kind = typeAndCode(report.error, packet.family());
+  std::copy(kind.begin(), kind.end(), answer.begin() + static_cast<std::ptrdiff_t>(icmp));
+  // Both families keep the size in the last two of these four bytes.
+  putWord(answer, icmp + kIcmpMtuAt, report.mtu);
   std::copy(quoted.begin(), quoted.end(),
             answer.begin() + static_cast<std::ptrdiff_t>(icmp + kIcmpHeader));
   const Bytes body = Bytes(answer).subspan(icmp);

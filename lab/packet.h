@@ -36,6 +36,7 @@ struct IpPacket {
   std::uint8_t hopsLeft = 0;         // TTL or hop limit as it arrived
   std::uint8_t protocol = 0;         // of the payload
   std::size_t payloadStart = 0;      // offset of the payload in `whole`
+  bool mayBeCut = false;             // routers may cut it into pieces
   bool fragmented = false;           // one of several pieces of a packet
   std::size_t fragmentOffset = 0;    // bytes of the payload before this piece
   std::uint32_t identification = 0;  // the same in all pieces of a packet
@@ -73,11 +74,18 @@ Packet echoReply(const IpPacket& request, std::uint8_t hopLimit);
 Packet udpReply(const IpPacket& request, Bytes data, std::uint8_t hopLimit);
 
 // The errors that routers and hosts send back (RFC 792, RFC 4443).
-enum class IcmpError { TimeExceeded, PortUnreachable };
+enum class IcmpError { TimeExceeded, PortUnreachable, HostUnreachable, NetUnreachable, TooLong };
 
-// An error about `packet`, sent from `from`, which must be of the packet's
+// An error and, with TooLong, the longest packet that passes, in bytes (RFC 1191
+// section 4, RFC 4443 section 3.2).
+struct Report {
+  IcmpError error = IcmpError::TimeExceeded;
+  std::uint32_t mtu = 0;
+};
+
+// A report about `packet`, sent from `from`, which must be of the packet's
 // family. It quotes the packet as it stood there, with `hopsLeft` still to go.
-Packet icmpError(IcmpError error, const IpPacket& packet, const IpAddress& from,
+Packet icmpError(const Report& report, const IpPacket& packet, const IpAddress& from,
                  std::uint8_t hopsLeft, std::uint8_t hopLimit);
 
 }  // namespace veltrin::lab

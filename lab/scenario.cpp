@@ -1,6 +1,7 @@
 #include "lab/scenario.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <set>
@@ -14,7 +15,7 @@ namespace {
 constexpr std::uint32_t kLeastMtu = 1280;  // what IPv6 asks of every link (RFC 8200 section 5)
 constexpr std::uint32_t kMostMtu = 65535;
 constexpr std::size_t kMostAddresses = 16;  // of one node
-constexpr std::size_t kMostVia = 64;        // the way that a new packet can go at the longest
+constexpr std::size_t kMostHops = 64;       // the way that a new packet can go at the longest
 
 [[noreturn]] void fail(std::size_t line, const std::string& message) {
   throw ScenarioError("line " + std::to_string(line) + ": " + message);
@@ -38,13 +39,13 @@ class Reader {
   }
 
  private:
-  enum class Section { None, Internet, Node };
+  enum class Section { None, Internet, Node, Change };
 
   // What stands in the file about a node, beside the node's values.
   struct Origin {
     std::size_t line = 0;
     std::size_t viaLine = 0;
-    std::vector<std::string> via;
+    std::vector<std::vector<std::string>> via;  // the names at each hop
   };
 
   void readLine(std::string_view raw) {
@@ -73,13 +74,20 @@ class Reader {
       section_ = Section::Internet;
       return;
     }
-    const bool host = line.starts_with("[host ");
-    if (!line.ends_with(']') || (!host && !line.starts_with("[router "))) {
-      fail(line_, "expected [internet], [host NAME] or [router NAME], found " + quoted(line));
+    const bool closed = line.ends_with(']');
+    const std::size_t blank = line.find(' ');
+    const std::string kind = line.substr(0, blank);
+    if (!closed || blank == std::string::npos ||
+        (kind != "[host" && kind != "[router" && kind != "[at")) {
+      fail(line_, "expected [internet], [host NAME], [router NAME] or [at TIME NAME], found " +
+                      quoted(line));
     }
-    section_ = Section::Node;
-    openNode(Trim(std::string_view(line).substr(line.find(' '), line.size() - line.find(' ') - 1)),
-             !host);
+    const std::string words = Trim(std::string_view(line).substr(blank, line.size() - blank - 1));
+    if (kind == "[at") {
+      openChange(words);
+    } else {
+      openNode(words, kind == "[router");
+    }
   }
 
   void openNode(const std::string& name, bool router) {
@@ -94,23 +102,54 @@ class Reader {
     node.router = router;
     scenario_.nodes.push_back(node);
     origins_.push_back({line_, line_, {}});
+    section_ = Section::Node;
+    current_ = scenario_.nodes.size() - 1;
   }
+
+  // "20 s one.example"
+  void openChange(const std::string& words) {
+    const std::size_t blank = std::min(words.rfind(' '), words.size());
+    const std::string name = Trim(std::string_view(words).substr(blank));
+    Change change;
+    attempt([&] { change.at = readDuration(Trim(words.substr(0, blank)), kLatestMoment); });
+    const auto known = byName_.find(LCase(name));
+    if (known == byName_.end()) fail(line_, "no section of " + quoted(name) + " above this one");
+    auto& changes = scenario_.nodes[known->second].changes;
+    if (!changes.empty() && changes.back().at >= change.at) {
+      fail(line_, "the changes of " + quoted(name) + " are not in the order of their times");
+    }
+    change.behaviour =
+        changes.empty() ? scenario_.nodes[known->second].atFirst : changes.back().behaviour;
+    changes.push_back(change);
+    section_ = Section::Change;
+    current_ = known->second;
+  }
+
+  Node& current() { return scenario_.nodes[current_]; }
+  const Node& current() const { return scenario_.nodes[current_]; }
 
   void readPair(const std::string& key, const std::string& value) {
     if (section_ == Section::None) fail(line_, "a key before the first section");
     if (!keys_.insert(key).second) fail(line_, quoted(key) + " stands twice in this section");
     bool known = false;
-    attempt([&] {
-      known = section_ == Section::Internet ? takeInternet(key, value) : takeNode(key, value);
-    });
-    if (known) return;
-    if (section_ == Section::Internet) {
-      fail(line_, "[internet] has no key " + quoted(key) +
-                      "; it has title, machine, gateway, dns, seed and mtu");
+    attempt([&] { known = take(key, value); });
+    if (!known) fail(line_, quoted(key) + " is no key here; known are " + keysHere());
+  }
+
+  bool take(const std::string& key, const std::string& value) {
+    if (section_ == Section::Internet) return takeInternet(key, value);
+    Node& node = current();
+    if (section_ == Section::Change) {
+      return setBehaviour(node.changes.back().behaviour, node.router, key, value);
     }
-    fail(line_, (scenario_.nodes.back().router ? "a router has no key " : "a host has no key ") +
-                    quoted(key) + "; it has address, delay, jitter, loss, loss-pattern, silent" +
-                    (scenario_.nodes.back().router ? " and nameless" : ", nameless and via"));
+    return takeNode(node, key, value) || setBehaviour(node.atFirst, node.router, key, value);
+  }
+
+  std::string keysHere() const {
+    if (section_ == Section::Internet) return "title, machine, gateway, dns, seed, mtu";
+    std::string behaviour = behaviourKeys(current().router);
+    if (section_ == Section::Change) return behaviour;
+    return (current().router ? "address, nameless, " : "address, nameless, via, ") + behaviour;
   }
 
   // Runs a reading of values and says in which line it failed.
@@ -144,27 +183,17 @@ class Reader {
     return true;
   }
 
-  bool takeNode(const std::string& key, const std::string& value) {
-    Node& node = scenario_.nodes.back();
+  bool takeNode(Node& node, const std::string& key, const std::string& value) {
     if (key == "address") {
       node.addresses = readAddresses(value);
       if (node.addresses.size() > kMostAddresses) fail(line_, "more than 16 addresses");
       for (const IpAddress& address : node.addresses) claim(address);
-    } else if (key == "delay") {
-      node.delay = readDuration(value);
-    } else if (key == "jitter") {
-      node.jitter = readDuration(value);
-    } else if (key == "loss") {
-      node.loss = readPercentage(value);
-    } else if (key == "loss-pattern") {
-      node.loseEvery = readPattern(value);
-    } else if (key == "silent") {
-      node.silent = readYesNo(value);
     } else if (key == "nameless") {
       node.nameless = readYesNo(value);
     } else if (key == "via" && !node.router) {
-      origins_.back().viaLine = line_;
-      origins_.back().via = splitList(value);
+      Origin& origin = origins_[current_];
+      origin.viaLine = line_;
+      for (const std::string& hop : splitList(value)) origin.via.push_back(splitList(hop, '|'));
     } else {
       return false;
     }
@@ -193,15 +222,14 @@ class Reader {
       if (scenario_.machine.empty()) fail(sectionLine_, "[internet] lacks the key \"machine\"");
       if (scenario_.dns.empty()) fail(sectionLine_, "[internet] lacks the key \"dns\"");
     }
-    if (section_ != Section::Node) return;
-    const Node& node = scenario_.nodes.back();
+    if (section_ != Section::Node && section_ != Section::Change) return;
+    const Node& node = current();
     if (node.addresses.empty())
       fail(sectionLine_, quoted(node.name) + " lacks the key \"address\"");
-    if (node.jitter > node.delay) {
-      fail(sectionLine_, quoted(node.name) + " has a jitter longer than its delay");
-    }
-    if (node.loss > 0 && node.loseEvery > 0) {
-      fail(sectionLine_, quoted(node.name) + " has both loss and loss-pattern");
+    try {
+      checkBehaviour(section_ == Section::Node ? node.atFirst : node.changes.back().behaviour);
+    } catch (const std::invalid_argument& error) {
+      fail(sectionLine_, quoted(node.name) + ' ' + error.what());
     }
   }
 
@@ -215,25 +243,43 @@ class Reader {
   // that has no way yet its own.
   void tieWay(std::size_t host, std::vector<bool>& onAWay) {
     const Origin& origin = origins_[host];
-    if (origin.via.size() > kMostVia) fail(origin.viaLine, "more than 64 routers on the way");
-    std::vector<std::size_t> way;
-    for (const std::string& name : origin.via) {
-      const auto known = byName_.find(LCase(name));
-      if (known == byName_.end() || !scenario_.nodes[known->second].router) {
-        fail(origin.viaLine, "no section [router " + name + "] in this file");
+    if (origin.via.size() > kMostHops) fail(origin.viaLine, "more than 64 hops on the way");
+    std::vector<std::vector<std::size_t>> way;
+    for (const auto& names : origin.via) {
+      std::vector<std::size_t> hop;
+      for (const std::string& name : names) {
+        const std::size_t router = findRouter(name, origin.viaLine);
+        if (!onAWay[router]) scenario_.nodes[router].via = wayOfTurn(way, hop.size());
+        onAWay[router] = true;
+        hop.push_back(router);
       }
-      const std::size_t router = known->second;
-      if (!onAWay[router]) scenario_.nodes[router].via = way;
-      onAWay[router] = true;
-      way.push_back(router);
+      way.push_back(hop);
     }
     if (!scenario_.nodes[host].router) scenario_.nodes[host].via = way;
+  }
+
+  std::size_t findRouter(const std::string& name, std::size_t line) const {
+    const auto known = byName_.find(LCase(name));
+    if (known == byName_.end() || !scenario_.nodes[known->second].router) {
+      fail(line, "no section [router " + name + "] in this file");
+    }
+    return known->second;
+  }
+
+  // The one router at each hop that a packet of a turn passes.
+  static std::vector<std::vector<std::size_t>> wayOfTurn(
+      const std::vector<std::vector<std::size_t>>& way, std::size_t turn) {
+    std::vector<std::vector<std::size_t>> passed;
+    passed.reserve(way.size());
+    for (const auto& hop : way) passed.push_back({hop[turn % hop.size()]});
+    return passed;
   }
 
   Scenario scenario_;
   std::size_t line_ = 0;
   Section section_ = Section::None;
   std::size_t sectionLine_ = 0;
+  std::size_t current_ = 0;  // position of the node that the section is about
   bool internetSeen_ = false;
   std::set<std::string> keys_;   // of the present section
   std::vector<Origin> origins_;  // one for each node
@@ -242,6 +288,12 @@ class Reader {
 };
 
 }  // namespace
+
+const Behaviour& Node::behaviour(Time at) const {
+  const auto next = std::find_if(changes.begin(), changes.end(),
+                                 [&](const Change& each) { return each.at > at; });
+  return next == changes.begin() ? atFirst : std::prev(next)->behaviour;
+}
 
 Scenario readScenario(std::string_view text) { return Reader().read(text); }
 

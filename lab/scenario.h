@@ -13,20 +13,52 @@
 //
 //   [host far.example]            something to reach; also [router NAME]
 //   address = 203.0.113.80, 2001:db8:80::1   at least one
-//   delay = 80 ms                 there and back; units us, ms, s; default 0
-//   jitter = 20 ms                each reply comes up to this earlier or later
-//   loss = 20 %                   of the echoes, at random
-//   loss-pattern = every 5th      instead: the 5th echo is lost, the 10th, ...
-//   silent = yes                  answers nothing
 //   nameless = yes                the DNS does not know it
 //   via = one.example, two.example           routers on the way, nearest first
 //
-// Routers take the same keys but "via": their way is that of the first host
-// whose way they are on. Delay, jitter, loss and silence of a router concern
-// what it answers itself, not what it passes on.
+// Several routers at one hop, which take turns: "via = one, two-a | two-b, three".
+// The turns are counted for each destination and hop limit by itself: the first
+// packet takes the first of each hop's routers, the second the second, and so on
+// around. Routers have no "via": their way is that of the first host whose way
+// they are on.
+//
+// What a node answers itself:
+//
+//   delay = 80 ms                 there and back, from the machine, and not from
+//                                 the hop before; units us, ms, s; default 0
+//   jitter = 20 ms                each answer comes up to this earlier or later
+//   loss = 20 %                   of the answers, at random
+//   loss-pattern = every 5th      instead: the 5th is lost, the 10th, ...; or
+//                                 "13 of 100", spread evenly
+//   twice = every 4th             answers that come twice, one behind the other
+//   late = every 5th by 300 ms    answers that come so much later
+//   silent = yes                  answers nothing, though it passes packets on
+//   rate-limit = 2                errors that a router sends: as many at once,
+//                                 and then as many a second
+//
+// What comes to a node, and so what passes on behind it:
+//
+//   link-delay = 5 ms             on the link towards the machine, there and back;
+//                                 adds to the delay of this node and of all behind
+//   link-loss = 13 %              on that link, of what goes out, at random
+//   link-loss-pattern = 13 of 100 instead; counted for each destination and hop
+//                                 limit by itself, so that packets to several
+//                                 hops by turns lose alike
+//   mtu = 1400                    longest packet that a router passes on. Of a
+//                                 longer one that must not be cut into pieces it
+//                                 tells; any other passes
+//   beyond = lost                 a router passes nothing on, without a word; with
+//                                 "host-unreachable" or "net-unreachable" it tells
+//                                 so; default "passes"
+//
+// Changes over time: sections behind that of the node, with any keys of the last
+// two lists. Other keys keep their values. Time begins with the first packet to a
+// host or router.
+//
+//   [at 20 s one.example]
+//   beyond = lost
 #pragma once
 
-#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <stdexcept>
@@ -35,24 +67,30 @@
 #include <vector>
 
 #include "lab/address.h"
+#include "lab/behaviour.h"
 
 namespace veltrin::lab {
 
-// A duration, or a moment as the time since the lab began.
-using Time = std::chrono::nanoseconds;
+// From a moment on a node behaves otherwise.
+struct Change {
+  Time at{};  // since the first packet to a host or router
+  Behaviour behaviour;
+};
 
 // A host or a router.
 struct Node {
   std::string name;
   bool router = false;
   std::vector<IpAddress> addresses;
-  Time delay{};                 // round trip
-  Time jitter{};                // 0 to delay; replies take delay - jitter to delay + jitter
-  double loss = 0;              // 0 to 1
-  std::uint32_t loseEvery = 0;  // 0: no pattern
-  bool silent = false;
   bool nameless = false;
-  std::vector<std::size_t> via;  // positions in Scenario::nodes, nearest first
+  // The hops of its way, nearest first: the routers there, as positions in
+  // Scenario::nodes. They take turns.
+  std::vector<std::vector<std::size_t>> via;
+  Behaviour atFirst;
+  std::vector<Change> changes;  // earliest first
+
+  // How it behaves at a moment since the first packet.
+  const Behaviour& behaviour(Time at) const;
 };
 
 // An address of the machine inside the lab and the length of its network part.

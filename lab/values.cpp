@@ -11,7 +11,9 @@
 namespace veltrin::lab {
 namespace {
 
-constexpr double kLongestDuration = 60e9;  // nanoseconds
+constexpr std::string_view kEvery = "every ";
+constexpr std::string_view kOf = " of ";
+constexpr std::string_view kBy = " by ";
 constexpr std::size_t kLongestName = 253;
 constexpr std::size_t kLongestLabel = 63;
 
@@ -74,11 +76,12 @@ bool isNameLetter(char letter) {
 
 }  // namespace
 
-Time readDuration(std::string_view text) {
+Time readDuration(std::string_view text, std::chrono::seconds longest) {
   const auto measure = readMeasure(text);
   const double scale = measure ? nanosecondsOf(measure->unit) : -1;
-  if (scale < 0 || !(measure->number >= 0 && measure->number * scale <= kLongestDuration)) {
-    refuse("a time from 0 to 60 s, such as \"2 ms\"", text);
+  const auto most = static_cast<double>(Time(longest).count());
+  if (scale < 0 || !(measure->number >= 0 && measure->number * scale <= most)) {
+    refuse("a time from 0 to " + std::to_string(longest.count()) + " s, such as \"2 ms\"", text);
   }
   return Time(std::llround(measure->number * scale));
 }
@@ -91,15 +94,29 @@ double readPercentage(std::string_view text) {
   return measure->number / 100;
 }
 
-std::uint32_t readPattern(std::string_view text) {
-  static constexpr std::string_view kEvery = "every ";
-  std::uint32_t number = 0;
-  std::optional<std::string_view> ending;
-  if (text.starts_with(kEvery)) ending = takeNumber(text.substr(kEvery.size()), number);
-  if (number == 0 || !ending || *ending != ordinalEnding(number)) {
-    refuse("a pattern, such as \"every 5th\"", text);
+Pattern readPattern(std::string_view text) {
+  Pattern pattern;
+  bool sound = false;
+  if (text.starts_with(kEvery)) {
+    pattern.picked = 1;
+    const auto ending = takeNumber(text.substr(kEvery.size()), pattern.of);
+    sound = ending && *ending == ordinalEnding(pattern.of);
+  } else if (const auto rest = takeNumber(text, pattern.picked); rest && rest->starts_with(kOf)) {
+    const auto ending = takeNumber(rest->substr(kOf.size()), pattern.of);
+    sound = ending && ending->empty();
   }
-  return number;
+  if (!sound || pattern.of == 0 || pattern.picked > pattern.of) {
+    refuse("a pattern, such as \"every 5th\" or \"13 of 100\"", text);
+  }
+  return pattern;
+}
+
+DelayedPattern readDelayedPattern(std::string_view text) {
+  const std::size_t by = text.find(kBy);
+  if (by == std::string_view::npos) {
+    refuse("a pattern and a time, such as \"every 5th by 300 ms\"", text);
+  }
+  return {readPattern(text.substr(0, by)), readDuration(text.substr(by + kBy.size()))};
 }
 
 bool readYesNo(std::string_view text) {
@@ -142,13 +159,13 @@ std::vector<MachineAddress> readMachineAddresses(std::string_view text) {
   return addresses;
 }
 
-std::vector<std::string> splitList(std::string_view text) {
+std::vector<std::string> splitList(std::string_view text, char separator) {
   std::vector<std::string> parts;
   while (true) {
-    const std::size_t comma = text.find(',');
-    parts.push_back(Trim(text.substr(0, comma)));
-    if (comma == std::string_view::npos) return parts;
-    text.remove_prefix(comma + 1);
+    const std::size_t end = text.find(separator);
+    parts.push_back(Trim(text.substr(0, end)));
+    if (end == std::string_view::npos) return parts;
+    text.remove_prefix(end + 1);
   }
 }
 

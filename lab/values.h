@@ -14,14 +14,27 @@ namespace veltrin::lab {
 // std::invalid_argument with a sentence that says what is expected and what
 // stands there.
 
-// "2 ms", "250 us", "1.5 s": 0 to 60 seconds.
-Time readDuration(std::string_view text);
+// The longest delay, and the latest moment, that a scenario can name.
+inline constexpr std::chrono::seconds kLongestDelay{60};
+inline constexpr std::chrono::seconds kLatestMoment{86400};
+
+// "2 ms", "250 us", "1.5 s": 0 to `longest`.
+Time readDuration(std::string_view text, std::chrono::seconds longest = kLongestDelay);
 
 // "20 %" or "0.5 %" as a fraction: 0 to 1.
 double readPercentage(std::string_view text);
 
-// "every 5th" as 5; from "every 1st" on.
-std::uint32_t readPattern(std::string_view text);
+// "every 5th", from "every 1st" on; or "13 of 100", from "0 of 1" on.
+Pattern readPattern(std::string_view text);
+
+// Answers that a pattern picks, and how much later they come.
+struct DelayedPattern {
+  Pattern pattern;
+  Time delay{};
+};
+
+// "every 5th by 300 ms".
+DelayedPattern readDelayedPattern(std::string_view text);
 
 // "yes" or "no".
 bool readYesNo(std::string_view text);
@@ -35,8 +48,8 @@ std::vector<IpAddress> readAddresses(std::string_view text);
 // "192.0.2.2/24, 2001:db8::2/64": one or more.
 std::vector<MachineAddress> readMachineAddresses(std::string_view text);
 
-// The parts between commas, without blanks around them; parts may be empty.
-std::vector<std::string> splitList(std::string_view text);
+// The parts between separators, without blanks around them; parts may be empty.
+std::vector<std::string> splitList(std::string_view text, char separator = ',');
 
 // A name as the DNS allows it: labels of 1 to 63 letters, digits and hyphens,
 // up to 253 characters (RFC 1035 section 2.3.1, RFC 1123 section 2.1).

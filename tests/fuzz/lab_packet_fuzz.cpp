@@ -20,10 +20,17 @@ constexpr std::string_view kScenario =
     "dns = 198.51.100.53\n"
     "[router gateway.example]\n"
     "address = 192.0.2.1, 2001:db8::1\n"
+    "twice = every 2nd\n"
+    "mtu = 68\n"
+    "[router second.example]\n"
+    "address = 192.0.2.3, 2001:db8::3\n"
+    "beyond = net-unreachable\n"
     "[host near.example]\n"
     "address = 203.0.113.2, 2001:db8:0:2::1\n"
     "jitter = 0 ms\n"
-    "via = gateway.example\n";
+    "late = every 3rd by 1 ms\n"
+    "link-loss-pattern = 1 of 7\n"
+    "via = gateway.example | second.example\n";
 
 // Every answer must itself be a packet that a reader takes.
 void mustAnswerSoundly(Internet& internet, Bytes bytes) {

@@ -165,7 +165,7 @@ TEST_F(LabInternet, RouterAnswersAnEchoItself) {
 TEST_F(LabInternet, RouterSaysNothingAboutAnError) {
   const Packet about = makeEcho("203.0.113.80");
   const Packet error =
-      icmpError(IcmpError::PortUnreachable, *readIp(about), addressOf(kMachine), 1, 64);
+      icmpError({IcmpError::PortUnreachable}, *readIp(about), addressOf(kMachine), 1, 64);
   Packet toFar(error.begin() + 20, error.end());
   EXPECT_THAT(send(makeV4(kMachine, "203.0.113.80", 1, toFar, 1)), IsEmpty());
 }

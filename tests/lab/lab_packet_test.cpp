@@ -175,7 +175,7 @@ TEST(LabUdp, MayLeaveTheChecksumOutInIpv4) {
 TEST(LabError, QuotesThePacketAsItStoodThere) {
   const Packet bytes = makeEcho("203.0.113.2", 3);
   const Packet error =
-      icmpError(IcmpError::TimeExceeded, *readIp(bytes), addressOf("192.0.2.1"), 1, 62);
+      icmpError({IcmpError::TimeExceeded}, *readIp(bytes), addressOf("192.0.2.1"), 1, 62);
   const auto packet = readIp(error);
   ASSERT_TRUE(packet);
   EXPECT_EQ(packet->source.text(), "192.0.2.1");
@@ -191,7 +191,7 @@ TEST(LabError, QuotesThePacketAsItStoodThere) {
 TEST(LabError, OfIpv6HasARightChecksum) {
   const Packet bytes = makeEchoV6("2001:db8:0:2::1");
   const Packet error =
-      icmpError(IcmpError::PortUnreachable, *readIp(bytes), addressOf("2001:db8:0:2::1"), 60, 64);
+      icmpError({IcmpError::PortUnreachable}, *readIp(bytes), addressOf("2001:db8:0:2::1"), 60, 64);
   const Packet body(error.begin() + 40, error.end());
   EXPECT_THAT(Bytes(body).first(2), ElementsAre(1, 4));
   EXPECT_EQ(checksumWithAddresses("2001:db8:0:2::1", kMachineV6, 58, body), 0);
@@ -200,7 +200,7 @@ TEST(LabError, OfIpv6HasARightChecksum) {
 TEST(LabError, NeverGrowsPastTheSizeThatPassesEverywhere) {
   const Packet bytes = makeEcho("203.0.113.2", 1, 1400);
   const Packet error =
-      icmpError(IcmpError::TimeExceeded, *readIp(bytes), addressOf("192.0.2.1"), 1, 64);
+      icmpError({IcmpError::TimeExceeded}, *readIp(bytes), addressOf("192.0.2.1"), 1, 64);
   EXPECT_EQ(error.size(), 576U);
 }
 

@@ -1,15 +1,10 @@
 // The program `lab` itself, with the system's own tools inside. Skipped with the
 // lab's reason where it cannot run.
-#include <array>
-#include <cstdio>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
-#include <sys/wait.h>
-#include <vector>
 
-#include "lab/command.h"
+#include "lab_program.h"
 
 namespace veltrin::lab {
 namespace {
@@ -19,35 +14,8 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-struct Outcome {
-  int code = -1;
-  std::string text;  // both outputs
-};
-
-// Runs a line of the shell in which $LAB is the program.
-Outcome runLine(const std::string& line) {
-  const std::string whole = std::string("export LC_ALL=C LAB='") + LAB_PROGRAM + "'; " + line;
-  Outcome outcome;
-  FILE* const pipe = popen(("exec 2>&1; " + whole).c_str(), "r");
-  if (pipe == nullptr) return outcome;
-  std::array<char, 4096> buffer{};
-  while (const std::size_t length = std::fread(buffer.data(), 1, buffer.size(), pipe)) {
-    outcome.text.append(buffer.data(), length);
-  }
-  const int status = pclose(pipe);
-  outcome.code = exitCodeOf(status);
-  return outcome;
-}
-
-// Tests of this kind need the lab to run on the present machine.
-class LabReal : public testing::Test {
+class LabReal : public LabRunning {
  protected:
-  void SetUp() override {
-    const Outcome outcome = runLine("\"$LAB\" ping-test true");
-    if (outcome.code == kExitCannotRun) GTEST_SKIP() << outcome.text;
-    ASSERT_EQ(outcome.code, 0) << outcome.text;
-  }
-
   // The least round trip in milliseconds that ping's last line tells; -1 when
   // there is none.
   static double leastOf(const std::string& text) {
@@ -151,8 +119,19 @@ TEST_F(LabReal, SystemOutsideKeepsItsResolverSettings) {
 
 TEST(LabProgram, ListsItsScenarios) {
   EXPECT_EQ(runLine("\"$LAB\" --list").text,
+            "balanced         Two routers each at hops 4 and 5\n"
+            "clean-15         Fifteen hops that all answer\n"
             "demo             A small Internet for trying out the whole program\n"
-            "ping-test        Five destinations at known distances, one of which does not exist\n");
+            "dies-and-returns A path that dies at 20 s and returns at 35 s\n"
+            "ipv6             Fifteen hops over IPv6 alone\n"
+            "long-30          Thirty hops, and a host that is too far away\n"
+            "lossy-middle     Loss on a link and at a router\n"
+            "mtu-1400         Links that pass no more than 1400 bytes\n"
+            "odd-replies      Replies that come twice or out of order\n"
+            "ping-test        Five destinations at known distances, one of which does not exist\n"
+            "rate-limited     Routers that answer only so many times a second\n"
+            "silent-15        Fifteen hops, three of them silent\n"
+            "unreachable      Routers that tell of unreachable hosts and networks\n");
 }
 
 TEST(LabProgram, ChecksAScenario) {

@@ -62,35 +62,37 @@ TEST(LabScenario, ReadsAHost) {
   EXPECT_EQ(host.name, "far.example");
   EXPECT_FALSE(host.router);
   EXPECT_THAT(host.addresses, ElementsAre(addressOf("203.0.113.80"), addressOf("2001:db8::80")));
-  EXPECT_EQ(host.delay, milliseconds(1500));
-  EXPECT_EQ(host.jitter, microseconds(250));
-  EXPECT_EQ(host.loss, 0.125);
-  EXPECT_TRUE(host.silent);
+  EXPECT_EQ(host.atFirst.delay, milliseconds(1500));
+  EXPECT_EQ(host.atFirst.jitter, microseconds(250));
+  EXPECT_EQ(host.atFirst.loss.share, 0.125);
+  EXPECT_TRUE(host.atFirst.silent);
   EXPECT_TRUE(host.nameless);
 }
 
 TEST(LabScenario, GivesAHostWithAnAddressAloneQuietDefaults) {
   const Node host = readScenario(kInternet + "[host a]\naddress = 203.0.113.1\n").nodes.at(0);
-  EXPECT_EQ(host.delay, Time::zero());
-  EXPECT_EQ(host.jitter, Time::zero());
-  EXPECT_EQ(host.loss, 0);
-  EXPECT_EQ(host.loseEvery, 0U);
-  EXPECT_FALSE(host.silent);
+  EXPECT_EQ(host.atFirst.delay, Time::zero());
+  EXPECT_EQ(host.atFirst.jitter, Time::zero());
+  EXPECT_EQ(host.atFirst.loss.share, 0);
+  EXPECT_EQ(host.atFirst.loss.pattern, Pattern{});
+  EXPECT_FALSE(host.atFirst.silent);
   EXPECT_FALSE(host.nameless);
   EXPECT_THAT(host.via, IsEmpty());
 }
 
-TEST(LabScenario, ReadsEveryOrdinalOfAPattern) {
-  const auto everyOf = [](const std::string& pattern) {
+TEST(LabScenario, ReadsEveryFormOfAPattern) {
+  const auto patternOf = [](const std::string& pattern) {
     return readScenario(kInternet + "[host a]\naddress = 203.0.113.1\nloss-pattern = " + pattern)
         .nodes.at(0)
-        .loseEvery;
+        .atFirst.loss.pattern;
   };
-  EXPECT_EQ(everyOf("every 1st"), 1U);
-  EXPECT_EQ(everyOf("every 2nd"), 2U);
-  EXPECT_EQ(everyOf("every 3rd"), 3U);
-  EXPECT_EQ(everyOf("every 11th"), 11U);
-  EXPECT_EQ(everyOf("every 122nd"), 122U);
+  EXPECT_EQ(patternOf("every 1st"), (Pattern{1, 1}));
+  EXPECT_EQ(patternOf("every 2nd"), (Pattern{1, 2}));
+  EXPECT_EQ(patternOf("every 3rd"), (Pattern{1, 3}));
+  EXPECT_EQ(patternOf("every 11th"), (Pattern{1, 11}));
+  EXPECT_EQ(patternOf("every 122nd"), (Pattern{1, 122}));
+  EXPECT_EQ(patternOf("13 of 100"), (Pattern{13, 100}));
+  EXPECT_EQ(patternOf("0 of 1"), (Pattern{0, 1}));
 }
 
 TEST(LabScenario, TiesTheWayOfAHostAndOfTheRoutersOnIt) {
@@ -98,9 +100,60 @@ TEST(LabScenario, TiesTheWayOfAHostAndOfTheRoutersOnIt) {
                                          "[host far]\naddress = 203.0.113.1\nvia = one, TWO\n"
                                          "[router one]\naddress = 203.0.113.2\n"
                                          "[router two]\naddress = 203.0.113.3\n");
-  EXPECT_THAT(scenario.nodes[0].via, ElementsAre(1U, 2U));
+  EXPECT_THAT(scenario.nodes[0].via, ElementsAre(ElementsAre(1U), ElementsAre(2U)));
   EXPECT_THAT(scenario.nodes[1].via, IsEmpty());
-  EXPECT_THAT(scenario.nodes[2].via, ElementsAre(1U));
+  EXPECT_THAT(scenario.nodes[2].via, ElementsAre(ElementsAre(1U)));
+}
+
+TEST(LabScenario, ReadsTheBehaviourOfARouter) {
+  const Behaviour router = readScenario(kInternet +
+                                        "[router one]\n"
+                                        "address = 198.51.100.1\n"
+                                        "twice = every 4th\n"
+                                        "late = every 5th by 300 ms\n"
+                                        "rate-limit = 2\n"
+                                        "link-delay = 5 ms\n"
+                                        "link-loss = 12.5 %\n"
+                                        "mtu = 1400\n"
+                                        "beyond = host-unreachable\n")
+                               .nodes.at(0)
+                               .atFirst;
+  EXPECT_EQ(router.twice, (Pattern{1, 4}));
+  EXPECT_EQ(router.late, (Pattern{1, 5}));
+  EXPECT_EQ(router.lateBy, milliseconds(300));
+  EXPECT_EQ(router.rateLimit, 2U);
+  EXPECT_EQ(router.linkDelay, milliseconds(5));
+  EXPECT_EQ(router.linkLoss.share, 0.125);
+  EXPECT_EQ(router.mtu, 1400U);
+  EXPECT_EQ(router.beyond, Beyond::HostUnreachable);
+}
+
+TEST(LabScenario, TiesTheTurnsOfRoutersAtOneHop) {
+  const Scenario scenario = readScenario(kInternet +
+                                         "[router one]\naddress = 203.0.113.1\n"
+                                         "[router two-a]\naddress = 203.0.113.2\n"
+                                         "[router two-b]\naddress = 203.0.113.3\n"
+                                         "[router three-a]\naddress = 203.0.113.4\n"
+                                         "[router three-b]\naddress = 203.0.113.5\n"
+                                         "[host far]\naddress = 203.0.113.6\n"
+                                         "via = one, two-a | two-b, three-a|three-b\n");
+  EXPECT_THAT(scenario.nodes[5].via,
+              ElementsAre(ElementsAre(0U), ElementsAre(1U, 2U), ElementsAre(3U, 4U)));
+  EXPECT_THAT(scenario.nodes[4].via, ElementsAre(ElementsAre(0U), ElementsAre(2U)));
+}
+
+TEST(LabScenario, ChangeKeepsWhatItDoesNotName) {
+  const Node node = readScenario(kInternet +
+                                 "[host a]\naddress = 203.0.113.1\ndelay = 9 ms\n"
+                                 "[at 20 s a]\nsilent = yes\n"
+                                 "[at 3600 s A]\ndelay = 1 ms\n")
+                        .nodes.at(0);
+  ASSERT_EQ(node.changes.size(), 2U);
+  EXPECT_EQ(node.changes[0].at, std::chrono::seconds(20));
+  EXPECT_TRUE(node.changes[0].behaviour.silent);
+  EXPECT_EQ(node.changes[0].behaviour.delay, milliseconds(9));
+  EXPECT_TRUE(node.changes[1].behaviour.silent);
+  EXPECT_EQ(node.changes[1].behaviour.delay, milliseconds(1));
 }
 
 struct Fault {
@@ -122,20 +175,23 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"seed = 1\n", "line 1: a key before the first section"},
         Fault{"[internet]\nseed\n", "line 2: expected [SECTION] or KEY = VALUE, found \"seed\""},
         Fault{"[lan]\n",
-              "line 1: expected [internet], [host NAME] or [router NAME], found \"[lan]\""},
+              "line 1: expected [internet], [host NAME], [router NAME] or [at TIME NAME], found "
+              "\"[lan]\""},
         Fault{"[host a\n",
-              "line 1: expected [internet], [host NAME] or [router NAME], found \"[host a\""},
+              "line 1: expected [internet], [host NAME], [router NAME] or [at TIME NAME], found "
+              "\"[host a\""},
         Fault{kInternet + kInternet, "line 4: a second section [internet]"},
         Fault{"[internet]\nseed = 1\nseed = 1\n", "line 3: \"seed\" stands twice in this section"},
-        Fault{"[internet]\nspeed = 1\n",
-              "line 2: [internet] has no key \"speed\"; it has title, machine, gateway, dns, seed "
-              "and mtu"},
+        Fault{
+            "[internet]\nspeed = 1\n",
+            "line 2: \"speed\" is no key here; known are title, machine, gateway, dns, seed, mtu"},
         Fault{kInternet + "[host a]\ndealy = 2 ms\n",
-              "line 5: a host has no key \"dealy\"; it has address, delay, jitter, loss, "
-              "loss-pattern, silent, nameless and via"},
+              "line 5: \"dealy\" is no key here; known are address, nameless, via, delay, jitter, "
+              "loss, loss-pattern, twice, late, silent, link-delay, link-loss, link-loss-pattern"},
         Fault{kInternet + "[router a]\nvia = b\n",
-              "line 5: a router has no key \"via\"; it has address, delay, jitter, loss, "
-              "loss-pattern, silent and nameless"},
+              "line 5: \"via\" is no key here; known are address, nameless, delay, jitter, loss, "
+              "loss-pattern, twice, late, silent, link-delay, link-loss, link-loss-pattern, "
+              "rate-limit, mtu, beyond"},
         Fault{"\n[internet]\ndns = 198.51.100.53\n",
               "line 2: [internet] lacks the key \"machine\""},
         Fault{"[internet]\nmachine = 192.0.2.2/24\n[host a]\n",
@@ -192,10 +248,57 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"[host a]\nloss = 101 %\n",
               "line 2: expected a share from 0 % to 100 %, such as \"20 %\", found \"101 %\""},
         Fault{"[host a]\nloss-pattern = every 2th\n",
-              "line 2: expected a pattern, such as \"every 5th\", found \"every 2th\""},
+              "line 2: expected a pattern, such as \"every 5th\" or \"13 of 100\", found \"every "
+              "2th\""},
         Fault{"[host a]\nloss-pattern = every 0th\n",
-              "line 2: expected a pattern, such as \"every 5th\", found \"every 0th\""},
-        Fault{"[host a]\nsilent = true\n", "line 2: expected \"yes\" or \"no\", found \"true\""}));
+              "line 2: expected a pattern, such as \"every 5th\" or \"13 of 100\", found \"every "
+              "0th\""},
+        Fault{"[host a]\nsilent = true\n", "line 2: expected \"yes\" or \"no\", found \"true\""},
+        Fault{"[host a]\nlink-loss-pattern = 101 of 100\n",
+              "line 2: expected a pattern, such as \"every 5th\" or \"13 of 100\", found \"101 of "
+              "100\""},
+        Fault{
+            "[host a]\nlink-loss-pattern = 0 of 0\n",
+            "line 2: expected a pattern, such as \"every 5th\" or \"13 of 100\", found \"0 of 0\""},
+        Fault{"[host a]\nlate = every 5th\n",
+              "line 2: expected a pattern and a time, such as \"every 5th by 300 ms\", found "
+              "\"every 5th\""},
+        Fault{"[host a]\nlink-delay = 61 s\n",
+              "line 2: expected a time from 0 to 60 s, such as \"2 ms\", found \"61 s\""},
+        Fault{"[host a]\nlink-loss = all\n",
+              "line 2: expected a share from 0 % to 100 %, such as \"20 %\", found \"all\""},
+        Fault{"[router a]\nrate-limit = 0\n",
+              "line 2: expected a whole number from 1 to 1000000, found \"0\""},
+        Fault{"[router a]\nmtu = 67\n",
+              "line 2: expected a whole number from 68 to 65535, found \"67\""},
+        Fault{"[router a]\nbeyond = dead\n",
+              "line 2: expected \"passes\", \"lost\", \"host-unreachable\" or "
+              "\"net-unreachable\", found \"dead\""}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Paths, LabScenarioFault,
+    testing::Values(
+        Fault{kInternet + "[host a]\naddress = 203.0.113.1\nvia = b |\n[router b]\naddress = "
+                          "203.0.113.2\n",
+              "line 6: no section [router ] in this file"},
+        Fault{kInternet + "[host a]\naddress = 203.0.113.1\nlink-loss = 1 %\nlink-loss-pattern = "
+                          "every 5th\n",
+              "line 4: \"a\" has both link-loss and link-loss-pattern"},
+        Fault{kInternet + "[host a]\naddress = 203.0.113.1\nbeyond = lost\n",
+              "line 6: \"beyond\" is no key here; known are address, nameless, via, delay, jitter, "
+              "loss, loss-pattern, twice, late, silent, link-delay, link-loss, link-loss-pattern"},
+        Fault{"[at 20 s a]\n", "line 1: no section of \"a\" above this one"},
+        Fault{"[at 20]\n",
+              "line 1: expected a time from 0 to 86400 s, such as \"2 ms\", found \"20\""},
+        Fault{"[at soon a]\n",
+              "line 1: expected a time from 0 to 86400 s, such as \"2 ms\", found \"soon\""},
+        Fault{kInternet + "[host a]\naddress = 203.0.113.1\n[at 20 s a]\naddress = 203.0.113.2\n",
+              "line 7: \"address\" is no key here; known are delay, jitter, loss, loss-pattern, "
+              "twice, late, silent, link-delay, link-loss, link-loss-pattern"},
+        Fault{kInternet + "[host a]\naddress = 203.0.113.1\n[at 20 s a]\n[at 20 s a]\n",
+              "line 7: the changes of \"a\" are not in the order of their times"},
+        Fault{kInternet + "[host a]\naddress = 203.0.113.1\n[at 20 s a]\njitter = 1 ms\n",
+              "line 6: \"a\" has a jitter longer than its delay"}));
 
 }  // namespace
 }  // namespace veltrin::lab
