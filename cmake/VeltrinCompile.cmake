@@ -36,7 +36,7 @@ endif()
 if(WIN32)
   target_compile_definitions(veltrin_options INTERFACE WINVER=0x0A00 _WIN32_WINNT=0x0A00
                                                        WIN32_LEAN_AND_MEAN NOMINMAX)
-  add_link_options(-static)
+  add_link_options(-static -s)
 endif()
 
 if(VELTRIN_SANITIZE)
