@@ -54,12 +54,15 @@ QPalette lightPalette() {
   return palette;
 }
 
+// The first of them that the system has.
 QFont letters() {
 #ifdef Q_OS_WIN
-  QFont font(QStringLiteral("Segoe UI"));
+  const QStringList families{"Segoe UI", "Tahoma", "DejaVu Sans"};
 #else
-  QFont font(QStringLiteral("DejaVu Sans"));
+  const QStringList families{"DejaVu Sans", "Noto Sans", "Liberation Sans"};
 #endif
+  QFont font(families);
+  font.setStyleHint(QFont::SansSerif);
   font.setPointSizeF(kTextSize);
   return font;
 }

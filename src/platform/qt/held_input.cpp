@@ -5,6 +5,8 @@
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <QMouseEvent>
+#include <QWheelEvent>
 #include <QWindow>
 
 namespace veltrin {
@@ -29,6 +31,9 @@ Treatment treatmentAtWindow(const QObject* target, QEvent::Type type) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
     case QEvent::ContextMenu:
+      return Treatment::Hold;
+    case QEvent::Close:
+      return hasFrame(target) ? Treatment::Hold : Treatment::Pass;
     case QEvent::TouchBegin:
     case QEvent::TouchUpdate:
     case QEvent::TouchEnd:
@@ -37,9 +42,6 @@ Treatment treatmentAtWindow(const QObject* target, QEvent::Type type) {
     case QEvent::TabletPress:
     case QEvent::TabletRelease:
     case QEvent::NativeGesture:
-      return Treatment::Hold;
-    case QEvent::Close:
-      return hasFrame(target) ? Treatment::Hold : Treatment::Pass;
     case QEvent::DragEnter:
     case QEvent::DragMove:
     case QEvent::Drop:
@@ -55,6 +57,48 @@ Treatment treatment(const QObject* target, QEvent::Type type) {
   if (type == QEvent::ShortcutOverride) return Treatment::Accept;
   if (type == QEvent::InputMethod) return Treatment::Hold;
   return target->isWindowType() ? treatmentAtWindow(target, type) : Treatment::Pass;
+}
+
+using Maker = std::function<std::unique_ptr<QEvent>()>;
+
+// Events of the mouse share their point with the device, which moves on: they are made
+// anew when they are delivered, from values.
+Maker makerOfMouse(const QMouseEvent& event) {
+  return [type = event.type(), place = event.position(), global = event.globalPosition(),
+          button = event.button(), buttons = event.buttons(), modifiers = event.modifiers(),
+          device = event.pointingDevice(), time = event.timestamp()] {
+    auto made = std::make_unique<QMouseEvent>(type, place, place, global, button, buttons,
+                                              modifiers, device);
+    made->setTimestamp(time);
+    return made;
+  };
+}
+
+Maker makerOfWheel(const QWheelEvent& event) {
+  return [place = event.position(), global = event.globalPosition(), pixels = event.pixelDelta(),
+          angle = event.angleDelta(), buttons = event.buttons(), modifiers = event.modifiers(),
+          phase = event.phase(), inverted = event.inverted(), time = event.timestamp()] {
+    auto made = std::make_unique<QWheelEvent>(place, global, pixels, angle, buttons, modifiers,
+                                              phase, inverted);
+    made->setTimestamp(time);
+    return made;
+  };
+}
+
+Maker makerOf(const QEvent& event) {
+  switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+      return makerOfMouse(static_cast<const QMouseEvent&>(event));
+    case QEvent::Wheel:
+      return makerOfWheel(static_cast<const QWheelEvent&>(event));
+    default:
+      return [copy = std::shared_ptr<QEvent>(event.clone())] {
+        return std::unique_ptr<QEvent>(copy->clone());
+      };
+  }
 }
 
 // Whether a window may take input: it is on the screen, and no modal window that it
@@ -83,46 +127,48 @@ HeldInput::HeldInput(EventGate& gate) : gate_(gate) {
 HeldInput::~HeldInput() = default;
 
 bool HeldInput::eventFilter(QObject* target, QEvent* event) {
-  if (event == sent_ || (event->type() == QEvent::Close && target == closed_)) return false;
   const Treatment how = treatment(target, event->type());
-  if (how == Treatment::Pass) return false;
+  if (how == Treatment::Pass || (sending_ && gate_.isOpen())) return false;
   const QPointer<QObject> alive(target);
   deliver();
   if (!alive) return true;
   if (gate_.isOpen()) return false;
   event->setAccepted(how != Treatment::Refuse && event->type() != QEvent::Close);
-  if (how == Treatment::Hold) hold(target, event);
+  if (how == Treatment::Hold) hold(target, *event);
   return true;
 }
 
 // Only the last of several moves matters.
-void HeldInput::hold(QObject* target, QEvent* event) {
-  if (event->type() == QEvent::MouseMove && !held_.empty() && held_.back().target == target &&
-      held_.back().event->type() == QEvent::MouseMove) {
+void HeldInput::hold(QObject* target, const QEvent& event) {
+  if (event.type() == QEvent::MouseMove && !held_.empty() && held_.back().target == target &&
+      held_.back().type == QEvent::MouseMove) {
     held_.pop_back();
   }
-  held_.push_back({target, std::unique_ptr<QEvent>(event->clone())});
+  held_.push_back({target, event.type(), makerOf(event)});
 }
 
+// Whoever comes here while something is being handed on is a routine that pumps: what
+// comes in from then on is fresh.
 void HeldInput::deliver() {
+  sending_ = false;
   while (gate_.isOpen() && !gate_.hasEnded() && !held_.empty()) {
     const Held next = std::move(held_.front());
     held_.pop_front();
-    if (next.target) send(next);
+    if (!next.target) continue;
+    sending_ = true;
+    send(next);
+    sending_ = false;
   }
 }
 
 void HeldInput::send(const Held& held) {
   if (held.target->isWindowType() && !takesInput(static_cast<const QWindow&>(*held.target))) return;
-  if (held.event->type() == QEvent::Close) {
-    const QObject* before = std::exchange(closed_, held.target.data());
+  if (held.type == QEvent::Close) {
     static_cast<QWindow*>(held.target.data())->close();
-    closed_ = before;
     return;
   }
-  const QEvent* before = std::exchange(sent_, held.event.get());
-  QCoreApplication::sendEvent(held.target, held.event.get());
-  sent_ = before;
+  const auto event = held.make();
+  QCoreApplication::sendEvent(held.target, event.get());
 }
 
 // A posted event wakes the dispatcher that is about to sleep.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <memory>
 
 #include <QEvent>
@@ -14,7 +15,8 @@ namespace veltrin {
 
 // Watches everything that the window system sends to the program's windows. While
 // the gate is closed, keys, mouse buttons, wheels, input methods and the frame's
-// close button wait here in their order; what is dragged over a window is refused.
+// close button wait here in their order; what is dragged over a window is refused, and
+// so are touches and pens, which then come as mouse buttons.
 // Painting, sizes and the answers to the window system go on. What is aimed at a
 // window that has gone, is hidden, or is blocked by a modal one is dropped on delivery.
 class HeldInput : public QObject {
@@ -40,17 +42,17 @@ class HeldInput : public QObject {
  private:
   struct Held {
     QPointer<QObject> target;
-    std::unique_ptr<QEvent> event;
+    QEvent::Type type;
+    std::function<std::unique_ptr<QEvent>()> make;  // for the moment of delivery
   };
 
-  void hold(QObject* target, QEvent* event);
+  void hold(QObject* target, const QEvent& event);
   void send(const Held& held);
   void remindOfRest();
 
   EventGate& gate_;
   std::deque<Held> held_;
-  const QEvent* sent_ = nullptr;     // the held event that is being handed on
-  const QObject* closed_ = nullptr;  // the window that a held close is handed to
+  bool sending_ = false;  // what comes to the filter is due to what is being handed on
   bool reminded_ = false;
 };
 

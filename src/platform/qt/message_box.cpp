@@ -38,6 +38,9 @@ QString shownText(const std::string& text) {
 
 constexpr int kMargin = 16;  // pixels around the text and the buttons
 
+// Without a picture the box keeps a place of that width free.
+int leftMargin(const QMessageBox& box) { return box.icon() == QMessageBox::NoIcon ? 0 : kMargin; }
+
 // Over the middle of the window in front of which it stands, which may go before it.
 void place(QMessageBox& box, const QWidget* front) {
   if (front == nullptr || front->windowHandle() == nullptr) return;
@@ -65,7 +68,7 @@ MessageBox::MessageBox(const std::string& text, int style, const std::string& ti
   box_->setDefaultButton(isQuestion(style) ? QMessageBox::Yes : QMessageBox::Ok);
   box_->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                        Qt::WindowCloseButtonHint);
-  box_->layout()->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  box_->layout()->setContentsMargins(leftMargin(*box_), kMargin, kMargin, kMargin);
   place(*box_, front);
   box_->show();
 }

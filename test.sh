@@ -1,0 +1,72 @@
+#!/usr/bin/env bash
+# Builds and tests everything: the Linux programs under the sanitizers, and the
+# Windows programs under Wine. Ends with one summary of all tests; its exit code
+# is ctest's.
+set -eu
+cd "$(dirname "$(readlink -f "$0")")"
+. tools/common.sh
+
+case ${1:-} in
+  '') ;;
+  *) fail "Usage: ./test.sh (it takes no words). For some tests only: ctest --test-dir build -R NAME" ;;
+esac
+
+cache=${XDG_CACHE_HOME:-$HOME/.cache}/veltrin
+window=OFF
+
+# Puts the ready Qt for Windows into the cache when it lies beside the project
+# and is not there yet.
+unpack_windows_qt() {
+  local archive=../shared/qt-windows.tar.xz folder
+  if [ ! -e "$cache/qt-windows/lib/cmake/Qt6/Qt6Config.cmake" ]; then
+    if [ ! -e "$archive" ]; then
+      say "There is no Qt for Windows in $cache, so the windows of the Windows program are neither built nor tested. packaging/windows/build-qt.sh makes it (about 45 minutes)."
+      return
+    fi
+    say "Unpacking Qt for Windows into $cache"
+    mkdir -p "$cache"
+    folder=$(mktemp -d "$cache/unpack.XXXXXX")
+    tar -xJf "$archive" -C "$folder" || fail "$archive cannot be unpacked; tar's words stand above."
+    rm -rf "$cache/qt-windows"
+    mv "$folder/qt-windows" "$cache/qt-windows"
+    rmdir "$folder"
+  fi
+  window=ON
+}
+
+# Keeps Wine's server up between the tests, in the prefix that they use, which
+# saves each of them a second. Ends with this script. The prefix is made before, as
+# its making waits until the server has gone.
+start_wine_server() {
+  export WINEPREFIX="${VELTRIN_WINEPREFIX:-$cache/wine}" WINEDEBUG=-all
+  if [ ! -e "$WINEPREFIX/system.reg" ]; then
+    tests/windows/under-wine.sh cmd.exe /c exit ||
+      fail "Wine does not start; the Windows programs cannot be tested."
+    wineserver -w
+  fi
+  wineserver -f -p >/dev/null 2>&1 &
+  wine_server=$!
+  # An interrupt lets the server end its helpers, too.
+  trap 'kill -INT $wine_server 2>/dev/null && wait $wine_server || true' EXIT
+}
+
+phase "Packages"
+install_packages build test
+need cmake ninja clang++ x86_64-w64-mingw32-g++-posix wine wineserver
+if called_by_sudo; then
+  as_user ./test.sh
+  exit
+fi
+phase "Qt for Windows"
+unpack_windows_qt
+phase "Linux build"
+build asan
+phase "Windows build"
+build windows -DVELTRIN_WINDOW=$window
+
+# One run and one summary for both.
+printf 'subdirs("asan" "windows")\n' >build/CTestTestfile.cmake
+phase "Wine"
+start_wine_server
+phase_end
+ctest --test-dir build --output-on-failure -j"$(nproc)"

@@ -1,0 +1,140 @@
+#include "tests/house/source_rules.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <sstream>
+#include <string_view>
+
+namespace veltrin {
+namespace {
+
+// A folder of the project and the folders whose headers its sources may include.
+struct House {
+  std::string_view name;
+  std::string_view allowed;  // each between blanks; "*" for all
+};
+
+// Longer names stand before the shorter ones that they begin with.
+constexpr std::array kHouses{
+    House{"text", " text "},
+    House{"forms", " text forms "},
+    House{"platform/qt", "*"},
+    House{"platform/linux", " text forms platform platform/portable platform/linux "},
+    House{"platform/windows", " text forms platform platform/portable platform/windows "},
+    House{"platform/portable", " text forms platform platform/portable platform/windows "},
+    House{"platform", " text forms platform "},
+    House{"frame", " text forms platform frame "},
+    House{"ping", " text forms platform frame ping "},
+    House{"route", " text forms platform frame route "},
+    House{"mtu", " text forms platform frame mtu "},
+    House{"download", " text forms platform frame download "},
+    House{"monitor", " text forms platform frame monitor "},
+    House{"sysinfo", " text forms platform frame sysinfo "},
+    House{"controls", " text forms platform frame controls "},
+    House{"view", "*"},
+    House{"console", " text console "},
+    House{"lab", " text lab "},
+};
+
+// Where Qt is at home.
+constexpr std::array<std::string_view, 4> kQtPlaces{"src/view/", "src/platform/qt/", "src/main.cpp",
+                                                    "tests/view/"};
+
+// Tables: one long list of facts, which would not be clearer in two files.
+constexpr std::array<std::string_view, 0> kTables{};
+
+bool startsWith(std::string_view text, std::string_view start) {
+  return text.substr(0, start.size()) == start;
+}
+
+bool mayUseQt(const std::string& path) {
+  return std::any_of(kQtPlaces.begin(), kQtPlaces.end(),
+                     [&](std::string_view place) { return startsWith(path, place); });
+}
+
+bool isTable(const std::string& path) {
+  return std::find(kTables.begin(), kTables.end(), path) != kTables.end();
+}
+
+// The rule of the house that a path lies in; null when it has none.
+const House* findHouse(const std::string& path) {
+  const std::string_view inside =
+      startsWith(path, "src/") ? std::string_view(path).substr(4) : std::string_view(path);
+  for (const House& house : kHouses) {
+    const std::string_view rest = inside.substr(std::min(house.name.size(), inside.size()));
+    if (startsWith(inside, house.name) && startsWith(rest, "/")) return &house;
+  }
+  return nullptr;
+}
+
+bool mayInclude(const House& house, std::string_view other) {
+  if (house.allowed == "*") return true;
+  const std::string wanted = " " + std::string(other) + " ";
+  return house.allowed.find(wanted) != std::string_view::npos;
+}
+
+std::size_t linesOf(const std::string& text) {
+  const auto breaks = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+  return text.empty() || text.back() == '\n' ? breaks : breaks + 1;
+}
+
+// What is wrong with one include of a file; empty when nothing is.
+std::string findingIn(const std::string& path, const std::string& include) {
+  if (isQtHeader(include)) {
+    return mayUseQt(path) ? "" : path + " includes the Qt header " + include;
+  }
+  const House* from = findHouse(path);
+  const House* to = findHouse(include);
+  if (from == nullptr || to == nullptr || mayInclude(*from, to->name)) return "";
+  return path + " may not include " + include;
+}
+
+}  // namespace
+
+std::vector<std::string> includesOf(const std::string& text) {
+  std::vector<std::string> names;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    const std::size_t hash = line.find_first_not_of(" \t");
+    if (hash == std::string::npos || line[hash] != '#') continue;
+    const std::size_t word = line.find_first_not_of(" \t", hash + 1);
+    if (word == std::string::npos || line.compare(word, 7, "include") != 0) continue;
+    const std::size_t open = line.find_first_of("<\"", word);
+    if (open == std::string::npos) continue;
+    const std::size_t close = line.find_first_of(">\"", open + 1);
+    if (close == std::string::npos) continue;
+    names.push_back(line.substr(open + 1, close - open - 1));
+  }
+  return names;
+}
+
+bool isQtHeader(const std::string& name) {
+  if (startsWith(name, "ui_") || startsWith(name, "moc_")) return true;
+  if (name.size() < 2) return false;
+  const bool class_header = name[0] == 'Q' && std::isalpha(static_cast<unsigned char>(name[1]));
+  const bool old_header = name[0] == 'q' && name.find('/') == std::string::npos &&
+                          name.size() > 2 && name.compare(name.size() - 2, 2, ".h") == 0;
+  return class_header || old_header;
+}
+
+std::string houseOf(const std::string& path) {
+  const House* house = findHouse(path);
+  return house == nullptr ? "" : std::string(house->name);
+}
+
+std::vector<std::string> findingsIn(const std::string& path, const std::string& text) {
+  std::vector<std::string> findings;
+  for (const std::string& include : includesOf(text)) {
+    const std::string finding = findingIn(path, include);
+    if (!finding.empty()) findings.push_back(finding);
+  }
+  const std::size_t lines = linesOf(text);
+  if (lines > kLongestSource && !isTable(path)) {
+    findings.push_back(path + " has " + std::to_string(lines) + " lines, more than " +
+                       std::to_string(kLongestSource));
+  }
+  return findings;
+}
+
+}  // namespace veltrin

@@ -1,0 +1,118 @@
+// Photographs of the windows, for people to look at.
+#include <filesystem>
+
+#include <QPixmap>
+
+#include "view_test.h"
+
+namespace veltrin {
+namespace {
+
+class Pictures : public ViewTest {
+ protected:
+  // Saves the shown window at scale 1 and 2.
+  void photograph(const std::string& name) {
+    atRest([] {});
+    std::filesystem::create_directories(PICTURE_FOLDER);
+    for (const int scale : {1, 2}) {
+      QPixmap picture(window->size() * scale);
+      picture.setDevicePixelRatio(scale);
+      window->render(&picture);
+      const std::string file =
+          std::string(PICTURE_FOLDER) + "/" + name + "-" + std::to_string(scale) + ".png";
+      EXPECT_TRUE(picture.save(toQt(file))) << file;
+    }
+  }
+
+  static void fill(pingtester& form, std::size_t row, const std::vector<const char*>& figures) {
+    form.pingcur[row].caption = figures[0];
+    form.pinglow[row].caption = figures[1];
+    form.pingav[row].caption = figures[2];
+    form.pinghi[row].caption = figures[3];
+    form.packetloss[row].caption = figures[4];
+  }
+
+  static void fillAll(pingtester& form) {
+    fill(form, 0, {"12", "11", "12", "19", "0"});
+    fill(form, 1, {"31", "30", "32", "48", "0"});
+    fill(form, 2, {"142", "139", "146", "203", "0"});
+    fill(form, 3, {"99999", "24", "20019", "99999", "1"});
+    fill(form, 4, {"8", "8", "8", "9", "0"});
+  }
+};
+
+TEST_F(Pictures, PingTestAtRest) {
+  shown<pingtester>();
+  photograph("pingtester-idle");
+}
+
+TEST_F(Pictures, PingTestRunning) {
+  const auto form = shown<pingtester>();
+  atRest([&] { clickAt(widget("Command1")); });
+  fillAll(*form);
+  fill(*form, 4, {"", "", "", "", "0"});
+  form->Label9.caption = "Test Remaining = 21";
+  photograph("pingtester-running");
+}
+
+TEST_F(Pictures, PingTestComplete) {
+  const auto form = shown<pingtester>();
+  fillAll(*form);
+  form->Label9.caption = "Complete";
+  form->Command2.enabled = true;
+  form->Command3.enabled = true;
+  widget("Command2")->setFocus();
+  photograph("pingtester-complete");
+}
+
+TEST_F(Pictures, PingTestInDutch) {
+  speak(kDutch);
+  const auto form = shown<pingtester>();
+  fillAll(*form);
+  photograph("pingtester-dutch");
+}
+
+TEST_F(Pictures, PingTestAtItsSmallest) {
+  shown<pingtester>();
+  window->resize(1, 1);
+  photograph("pingtester-smallest");
+}
+
+TEST_F(Pictures, PingTestWide) {
+  const auto form = shown<pingtester>();
+  fillAll(*form);
+  window->resize(1100, 560);
+  photograph("pingtester-wide");
+}
+
+TEST_F(Pictures, PingTestWithItsChart) {
+  const auto form = shown<pingtester>();
+  fillAll(*form);
+  form->PingChart.visible = true;
+  form->Text1.visible = true;
+  form->Text2.visible = true;
+  form->PingChart.automaticScale = false;
+  form->PingChart.axisMinimum = 8;
+  form->PingChart.axisMaximum = 203;
+  form->PingChart.wallColour = Colour{235, 234, 225};
+  form->PingChart.setColumnCount(3);
+  form->PingChart.setRowCount(10);
+  for (std::size_t column = 1; column <= 3; ++column) {
+    for (std::size_t row = 1; row <= 10; ++row) {
+      form->PingChart.column = column;
+      form->PingChart.row = row;
+      form->PingChart.setData(static_cast<double>(column * 50 + row * row % 17));
+    }
+  }
+  form->Text1.text = "Upper = 203";
+  form->Text2.text = "Lower = 8";
+  photograph("pingtester-chart");
+}
+
+TEST_F(Pictures, SetLanguage) {
+  shown<setlang>();
+  photograph("setlang");
+}
+
+}  // namespace
+}  // namespace veltrin

@@ -1,0 +1,99 @@
+// A program with real windows, the real event loop and real child processes, and a
+// store in memory.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <QPushButton>
+#include <QWidget>
+#include <QWindow>
+#include <QtTest/QTest>
+
+#include "frame/program.h"
+#include "frame/setlang.h"
+#include "gmock/gmock.h"
+#include "gtest/gtest.h"
+#include "ping/pingtester.h"
+#include "platform/linux/linux_processes.h"
+#include "platform/qt/qt_desktop.h"
+#include "platform/qt/qt_event_loop.h"
+#include "platform/qt/qt_text.h"
+#include "platform/qt/qt_waitable_timers.h"
+#include "platform/qt/silent_wait.h"
+#include "support/simulated_store.h"
+
+namespace veltrin {
+
+// The clips lie where the build put them.
+class FilesWithClips : public SimulatedFiles {
+ public:
+  std::string native(const std::string& path) const override {
+    return path.ends_with("\\files\\ping.avi") ? CLIP_FILE : path;
+  }
+};
+
+class ViewTest : public testing::Test {
+ protected:
+  // Speaks that language from the start.
+  void speak(int language) {
+    program.LanguageId = language;
+    chooseLanguage(program.LanguageId, program.texts);
+  }
+
+  // Shows a window and gives it the keyboard.
+  template <class Kind>
+  std::shared_ptr<Kind> shown() {
+    const auto form = program.show<Kind>();
+    window = desktop.windowOf(*form);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window));
+    events.DoEvents();
+    return form;
+  }
+
+  template <class Kind = QWidget>
+  Kind* widget(const char* name) const {
+    return window->findChild<Kind*>(QString::fromLatin1(name));
+  }
+
+  // Clicks where a widget is, as the window system tells it.
+  static void clickAt(QWidget* target) {
+    QWidget* top = target->window();
+    QTest::mouseClick(top->windowHandle(), Qt::LeftButton, {},
+                      target->mapTo(top, target->rect().center()));
+  }
+
+  void type(const char* text) const {
+    for (const char* letter = text; *letter != '\0'; ++letter) {
+      QTest::keyClick(window->windowHandle(), *letter);
+    }
+  }
+
+  // What a user does in the resting main loop.
+  template <class Action>
+  void atRest(Action action) {
+    {
+      const EventGate::Opening opening(events.gate());
+      action();
+    }
+    if (!events.gate().hasEnded()) events.DoEvents();
+  }
+
+  QtEventLoop events;
+  QtWaitableTimers timers{events};
+  SimulatedLoop calendar;
+  SimulatedClock clock{calendar};
+  FilesWithClips files;
+  LinuxProcesses processes{"", [this](int pipe) { sleepUntilReadable(events, pipe); }};
+  SimulatedProfiles profiles;
+  SimulatedRegistry registry;
+  QtDesktop desktop{events, files, "Veltrin"};
+  Platform platform{events,    timers,   clock,    desktop,  files,
+                    processes, profiles, registry, "veltrin"};
+  Program program{platform};
+  QWidget* window = nullptr;
+
+  void SetUp() override { speak(kEnglish); }
+};
+
+}  // namespace veltrin
