@@ -36,18 +36,21 @@ unpack_windows_qt() {
 
 # Keeps Wine's server up between the tests, in the prefix that they use, which
 # saves each of them a second. Ends with this script. The prefix is made before, as
-# its making waits until the server has gone.
+# its making waits until the server has gone. A first program starts the services,
+# which stay: a test that started them would lend them its output, and ctest would
+# wait for them to close it.
 start_wine_server() {
   export WINEPREFIX="${VELTRIN_WINEPREFIX:-$cache/wine}" WINEDEBUG=-all
   if [ ! -e "$WINEPREFIX/system.reg" ]; then
-    tests/windows/under-wine.sh cmd.exe /c exit ||
-      fail "Wine does not start; the Windows programs cannot be tested."
+    tests/windows/under-wine.sh cmd.exe /c exit </dev/null >/dev/null 2>&1 || true
     wineserver -w
   fi
   wineserver -f -p >/dev/null 2>&1 &
   wine_server=$!
   # An interrupt lets the server end its helpers, too.
   trap 'kill -INT $wine_server 2>/dev/null && wait $wine_server || true' EXIT
+  wine cmd.exe /c exit </dev/null >/dev/null 2>&1 ||
+    fail "Wine does not start; the Windows programs cannot be tested."
 }
 
 phase "Packages"

@@ -74,6 +74,7 @@ void setAppearance() {
   QPalette buttons = palette;
   buttons.setColor(QPalette::Button,
                    QColor(kButtonColour.red, kButtonColour.green, kButtonColour.blue));
+  // The application owns it. NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
   QApplication::setStyle(new AppStyle);
   QApplication::setPalette(palette);
   QApplication::setPalette(buttons, "QPushButton");

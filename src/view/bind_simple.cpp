@@ -15,7 +15,7 @@ namespace veltrin {
 namespace {
 
 // A clip is held in memory as a whole; a larger file is not opened.
-constexpr qint64 kLargestClip = 256 * 1024 * 1024;
+constexpr qint64 kLargestClip = qint64{256} * 1024 * 1024;
 
 void openClip(const std::string& path, AnimationView& view) {
   view.clear();

@@ -42,7 +42,8 @@ class Watcher : public QObject {
   std::function<void()> routine_;
 };
 
-void watch(QWidget& widget, Watcher::Picks picks, Binding& binding, std::function<void()> action) {
+void watch(QWidget& widget, Watcher::Picks picks, Binding& binding,
+           const std::function<void()>& action) {
   auto* watcher = new Watcher(widget, picks, [&binding, action] { binding.post(action); });
   QObject::connect(binding.receiver(), &QObject::destroyed, watcher,
                    [watcher] { watcher->release(); });

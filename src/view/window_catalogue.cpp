@@ -37,6 +37,7 @@ std::unique_ptr<FormWindow> makeWindow(const std::string& name) {
 
 std::vector<std::string> windowNames() {
   std::vector<std::string> names;
+  names.reserve(kWindows.size());
   for (const Entry& entry : kWindows) names.emplace_back(entry.name);
   return names;
 }

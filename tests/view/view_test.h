@@ -44,7 +44,7 @@ class ViewTest : public testing::Test {
   // Shows a window and gives it the keyboard.
   template <class Kind>
   std::shared_ptr<Kind> shown() {
-    const auto form = program.show<Kind>();
+    auto form = program.show<Kind>();
     window = desktop.windowOf(*form);
     EXPECT_TRUE(QTest::qWaitForWindowActive(window));
     events.DoEvents();

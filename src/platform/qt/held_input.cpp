@@ -144,7 +144,8 @@ void HeldInput::hold(QObject* target, const QEvent& event) {
       held_.back().type == QEvent::MouseMove) {
     held_.pop_back();
   }
-  held_.push_back({target, event.type(), makerOf(event)});
+  Held held{target, event.type(), makerOf(event)};
+  held_.push_back(std::move(held));
 }
 
 // Whoever comes here while something is being handed on is a routine that pumps: what
@@ -175,7 +176,7 @@ void HeldInput::send(const Held& held) {
 void HeldInput::remindOfRest() {
   if (reminded_ || held_.empty() || !gate_.isOpen()) return;
   reminded_ = true;
-  QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+  QCoreApplication::postEvent(this, std::make_unique<QEvent>(QEvent::User).release());
 }
 
 void HeldInput::customEvent(QEvent*) {

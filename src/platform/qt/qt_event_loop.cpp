@@ -15,7 +15,7 @@ namespace {
 constexpr int kMostRounds = 32;
 
 // The longest sleep of the timer in milliseconds, a day; it is armed anew behind it.
-constexpr std::int64_t kLongestSleep = 24 * 60 * 60 * 1000;
+constexpr std::int64_t kLongestSleep = std::int64_t{24} * 60 * 60 * 1000;
 
 }  // namespace
 

@@ -9,7 +9,7 @@ namespace veltrin {
 namespace {
 
 constexpr std::int64_t kNanosecondsPerMillisecond = 1'000'000;
-constexpr std::int64_t kLongestSleep = 24 * 60 * 60 * 1000;  // ms
+constexpr std::int64_t kLongestSleep = std::int64_t{24} * 60 * 60 * 1000;  // ms
 
 std::int64_t nanoseconds() {
   using std::chrono::duration_cast;

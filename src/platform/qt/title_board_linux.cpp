@@ -8,8 +8,9 @@ namespace {
 
 class LinuxTitleBoard : public TitleBoard {
  public:
-  explicit LinuxTitleBoard(const std::string& applicationTitle) {
-    setApplicationTitle(applicationTitle);
+  explicit LinuxTitleBoard(std::string applicationTitle)
+      : applicationTitle_(std::move(applicationTitle)) {
+    publish();
   }
 
   void setApplicationTitle(const std::string& title) override {

@@ -24,7 +24,7 @@ void MessageLoop::pump() {
 
 // Messages that were seen but not taken count as well.
 void MessageLoop::waitForEvent() {
-  constexpr std::int64_t kLongestSleep = 24 * 60 * 60 * 1000;  // ms
+  constexpr std::int64_t kLongestSleep = std::int64_t{24} * 60 * 60 * 1000;  // ms
   DWORD sleep = INFINITE;
   if (const auto next = timers().nextDue()) {
     sleep = static_cast<DWORD>(std::clamp<std::int64_t>(*next - milliseconds(), 0, kLongestSleep));
