@@ -74,9 +74,10 @@ void setAppearance() {
   QPalette buttons = palette;
   buttons.setColor(QPalette::Button,
                    QColor(kButtonColour.red, kButtonColour.green, kButtonColour.blue));
-  // The application owns it. NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
+  // The application owns the style. NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks)
   QApplication::setStyle(new AppStyle);
   QApplication::setPalette(palette);
+  // NOLINTEND(clang-analyzer-cplusplus.NewDeleteLeaks)
   QApplication::setPalette(buttons, "QPushButton");
   QToolTip::setPalette(palette);
   QApplication::setFont(letters());

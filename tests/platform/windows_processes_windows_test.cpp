@@ -7,9 +7,9 @@
 #include <windows.h>
 
 #include "platform/portable/command_limits.h"
+#include "platform/windows/code_page.h"
 #include "platform/windows/windows_clock.h"
 #include "platform/windows/windows_files.h"
-#include "platform/windows/code_page.h"
 #include "platform/windows/windows_processes.h"
 #include "tests/platform/talker_pattern.h"
 

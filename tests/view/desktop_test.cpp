@@ -2,7 +2,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMessageBox>
-#include <QTimer>
 
 #include "frame/modIsItRunning.h"
 #include "view_test.h"
@@ -17,7 +16,7 @@ class DesktopTest : public ViewTest {
     int answer = 0;
     atRest([&] {
       events.gate().post([&] {
-        QTimer::singleShot(0, &events_, [this, key] {
+        soon([this, key] {
           box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
           ASSERT_NE(box, nullptr);
           titleShown = box->windowTitle();
@@ -31,7 +30,6 @@ class DesktopTest : public ViewTest {
     return answer;
   }
 
-  QObject events_;
   QPointer<QMessageBox> box;
   QString titleShown;
   QString textShown;
@@ -88,13 +86,13 @@ TEST_F(DesktopTest, AnAnsweredMessageIsGone) {
 TEST_F(DesktopTest, AMessageThatIsUnwoundIsGone) {
   atRest([&] {
     events.gate().post([&] {
-      QTimer::singleShot(0, &events_, [this] {
+      soon([this] {
         box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         events.gate().end();
       });
       program.MsgBox("never answered");
     });
-  });  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): Qt owns what waits for a timer
+  });
 
   EXPECT_TRUE(box.isNull());
   EXPECT_TRUE(events.gate().hasEnded());
@@ -112,7 +110,7 @@ TEST_F(DesktopTest, TheCloseButtonUnloadsTheWindow) {
 
 TEST_F(DesktopTest, TheProgramEndsWithItsLastWindow) {
   shown<pingtester>();
-  QTimer::singleShot(0, &events_, [this] { window->windowHandle()->close(); });
+  soon([this] { window->windowHandle()->close(); });
 
   events.run();
 
@@ -133,7 +131,7 @@ TEST_F(DesktopTest, AModalWindowIsTheOnlyOneThatTakesInput) {
   bool modal = false;
   atRest([&] {
     events.gate().post([&] {
-      QTimer::singleShot(0, &events_, [&] {
+      soon([&] {
         QWidget* front = QApplication::activeModalWidget();
         ASSERT_NE(front, nullptr);
         modal = front->windowTitle() == "Set Language";

@@ -75,9 +75,9 @@ class InputTest : public ViewTest {
   // it blocks, and then the child speaks.
   template <class Meanwhile>
   void duringSilence(Meanwhile meanwhile) {
-    QTimer::singleShot(0, window, [this, meanwhile] {
+    soon([this, meanwhile] {
       meanwhile();
-      QTimer::singleShot(0, window, [this] {
+      soon([this] {
         logInSilence = log;
         silence.end("spoken");
       });
@@ -141,10 +141,10 @@ TEST_F(InputTest, TheWindowIsPaintedWhileTheChildIsSilent) {
 TEST_F(InputTest, AFigureThatChangedBeforeTheSilenceIsPaintedDuringIt) {
   PaintCounter paints(*widget("pingcur_0"));
   int inSilence = 0;
-  QTimer::singleShot(0, window, [this] { form->pingcur[0].caption = "12"; });
+  soon([this] { form->pingcur[0].caption = "12"; });
 
   duringSilence([&] {
-    QTimer::singleShot(0, window, [&] { inSilence = paints.count; });
+    soon([&] { inSilence = paints.count; });
     events.sleep();
   });
 
@@ -213,9 +213,8 @@ TEST_F(InputTest, InputForAWindowThatHasGoneMeanwhileIsDropped) {
 
 TEST_F(InputTest, InputForAWindowThatAMessageBlocksIsDropped) {
   form->Command4.click = [this] {
-    QTimer::singleShot(0, window, [] {
-      QTest::keyClick(QApplication::activeModalWidget()->windowHandle(), Qt::Key_Return);
-    });
+    soon(
+        [] { QTest::keyClick(QApplication::activeModalWidget()->windowHandle(), Qt::Key_Return); });
     program.MsgBox("wait");
     log.emplace_back("quit");
   };
@@ -235,7 +234,7 @@ TEST_F(InputTest, AClickThatWaitsEndsThePauseOfAWaitAtOnce) {
   atRest([this] {
     events.gate().post([this] {
       DOSOutputs runner(platform);
-      QTimer::singleShot(0, window, [this] {
+      soon([this] {
         clickAt(widget("Command1"));
         silence.end("spoken");
       });

@@ -2,10 +2,12 @@
 // store in memory.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
 #include <QPushButton>
+#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 #include <QtTest/QTest>
@@ -69,6 +71,9 @@ class ViewTest : public testing::Test {
     }
   }
 
+  // What happens at the next chance that the system has.
+  void soon(const std::function<void()>& routine) { QTimer::singleShot(0, &receiver, routine); }
+
   // What a user does in the resting main loop.
   template <class Action>
   void atRest(Action action) {
@@ -92,6 +97,7 @@ class ViewTest : public testing::Test {
                     processes, profiles, registry, "veltrin"};
   Program program{platform};
   QWidget* window = nullptr;
+  QObject receiver;
 
   void SetUp() override { speak(kEnglish); }
 };

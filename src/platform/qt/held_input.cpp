@@ -144,8 +144,10 @@ void HeldInput::hold(QObject* target, const QEvent& event) {
       held_.back().type == QEvent::MouseMove) {
     held_.pop_back();
   }
-  Held held{target, event.type(), makerOf(event)};
-  held_.push_back(std::move(held));
+  Held& held = held_.emplace_back();
+  held.target = target;
+  held.type = event.type();
+  held.make = makerOf(event);
 }
 
 // Whoever comes here while something is being handed on is a routine that pumps: what

@@ -42,7 +42,7 @@ class HeldInput : public QObject {
  private:
   struct Held {
     QPointer<QObject> target;
-    QEvent::Type type;
+    QEvent::Type type = QEvent::None;
     std::function<std::unique_ptr<QEvent>()> make;  // for the moment of delivery
   };
 
