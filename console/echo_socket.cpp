@@ -178,10 +178,17 @@ void EchoSocket::setNumber(int level, int option, int value) const {
   setsockopt(file_, level, option, &value, sizeof value);
 }
 
+void EchoSocket::setOptions(const Bytes& options) const {
+  setsockopt(file_, SOL_IP, IP_OPTIONS, options.data(), static_cast<socklen_t>(options.size()));
+}
+
 // Sets only what differs from the echo before. A hop limit or type of service of
 // 0 was never asked for before a first echo, so the system's own stays.
 void EchoSocket::applySettings(const EchoRequest& request) {
   const EchoRequest before = applied_.value_or(EchoRequest{});
+  if (request.priority != before.priority) {
+    setNumber(SOL_SOCKET, SO_PRIORITY, request.priority);
+  }
   if (request.ttl != before.ttl) {
     const int ttl = request.ttl == 0 ? -1 : request.ttl;
     if (family_ == Family::IPv4) {
@@ -203,9 +210,11 @@ void EchoSocket::applySettings(const EchoRequest& request) {
                 request.dontFragment ? IP_PMTUDISC_PROBE : IP_PMTUDISC_DONT);
     }
     if (request.routeSlots != before.routeSlots || request.stampSlots != before.stampSlots) {
-      const Bytes options = buildOptions(request.routeSlots, request.stampSlots);
-      setsockopt(file_, SOL_IP, IP_OPTIONS, options.data(), static_cast<socklen_t>(options.size()));
+      setOptions(buildOptions(request.routeSlots, request.stampSlots));
       setNumber(SOL_IP, IP_RECVOPTS, 1);
+    }
+    if (request.through != before.through) {
+      setOptions(buildSourceRoute(request.through));
     }
   }
   applied_ = request;
@@ -213,7 +222,10 @@ void EchoSocket::applySettings(const EchoRequest& request) {
 
 int EchoSocket::send(const EchoRequest& request) {
   applySettings(request);
-  const Bytes message = buildEchoRequest(family_, id_, request.sequence, request.size);
+  Bytes message = buildEchoRequest(family_, id_, request.sequence, request.size);
+  if (request.oneFlow) {
+    evenOut(family_, message);
+  }
   const SocketAddress to = toSocketAddress(request.destination);
   const ssize_t sent =
       sendto(file_, message.data(), message.size(), 0, &to.any, sizeOf(request.destination.family));

@@ -50,6 +50,7 @@ class EchoSocket {
 
  private:
   void setNumber(int level, int option, int value) const;
+  void setOptions(const Bytes& options) const;
   void applySettings(const EchoRequest& request);
   bool isOurs(const EchoMessage& echo) const { return !raw_ || echo.id == id_; }
   void filterReplies() const;

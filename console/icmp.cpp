@@ -10,6 +10,7 @@ constexpr std::uint8_t kOptionEnd = 0;
 constexpr std::uint8_t kOptionNothing = 1;
 constexpr std::uint8_t kOptionRoute = 7;
 constexpr std::uint8_t kOptionTimes = 68;
+constexpr std::uint8_t kOptionLooseRoute = 131;
 
 // Record route: type, length, pointer, then four bytes a hop.
 constexpr std::size_t kRouteHeader = 3;
@@ -162,6 +163,17 @@ Bytes buildEchoRequest(Family family, std::uint16_t id, std::uint16_t sequence, 
   return message;
 }
 
+void evenOut(Family family, Bytes& message) {
+  if (message.size() < kEchoHeaderSize + 2) {
+    return;
+  }
+  putWord(message, kEchoHeaderSize, static_cast<std::uint16_t>(~word(message, 6) & 0xFFFF));
+  if (family == Family::IPv4) {
+    putWord(message, 2, 0);
+    putWord(message, 2, internetChecksum(message));
+  }
+}
+
 std::optional<EchoMessage> parseEcho(Family family, ByteView message) {
   if (message.size() < kEchoHeaderSize || message[1] != 0) {
     return std::nullopt;
@@ -218,6 +230,23 @@ Bytes buildOptions(int routeSlots, int stampSlots) {
     options[at + 3] = kTimesWithAddresses;
   }
   return options;
+}
+
+Bytes buildSourceRoute(const std::vector<Address>& through) {
+  if (through.empty()) {
+    return {};
+  }
+  const std::size_t size = kRouteHeader + kRouteSlot * through.size();
+  Bytes option((size + 3) / 4 * 4, kOptionEnd);
+  option[0] = kOptionLooseRoute;
+  option[1] = static_cast<std::uint8_t>(size);
+  option[2] = kRouteHeader + 1;
+  std::size_t at = kRouteHeader;
+  for (const Address& host : through) {
+    std::copy_n(host.bytes.begin(), kRouteSlot, option.begin() + static_cast<std::ptrdiff_t>(at));
+    at += kRouteSlot;
+  }
+  return option;
 }
 
 std::vector<Address> recordedRoute(ByteView options) {

@@ -65,6 +65,11 @@ std::uint16_t internetChecksum(ByteView bytes);
 // kernel writes it (RFC 3542 section 3.1).
 Bytes buildEchoRequest(Family family, std::uint16_t id, std::uint16_t sequence, std::size_t size);
 
+// Gives an echo request a checksum that its sequence number has no part in: the
+// first two bytes of its data become the number's complement. A message with less
+// data stays as it is.
+void evenOut(Family family, Bytes& message);
+
 // The echo message at the start of `message`; nothing for any other message.
 // Checks no checksum, as an error quotes only the head of a message.
 std::optional<EchoMessage> parseEcho(Family family, ByteView message);
@@ -80,6 +85,12 @@ IcmpError errorOf(Family family, std::uint8_t type, std::uint8_t code);
 // The options that ask for `routeSlots` recorded hops and `stampSlots` hop
 // times, padded to whole words (RFC 791 section 3.1). Empty when both are 0.
 Bytes buildOptions(int routeSlots, int stampSlots);
+
+// The option that leads a packet through hosts, at most kThroughMost, before its
+// destination (loose source and record route, RFC 791 section 3.1), padded to
+// whole words. Empty when there are none.
+Bytes buildSourceRoute(const std::vector<Address>& through);
+inline constexpr std::size_t kThroughMost = 9;
 
 // Bytes of both options together, before padding; at most kOptionsSpace fit.
 std::size_t optionsSize(int routeSlots, int stampSlots);

@@ -1,17 +1,26 @@
 #include "console/linux_network.h"
 
 #include <array>
+#include <cerrno>
+#include <climits>
 #include <csignal>
 #include <ctime>
 #include <netdb.h>
 #include <poll.h>
 #include <signal.h>
+#include <unistd.h>
 #include <utility>
 
 #include "console/socket_addresses.h"
 
 namespace veltrin {
 namespace {
+
+// Of a send that fails for other echoes' errors.
+constexpr int kSendTries = 8;
+
+// A port for a socket that never sends ("discard", RFC 863).
+constexpr std::uint16_t kAnyPort = 9;
 
 volatile std::sig_atomic_t interrupted = 0;
 
@@ -91,12 +100,34 @@ std::optional<Destination> LinuxNetwork::resolve(const std::string& name, Family
 }
 
 std::optional<std::string> LinuxNetwork::nameOf(const Address& address) {
-  const SocketAddress form = toSocketAddress(address);
-  std::array<char, NI_MAXHOST> name{};
-  if (getnameinfo(&form.any, sizeOf(address.family), name.data(), name.size(), nullptr, 0,
-                  NI_NAMEREQD) != 0) {
+  return lookUpName(address);
+}
+
+std::optional<NameAnswer> LinuxNetwork::takeName() {
+  return name_ ? std::exchange(name_, std::nullopt) : names_.take();
+}
+
+// A datagram socket that is joined to a destination sends nothing, yet the kernel
+// has chosen the way to it.
+std::optional<Address> LinuxNetwork::sourceFor(const Address& destination) {
+  SocketAddress form = toSocketAddress(destination);
+  const bool ipv4 = destination.family == Family::IPv4;
+  (ipv4 ? form.v4.sin_port : form.v6.sin6_port) = htons(kAnyPort);
+  const int file = socket(ipv4 ? AF_INET : AF_INET6, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+  if (file < 0) {
     return std::nullopt;
   }
+  SocketAddress own{};
+  socklen_t size = sizeof own;
+  const bool known = connect(file, &form.any, sizeOf(destination.family)) == 0 &&
+                     getsockname(file, &own.any, &size) == 0;
+  close(file);
+  return known ? fromSocketAddress(&own.any, size) : std::nullopt;
+}
+
+std::string LinuxNetwork::hostName() {
+  std::array<char, HOST_NAME_MAX + 1> name{};
+  gethostname(name.data(), name.size() - 1);
   return name.data();
 }
 
@@ -137,15 +168,15 @@ Sending LinuxNetwork::send(const EchoRequest& request) {
   Sending sending{SendResult::Sent, now()};
   int failure = socket_->send(request);
   // A send also fails for the error of an earlier echo that nobody has read yet:
-  // once those are read, it says what is true of this one.
-  if (failure != 0 && keepErrors()) {
+  // once those are read, it says what is true of this one. With many echoes under
+  // way the next error may be there already.
+  for (int tries = 0; failure != 0 && failure != EMSGSIZE && tries < kSendTries && keepErrors();
+       ++tries) {
     sending.at = now();
     failure = socket_->send(request);
-    if (failure != 0) {
-      keepErrors();
-    }
   }
   if (failure != 0) {
+    keepErrors();
     sending.result = failure == EMSGSIZE ? SendResult::TooBig : SendResult::Failed;
   }
   return sending;
@@ -182,14 +213,21 @@ WaitEnd LinuxNetwork::wait(Microseconds deadline, Incoming& incoming) {
     if (take(incoming)) {
       return WaitEnd::Arrived;
     }
+    if (!name_) {
+      name_ = names_.take();
+    }
+    if (name_) {
+      return WaitEnd::NameCame;
+    }
     const Microseconds left = deadline - now();
     if (left <= 0) {
       return WaitEnd::TimedOut;
     }
     const timespec time{static_cast<time_t>(left / kSecond),
                         static_cast<long>(left % kSecond * 1000)};
-    pollfd waiting{socket_->file(), POLLIN, 0};
-    if (ppoll(&waiting, 1, &time, &waitingSignals) > 0 && (waiting.revents & POLLERR) != 0) {
+    std::array<pollfd, 2> sources{{{socket_->file(), POLLIN, 0}, {names_.file(), POLLIN, 0}}};
+    if (ppoll(sources.data(), sources.size(), &time, &waitingSignals) > 0 &&
+        (sources[0].revents & POLLERR) != 0) {
       keepErrors();
     }
   }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "console/echo_socket.h"
+#include "console/name_lookups.h"
 #include "console/network.h"
 
 namespace veltrin {
@@ -18,6 +19,10 @@ class LinuxNetwork : public Network {
 
   std::optional<Destination> resolve(const std::string& name, FamilyChoice choice) override;
   std::optional<std::string> nameOf(const Address& address) override;
+  void beginNameOf(const Address& address) override { names_.begin(address); }
+  std::optional<NameAnswer> takeName() override;
+  std::optional<Address> sourceFor(const Address& destination) override;
+  std::string hostName() override;
 
   // Closes the other family's socket, and from here on turns the user's Ctrl-C
   // into the end of a wait.
@@ -36,6 +41,9 @@ class LinuxNetwork : public Network {
   EchoSocket* socket_ = nullptr;
   // Errors that were read before anybody waited for them.
   std::deque<Incoming> kept_;
+  NameLookups names_;
+  // A name that ended a wait.
+  std::optional<NameAnswer> name_;
 };
 
 }  // namespace veltrin

@@ -40,6 +40,13 @@ struct EchoRequest {
   bool dontFragment = false;   // IPv4 only
   int routeSlots = 0;          // hops to record, 0 to 9; IPv4 only
   int stampSlots = 0;          // hops to stamp the time, 0 to 4; IPv4 only
+  // Hosts to pass in this order, at most kThroughMost (loose source routing); IPv4
+  // only, and not together with slots.
+  std::vector<Address> through;
+  // Gives all of a run's echoes one checksum, so that routers which share load
+  // out by it send them all one way.
+  bool oneFlow = false;
+  int priority = 0;  // of the frames, 0 to 6
 };
 
 enum class SendResult {
@@ -67,8 +74,15 @@ struct Incoming {
   std::vector<HopTime> stamps;
 };
 
+// What came of looking a name up.
+struct NameAnswer {
+  Address address;
+  std::optional<std::string> name;  // nothing when it has none
+};
+
 enum class WaitEnd {
   Arrived,      // an answer was stored
+  NameCame,     // takeName has something to hand over
   TimedOut,     // the deadline passed
   Interrupted,  // the user asked to end
 };
@@ -89,6 +103,18 @@ class Network {
 
   // The name of an address; nothing when it has none.
   virtual std::optional<std::string> nameOf(const Address& address) = 0;
+
+  // Looks up the name of an address beside everything else; to be called behind
+  // open. The end of it ends a wait, and takeName hands over what came of it.
+  virtual void beginNameOf(const Address& address) = 0;
+  virtual std::optional<NameAnswer> takeName() = 0;
+
+  // The address of this machine that packets to a destination leave from; nothing
+  // when there is no way to it.
+  virtual std::optional<Address> sourceFor(const Address& destination) = 0;
+
+  // This machine's name.
+  virtual std::string hostName() = 0;
 
   // Makes ready to send echoes of a family, from `source` when one is given.
   // Called once, before the first send.

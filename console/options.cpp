@@ -5,6 +5,14 @@
 
 namespace veltrin {
 
+namespace {
+
+bool isWrittenAsOption(const std::string& text) {
+  return !text.empty() && (text[0] == '-' || text[0] == '/');
+}
+
+}  // namespace
+
 bool OptionReader::next() {
   if (!problem_.empty() || at_ >= arguments_.size()) {
     return false;
@@ -13,9 +21,7 @@ bool OptionReader::next() {
   return true;
 }
 
-bool OptionReader::isOption() const {
-  return !text().empty() && (text()[0] == '-' || text()[0] == '/');
-}
+bool OptionReader::isOption() const { return isWrittenAsOption(text()); }
 
 char OptionReader::letter() const { return text().size() == 2 ? text()[1] : '\0'; }
 
@@ -42,6 +48,17 @@ std::optional<std::uint64_t> OptionReader::number(std::uint64_t least, std::uint
     return std::nullopt;
   }
   return number;
+}
+
+std::vector<std::string> OptionReader::words() {
+  std::vector<std::string> words;
+  while (at_ < arguments_.size() && !isWrittenAsOption(arguments_[at_])) {
+    words.push_back(arguments_[at_++]);
+  }
+  if (words.empty()) {
+    mistake("Value must be supplied for option " + text() + ".");
+  }
+  return words;
 }
 
 void OptionReader::badOption() {

@@ -40,6 +40,18 @@ class OptionReader {
   // Nothing, and a mistake, for any other text.
   std::optional<std::uint64_t> number(std::uint64_t least, std::uint64_t most);
 
+  // Puts such a number into a setting, which keeps its value after a mistake.
+  template <typename Number>
+  void take(Number& setting, std::uint64_t least, std::uint64_t most) {
+    if (const auto taken = number(least, most)) {
+      setting = static_cast<Number>(*taken);
+    }
+  }
+
+  // The words up to the next option or the end, as the value of the present
+  // option. Empty, and a mistake, when there is none.
+  std::vector<std::string> words();
+
   // Mistakes of the present argument: no such option; one argument too many; or
   // any other sentence.
   void badOption();

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "console/sentences.h"
+
 namespace veltrin {
 namespace {
 
@@ -12,30 +14,6 @@ constexpr std::string_view kTransmitFailed = "PING: transmit failed. General fai
 
 // From one echo to the next.
 constexpr Microseconds kInterval = kSecond;
-
-std::string_view textOf(IcmpError error) {
-  switch (error) {
-    case IcmpError::NetUnreachable:
-      return "Destination net unreachable.";
-    case IcmpError::HostUnreachable:
-      return "Destination host unreachable.";
-    case IcmpError::ProtocolUnreachable:
-      return "Destination protocol unreachable.";
-    case IcmpError::PortUnreachable:
-      return "Destination port unreachable.";
-    case IcmpError::TooBig:
-      return "Packet too big.";
-    case IcmpError::TtlExpired:
-      return "TTL expired in transit.";
-    case IcmpError::ReassemblyExpired:
-      return "TTL expired during reassembly.";
-    case IcmpError::BadParameter:
-      return "The packet's header was refused.";
-    case IcmpError::Other:
-      break;
-  }
-  return "General failure.";
-}
 
 }  // namespace
 
@@ -94,20 +72,11 @@ bool Ping::findDestination() {
 }
 
 bool Ping::openNetwork() {
-  switch (network_.open(destination_.family, settings_.source)) {
-    case OpenResult::Opened:
-      return true;
-    case OpenResult::NotAllowed:
-      line(
-          "PING: this system allows no echo to this user: neither net.ipv4.ping_group_range "
-          "nor the capability CAP_NET_RAW permits it.");
-      return false;
-    case OpenResult::BadSource:
-      break;
+  const OpenResult result = network_.open(destination_.family, settings_.source);
+  if (result != OpenResult::Opened) {
+    line(openingProblem(result, "PING", settings_.source));
   }
-  line("PING: cannot send from " + settings_.source->text() +
-       ": it is not an address of this machine.");
-  return false;
+  return result == OpenResult::Opened;
 }
 
 void Ping::announce() {
@@ -177,6 +146,8 @@ Ping::Step Ping::awaitAnswer(std::uint16_t sequence, Microseconds sentAt) {
       case WaitEnd::TimedOut:
         line("Request timed out.");
         return Step::GoOn;
+      case WaitEnd::NameCame:
+        break;
       case WaitEnd::Arrived:
         if (answer.at > deadline) {
           line("Request timed out.");
@@ -200,6 +171,8 @@ Ping::Step Ping::rest(Microseconds until) {
         return Step::End;
       case WaitEnd::TimedOut:
         return Step::GoOn;
+      case WaitEnd::NameCame:
+        break;
       case WaitEnd::Arrived:
         if (unwanted.at > until) {
           return Step::GoOn;
@@ -219,7 +192,7 @@ void Ping::printAnswer(const Incoming& answer, Microseconds sentAt) {
     return;
   }
   figures_.addError();
-  line("Reply from " + answer.from.text() + ": " + std::string(textOf(*answer.error)));
+  line("Reply from " + answer.from.text() + ": " + std::string(sentenceOf(*answer.error)));
 }
 
 void Ping::printReply(const Incoming& reply, Microseconds elapsed) {

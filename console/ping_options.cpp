@@ -50,7 +50,7 @@ class Reading {
   PingCommand run() {
     while (reader_.next()) {
       if (!reader_.isOption()) {
-        takeDestination();
+        destination_.takeDestination();
       } else {
         takeOption();
       }
@@ -64,17 +64,6 @@ class Reading {
   }
 
  private:
-  void takeDestination() {
-    if (reader_.text().empty()) {
-      return;
-    }
-    if (!settings_.destination.empty()) {
-      reader_.badParameter();
-      return;
-    }
-    settings_.destination = reader_.text();
-  }
-
   void takeOption() {
     // Two letters mean something else in the other case.
     switch (reader_.letter()) {
@@ -84,7 +73,7 @@ class Reading {
             "(RFC 5095).");
         return;
       case 'S':
-        takeSource();
+        destination_.takeSource();
         return;
       case 'r':
         takeForIpv4(settings_.routeSlots, 1, kMostRouteSlots);
@@ -106,29 +95,29 @@ class Reading {
         settings_.resolveNames = true;
         return;
       case 'n':
-        take(settings_.count, 1, kMostEchoes);
+        reader_.take(settings_.count, 1, kMostEchoes);
         return;
       case 'l':
-        take(settings_.size, 0, kMostData);
+        reader_.take(settings_.size, 0, kMostData);
         return;
       case 'f':
         settings_.dontFragment = true;
-        needIpv4();
+        destination_.needIpv4();
         return;
       case 'i':
-        take(settings_.ttl, 1, 255);
+        reader_.take(settings_.ttl, 1, 255);
         return;
       case 'v':
         takeForIpv4(settings_.tos, 0, 255);
         return;
       case 'w':
-        take(settings_.timeout, 0, kMostMilliseconds);
+        reader_.take(settings_.timeout, 0, kMostMilliseconds);
         return;
       case '4':
-        chooseFamily(FamilyChoice::IPv4);
+        destination_.chooseFamily(FamilyChoice::IPv4);
         return;
       case '6':
-        chooseFamily(FamilyChoice::IPv6);
+        destination_.chooseFamily(FamilyChoice::IPv6);
         return;
       case '?':
         command_.usage = true;
@@ -139,82 +128,23 @@ class Reading {
     }
   }
 
-  template <typename Number>
-  void take(Number& setting, std::uint64_t least, std::uint64_t most) {
-    if (const auto number = reader_.number(least, most)) {
-      setting = static_cast<Number>(*number);
-    }
-  }
-
   void takeForIpv4(int& setting, std::uint64_t least, std::uint64_t most) {
-    needIpv4();
-    take(setting, least, most);
-  }
-
-  void takeSource() {
-    const std::optional<std::string> text = reader_.value();
-    if (!text) {
-      return;
-    }
-    settings_.source = Address::parse(*text);
-    if (!settings_.source) {
-      reader_.mistake("Bad value for option -S, " + *text + " is not an IP address.");
-    }
-  }
-
-  // The present option exists in IPv4 alone.
-  void needIpv4() {
-    if (ipv4Option_.empty()) {
-      ipv4Option_ = reader_.text();
-    }
-  }
-
-  void chooseFamily(FamilyChoice choice) {
-    if (settings_.family != FamilyChoice::Any && settings_.family != choice) {
-      reader_.mistake("Options -4 and -6 exclude each other.");
-      return;
-    }
-    settings_.family = choice;
+    destination_.needIpv4();
+    reader_.take(setting, least, most);
   }
 
   // What no option can tell by itself.
   void checkTogether() {
-    if (settings_.destination.empty()) {
-      reader_.mistake("IP address must be specified.");
-      return;
-    }
+    destination_.check("IP address must be specified.");
     if (optionsSize(settings_.routeSlots, settings_.stampSlots) > kOptionsSpace) {
       reader_.mistake("Options -r and -s together ask for more hops than a packet has room for.");
-      return;
     }
-    chooseFamilyOfSource();
-    const std::optional<Address> literal = Address::parse(settings_.destination);
-    const bool ipv6 =
-        settings_.family == FamilyChoice::IPv6 || (literal && literal->family == Family::IPv6);
-    if (!ipv4Option_.empty() && ipv6) {
-      reader_.mistake("Option " + ipv4Option_ + " is only supported for IPv4.");
-    }
-    if (!ipv4Option_.empty()) {
-      settings_.family = FamilyChoice::IPv4;
-    }
-  }
-
-  void chooseFamilyOfSource() {
-    if (!settings_.source) {
-      return;
-    }
-    const FamilyChoice choice =
-        settings_.source->family == Family::IPv4 ? FamilyChoice::IPv4 : FamilyChoice::IPv6;
-    if (settings_.family != FamilyChoice::Any && settings_.family != choice) {
-      reader_.mistake("The source address is not of the chosen IP version.");
-    }
-    settings_.family = choice;
   }
 
   OptionReader reader_;
   PingCommand command_;
   PingSettings& settings_ = command_.settings;
-  std::string ipv4Option_;  // the first option that is for IPv4 only, as typed
+  DestinationReader destination_{reader_, settings_};
 };
 
 }  // namespace

@@ -3,29 +3,26 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "console/network.h"
+#include "console/destination_options.h"
 
 namespace veltrin {
 
-struct PingSettings {
-  std::string destination;        // a name or an address
-  bool untilStopped = false;      // -t: goes on until the user ends it
-  bool resolveNames = false;      // -a: names the address
-  std::uint64_t count = 4;        // -n: echoes, 1 to 4294967295
-  std::size_t size = 32;          // -l: data bytes, 0 to 65500
-  bool dontFragment = false;      // -f
-  int ttl = 0;                    // -i: 1 to 255; 0 leaves it to the system
-  int tos = 0;                    // -v: 0 to 255
-  int routeSlots = 0;             // -r: hops to record, 0 to 9
-  int stampSlots = 0;             // -s: hops to stamp, 0 to 4
-  std::uint64_t timeout = 4000;   // -w: milliseconds to wait for a reply
-  std::optional<Address> source;  // -S
-  FamilyChoice family = FamilyChoice::Any;
+// The source comes by -S, the version of IP by -4 and -6.
+struct PingSettings : DestinationSettings {
+  bool untilStopped = false;     // -t: goes on until the user ends it
+  bool resolveNames = false;     // -a: names the address
+  std::uint64_t count = 4;       // -n: echoes, 1 to 4294967295
+  std::size_t size = 32;         // -l: data bytes, 0 to 65500
+  bool dontFragment = false;     // -f
+  int ttl = 0;                   // -i: 1 to 255; 0 leaves it to the system
+  int tos = 0;                   // -v: 0 to 255
+  int routeSlots = 0;            // -r: hops to record, 0 to 9
+  int stampSlots = 0;            // -s: hops to stamp, 0 to 4
+  std::uint64_t timeout = 4000;  // -w: milliseconds to wait for a reply
 };
 
 // The outcome of reading a command line.

@@ -28,6 +28,7 @@ class FakeNetwork : public Network {
   // The answer to every name and address.
   std::map<std::string, std::string> names;         // name to address
   std::map<std::string, std::string> reverseNames;  // address to name
+  std::map<std::string, Microseconds> nameDelays;   // of lookups beside the echoes; 0
   OpenResult openResult = OpenResult::Opened;
 
   // How an echo is sent; Sent when nothing is said.
@@ -39,7 +40,11 @@ class FakeNetwork : public Network {
   // it may when the machine is busy.
   bool handsOverLate = false;
 
+  // This machine.
+  std::optional<Address> machine = addressOf("198.51.100.20");
+
   // What was asked of it.
+  std::vector<std::string> lookups;
   std::vector<EchoRequest> requests;
   std::vector<Microseconds> sendTimes;
   std::optional<Address> source;
@@ -86,6 +91,26 @@ class FakeNetwork : public Network {
     return found == reverseNames.end() ? std::nullopt : std::optional(found->second);
   }
 
+  void beginNameOf(const Address& address) override {
+    lookups.push_back(address.text());
+    const auto delay = nameDelays.find(address.text());
+    const Microseconds due = now_ + (delay == nameDelays.end() ? 0 : delay->second);
+    namesUnderWay_.emplace(due, NameAnswer{address, nameOf(address)});
+  }
+
+  std::optional<NameAnswer> takeName() override {
+    if (namesUnderWay_.empty() || namesUnderWay_.begin()->first > now_) {
+      return std::nullopt;
+    }
+    NameAnswer answer = namesUnderWay_.begin()->second;
+    namesUnderWay_.erase(namesUnderWay_.begin());
+    return answer;
+  }
+
+  std::optional<Address> sourceFor(const Address& /*destination*/) override { return machine; }
+
+  std::string hostName() override { return "mypc"; }
+
   OpenResult open(Family family, const std::optional<Address>& from) override {
     openedFamily = family;
     source = from;
@@ -101,9 +126,7 @@ class FakeNetwork : public Network {
     }
     const auto [first, last] = script_.equal_range(request.sequence);
     for (auto entry = first; entry != last; ++entry) {
-      Incoming incoming = entry->second.second;
-      incoming.at = now_ + entry->second.first;
-      underWay_.emplace(incoming.at, incoming);
+      deliver(entry->second.first, entry->second.second);
     }
     return {SendResult::Sent, now_};
   }
@@ -111,12 +134,17 @@ class FakeNetwork : public Network {
   WaitEnd wait(Microseconds deadline, Incoming& incoming) override {
     const bool arrives =
         !underWay_.empty() && (handsOverLate || underWay_.begin()->first <= deadline);
-    const Microseconds next = arrives ? underWay_.begin()->first : deadline;
+    Microseconds next = arrives ? underWay_.begin()->first : deadline;
+    const bool named = !namesUnderWay_.empty() && namesUnderWay_.begin()->first <= next;
+    next = named ? namesUnderWay_.begin()->first : next;
     if (interruptAt && *interruptAt <= next) {
       now_ = std::max(now_, *interruptAt);
       return WaitEnd::Interrupted;
     }
     now_ = std::max(now_, next);
+    if (named) {
+      return WaitEnd::NameCame;
+    }
     if (!arrives) {
       return WaitEnd::TimedOut;
     }
@@ -127,9 +155,17 @@ class FakeNetwork : public Network {
 
   Microseconds now() override { return now_; }
 
+ protected:
+  // An answer that comes so long from now.
+  void deliver(Microseconds delay, Incoming incoming) {
+    incoming.at = now_ + delay;
+    underWay_.emplace(incoming.at, incoming);
+  }
+
  private:
   std::multimap<std::uint16_t, std::pair<Microseconds, Incoming>> script_;
   std::multimap<Microseconds, Incoming> underWay_;
+  std::multimap<Microseconds, NameAnswer> namesUnderWay_;
   Microseconds now_ = 1'000'000;
 };
 

@@ -168,6 +168,40 @@ TEST(RecordedRoute, OfABrokenOptionReadsNoByteTooMany) {
   EXPECT_THAT(recordedRoute(Bytes{7, 7, 255, 192, 0, 2, 1}), ElementsAre(addressOf("192.0.2.1")));
 }
 
+TEST(SourceRoute, ListsTheHostsBehindItsPointer) {
+  EXPECT_THAT(buildSourceRoute({addressOf("192.0.2.9"), addressOf("192.0.2.10")}),
+              ElementsAre(131, 11, 4, 192, 0, 2, 9, 192, 0, 2, 10, 0));
+}
+
+TEST(SourceRoute, WithTheMostHostsFillsTheHeader) {
+  const std::vector<Address> through(kThroughMost, addressOf("192.0.2.9"));
+  EXPECT_EQ(buildSourceRoute(through).size(), kOptionsSpace);
+}
+
+TEST(SourceRoute, OfNoHostsIsEmpty) { EXPECT_THAT(buildSourceRoute({}), IsEmpty()); }
+
+TEST(EvenedOutEcho, HasOneChecksumWhateverItsNumber) {
+  Bytes first = buildEchoRequest(Family::IPv4, 7, 1, 64);
+  Bytes second = buildEchoRequest(Family::IPv4, 7, 4711, 64);
+  evenOut(Family::IPv4, first);
+  evenOut(Family::IPv4, second);
+  EXPECT_EQ(first[2], second[2]);
+  EXPECT_EQ(first[3], second[3]);
+}
+
+TEST(EvenedOutEcho, HoldsItsRightChecksum) {
+  Bytes message = buildEchoRequest(Family::IPv4, 7, 4711, 64);
+  evenOut(Family::IPv4, message);
+  EXPECT_EQ(internetChecksum(message), 0);
+}
+
+TEST(EvenedOutEcho, WithoutRoomStaysAsItIs) {
+  Bytes message = buildEchoRequest(Family::IPv4, 7, 4711, 1);
+  const Bytes before = message;
+  evenOut(Family::IPv4, message);
+  EXPECT_EQ(message, before);
+}
+
 TEST(RecordedTimes, ListsHopsWithTheirTimes) {
   const Bytes options = {68, 12, 13, 1, 192, 0, 2, 9, 0x00, 0x01, 0x00, 0x02};
   EXPECT_THAT(recordedTimes(options), ElementsAre(HopTime{addressOf("192.0.2.9"), 65538}));

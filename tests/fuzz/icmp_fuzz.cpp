@@ -29,6 +29,14 @@ void checkSum(veltrin::ByteView bytes) {
   check(veltrin::internetChecksum(whole) == 0);
 }
 
+// An echo that is evened out still reads as itself.
+void checkEvenOut(veltrin::Family family, veltrin::ByteView bytes) {
+  veltrin::Bytes message(bytes.begin(), bytes.end());
+  const auto before = veltrin::parseEcho(family, message);
+  veltrin::evenOut(family, message);
+  check(veltrin::parseEcho(family, message) == before);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -42,6 +50,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   check(veltrin::recordedRoute(bytes).size() * 4 <= size);
   check(veltrin::recordedTimes(bytes).size() * 8 <= size);
   checkSum(bytes);
+  checkEvenOut(veltrin::Family::IPv4, bytes);
+  checkEvenOut(veltrin::Family::IPv6, bytes);
   if (size >= 2) {
     veltrin::errorOf(veltrin::Family::IPv4, data[0], data[1]);
     veltrin::errorOf(veltrin::Family::IPv6, data[0], data[1]);

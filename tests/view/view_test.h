@@ -7,7 +7,6 @@
 #include <string>
 
 #include <QPushButton>
-#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 #include <QtTest/QTest>
@@ -72,7 +71,9 @@ class ViewTest : public testing::Test {
   }
 
   // What happens at the next chance that the system has.
-  void soon(const std::function<void()>& routine) { QTimer::singleShot(0, &receiver, routine); }
+  void soon(const std::function<void()>& routine) {
+    QMetaObject::invokeMethod(&receiver, routine, Qt::QueuedConnection);
+  }
 
   // What a user does in the resting main loop.
   template <class Action>

@@ -1,0 +1,218 @@
+// Compares tracert and pathping of ours with the system's own tools over the same
+// paths of the lab.
+//
+//   route_bench [runs]
+//
+// All run in turn, so that what else the machine does falls on all alike. Exit
+// code 1 when a run failed or a target was missed, 77 when the lab cannot run.
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <limits>
+#include <regex>
+#include <spawn.h>
+#include <string>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+// The most that ours may take for one unit of the other tool's time.
+constexpr double kTracerouteRatio = 1.0;
+constexpr double kMtrRatio = 0.1;
+
+// How far round trips may differ in milliseconds from mtr's averages.
+constexpr double kTripDifference = 1.0;
+
+// What pathping may take beside the trace, for queries times period, and the
+// share of that time for which it may use a processor.
+constexpr double kPathpingRatio = 1.15;
+constexpr double kPathpingShare = 0.02;
+constexpr double kQueries = 20;
+constexpr double kPeriod = 0.1;  // seconds
+
+using Words = std::vector<std::string>;
+
+struct Run {
+  bool well = false;
+  double wall = 0;  // seconds
+  double cpu = 0;   // seconds of a processor
+  std::string text;
+};
+
+// Runs a program to its end.
+Run runProgram(Words words) {
+  Run run;
+  std::array<int, 2> ends{};
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) {
+    return run;
+  }
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
+  std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
+  for (std::string& word : words) {
+    pointers.push_back(word.data());
+  }
+  pointers.push_back(nullptr);
+  const auto before = std::chrono::steady_clock::now();
+  pid_t process = 0;
+  const int failure =
+      posix_spawnp(&process, pointers[0], &actions, nullptr, pointers.data(), environ);
+  posix_spawn_file_actions_destroy(&actions);
+  close(ends[1]);
+  std::array<char, 4096> part{};
+  ssize_t size = 0;
+  while ((size = read(ends[0], part.data(), part.size())) > 0) {
+    run.text.append(part.data(), static_cast<std::size_t>(size));
+  }
+  close(ends[0]);
+  int status = 0;
+  rusage usage{};
+  if (failure != 0 || wait4(process, &status, 0, &usage) != process) {
+    return run;
+  }
+  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - before;
+  const auto seconds = [](const timeval& time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+  };
+  run.well = WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  run.wall = taken.count();
+  run.cpu = seconds(usage.ru_utime) + seconds(usage.ru_stime);
+  return run;
+}
+
+double median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values.empty() ? 0 : values[values.size() / 2];
+}
+
+// Prints a figure beside its target; whether it meets it.
+bool meets(const std::string& name, double figure, double target, const char* unit) {
+  const bool met = figure <= target;
+  std::printf("  %-44s %8.3f%s  (target %.2f or less)%s\n", name.c_str(), figure, unit, target,
+              met ? "" : "  MISSED");
+  return met;
+}
+
+// Round trips by hop: the mean of three columns; "<1" counts as a half.
+std::vector<double> tripsOfTracert(const std::string& text) {
+  static const std::regex kLine("\n *[0-9]+  +(<?[0-9]+) ms +(<?[0-9]+) ms +(<?[0-9]+) ms  ");
+  std::vector<double> trips;
+  for (std::sregex_iterator line(text.begin(), text.end(), kLine), end; line != end; ++line) {
+    double sum = 0;
+    for (std::size_t column = 1; column <= 3; ++column) {
+      const std::string time = (*line)[column];
+      sum += time[0] == '<' ? 0.5 : std::stod(time);
+    }
+    trips.push_back(sum / 3);
+  }
+  return trips;
+}
+
+// The averages that mtr's report tells, behind loss, count and last trip.
+std::vector<double> tripsOfMtr(const std::string& text) {
+  static const std::regex kLine("[0-9.]+% +[0-9]+ +[0-9.]+ +([0-9.]+)");
+  std::vector<double> trips;
+  for (std::sregex_iterator line(text.begin(), text.end(), kLine), end; line != end; ++line) {
+    trips.push_back(std::stod((*line)[1]));
+  }
+  return trips;
+}
+
+double largestDifference(const std::vector<double>& some, const std::vector<double>& others) {
+  if (some.empty() || some.size() != others.size()) {
+    return std::numeric_limits<double>::infinity();
+  }
+  double largest = 0;
+  for (std::size_t at = 0; at < some.size(); ++at) {
+    largest = std::max(largest, std::abs(some[at] - others[at]));
+  }
+  return largest;
+}
+
+// The median time of ours for one of the other tool's; both in turn.
+double timeRatio(int runs, const Words& ours, const Words& other, bool& well) {
+  std::vector<double> oursTimes;
+  std::vector<double> otherTimes;
+  for (int i = 0; i < runs; ++i) {
+    const Run first = runProgram(ours);
+    const Run second = runProgram(other);
+    well = well && first.well && second.well;
+    oursTimes.push_back(first.wall);
+    otherTimes.push_back(second.wall);
+  }
+  std::printf("  medians: ours %.3f s, %s %.3f s\n", median(oursTimes), other[0].c_str(),
+              median(otherTimes));
+  return median(oursTimes) / median(otherTimes);
+}
+
+bool compareTraces(int runs, bool clean) {
+  bool well = true;
+  const Words numeric = {VELTRIN_TRACERT, "-4", "-d", "target.example"};
+  bool met =
+      meets("tracert -d for traceroute -I -n",
+            timeRatio(runs, numeric, {"traceroute", "-4", "-I", "-n", "target.example"}, well),
+            kTracerouteRatio, "");
+  met &= meets("tracert for traceroute -I, with names",
+               timeRatio(runs, {VELTRIN_TRACERT, "-4", "target.example"},
+                         {"traceroute", "-4", "-I", "target.example"}, well),
+               kTracerouteRatio, "");
+  const Run mtr = runProgram({"mtr", "-4", "-r", "-c", "3", "-n", "target.example"});
+  const Run ours = runProgram(numeric);
+  met &= meets("tracert -d for mtr -r -c 3 -n", ours.wall / mtr.wall, kMtrRatio, "");
+  if (clean) {
+    met &= meets("largest difference of round trips to mtr's",
+                 largestDifference(tripsOfTracert(ours.text), tripsOfMtr(mtr.text)),
+                 kTripDifference, " ms");
+  }
+  return met && well && mtr.well && ours.well;
+}
+
+bool measurePathping() {
+  const Run trace = runProgram({VELTRIN_TRACERT, "-4", "-d", "target.example"});
+  const Run run =
+      runProgram({VELTRIN_PATHPING, "-4", "-n", "-q", "20", "-p", "100", "target.example"});
+  bool met = meets("pathping -q 20 -p 100 for queries x period",
+                   (run.wall - trace.wall) / (kQueries * kPeriod), kPathpingRatio, "");
+  met &= meets("pathping's use of a processor", run.cpu / run.wall, kPathpingShare, "");
+  return met && run.well && trace.well;
+}
+
+int measureInside(const std::string& scenario, int runs) {
+  const bool clean = scenario == "clean-15";
+  std::printf("%s, %d runs each in turn:\n", scenario.c_str(), runs);
+  bool met = compareTraces(runs, clean);
+  if (clean) {
+    met &= measurePathping();
+  }
+  return met ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  const auto argument = [&](int at, const char* otherwise) {
+    return std::string(count > at ? arguments[at] : otherwise);
+  };
+  if (argument(1, "") == "--inside") {
+    return measureInside(argument(2, ""), std::atoi(argument(3, "1").c_str()));
+  }
+  const std::string runs = std::to_string(std::max(std::atoi(argument(1, "11").c_str()), 1));
+  int code = 0;
+  for (const char* scenario : {"clean-15", "silent-15"}) {
+    const std::string line = std::string("'") + LAB_PROGRAM + "' " + scenario + " -- '" +
+                             arguments[0] + "' --inside " + scenario + " " + runs;
+    const int status = std::system(line.c_str());
+    const int ended = WIFEXITED(status) ? WEXITSTATUS(status) : 1;
+    code = ended == 0 ? code : ended;
+  }
+  return code;
+}

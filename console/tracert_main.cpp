@@ -1,0 +1,14 @@
+// tracert for systems whose own does not print the English texts that the windows
+// read. It needs what ping needs, and like it is rid of every privilege before a
+// word of the command line is read.
+#include <unistd.h>
+
+#include "console/linux_network.h"
+#include "console/tool.h"
+#include "console/tracert.h"
+
+int main(int count, char** arguments) {
+  veltrin::LinuxNetwork network;
+  // Names that are still being looked up have nobody to wait for them.
+  _exit(veltrin::runTool<veltrin::Tracert>(network, count, arguments));
+}

@@ -1,0 +1,208 @@
+#include "console/pathping.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "path_network.h"
+
+namespace veltrin {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+class PathpingRun : public ::testing::Test {
+ protected:
+  int run(const std::vector<std::string>& arguments) {
+    return Pathping(network_, output_).run(arguments);
+  }
+
+  std::string textOf(const std::vector<std::string>& arguments) {
+    run(arguments);
+    return output_.text();
+  }
+
+  // How long the run took.
+  Microseconds taken() { return network_.now() - 1'000'000; }
+
+  PathNetwork network_;
+  KeptOutput output_;
+};
+
+TEST_F(PathpingRun, PrintsThePathAndItsTable) {
+  network_.names["www.example.net"] = "192.0.2.7";
+  network_.reverseNames["203.0.113.1"] = "gateway.example";
+  network_.makePath(3, 4'000);
+  network_.hops[2] = {};
+
+  EXPECT_EQ(run({"-q", "4", "-p", "250", "www.example.net"}), 0);
+  EXPECT_EQ(output_.text(),
+            "\r\n"
+            "Tracing route to www.example.net [192.0.2.7]\r\n"
+            "over a maximum of 30 hops:\r\n"
+            "  0  mypc [198.51.100.20] \r\n"
+            "  1  gateway.example [203.0.113.1] \r\n"
+            "  2     *        *        *     \r\n"
+            "  3  192.0.2.7 \r\n"
+            "\r\n"
+            "Computing statistics for 1 seconds...\r\n"
+            "            Source to Here   This Node/Link\r\n"
+            "Hop  RTT    Lost/Sent = Pct  Lost/Sent = Pct  Address\r\n"
+            "  0                                           mypc [198.51.100.20] \r\n"
+            "                                0/   4 =  0%   |\r\n"
+            "  1    4ms     0/   4 =  0%     0/   4 =  0%  gateway.example [203.0.113.1] \r\n"
+            "                                0/   4 =  0%   |\r\n"
+            "  2  ---       4/   4 =100%     4/   4 =100%  0.0.0.0 \r\n"
+            "                                0/   4 =  0%   |\r\n"
+            "  3   12ms     0/   4 =  0%     0/   4 =  0%  192.0.2.7 \r\n"
+            "\r\n"
+            "Trace complete.\r\n");
+}
+
+TEST_F(PathpingRun, PrintsANumericDestinationWithoutANameOnOneLine) {
+  network_.makePath(1, 4'000);
+  EXPECT_THAT(textOf({"-n", "-q", "1", "192.0.2.7"}),
+              StartsWith("\r\n"
+                         "Tracing route to 192.0.2.7 over a maximum of 30 hops\r\n"
+                         "  0  198.51.100.20 \r\n"
+                         "  1  192.0.2.7 \r\n"));
+}
+
+TEST_F(PathpingRun, TellsTheTimeOfAllHopsSideBySide) {
+  network_.makePath(15, 4'000);
+  EXPECT_THAT(textOf({"-n", "192.0.2.7"}), HasSubstr("Computing statistics for 25 seconds...\r\n"));
+}
+
+TEST_F(PathpingRun, TakesQueriesTimesPeriodForAllHopsTogether) {
+  network_.makePath(15, 4'000);
+  run({"-n", "-q", "20", "-p", "100", "192.0.2.7"});
+  EXPECT_GE(taken(), 2'000'000);
+  EXPECT_LT(taken(), 2'200'000);
+}
+
+TEST_F(PathpingRun, SendsEachHopItsQueries) {
+  network_.makePath(3, 4'000);
+  run({"-n", "-q", "20", "-p", "100", "192.0.2.7"});
+  EXPECT_EQ(network_.sentTo(1), 23);
+  EXPECT_EQ(network_.sentTo(3), 23);
+}
+
+TEST_F(PathpingRun, BehindTheLastHopThatAnswersShowsOneSilentOne) {
+  network_.makePath(2, 4'000);
+  network_.hops[2] = {passing("203.0.113.2", 8'000)};
+  network_.lastGoesOn = false;
+  EXPECT_THAT(textOf({"-n", "-q", "1", "192.0.2.7"}),
+              AllOf(HasSubstr("  2  203.0.113.2 \r\n"
+                              "  3     *        *        *     \r\n"
+                              "\r\n"
+                              "Computing statistics for 1 seconds...\r\n"),
+                    EndsWith("  2    8ms     0/   1 =  0%     0/   1 =  0%  203.0.113.2 \r\n"
+                             "\r\n"
+                             "Trace complete.\r\n")));
+}
+
+TEST_F(PathpingRun, OfAPathThatNobodyAnswersOnMeasuresNothing) {
+  EXPECT_EQ(run({"-n", "192.0.2.7"}), 0);
+  EXPECT_THAT(output_.text(),
+              EndsWith("  0  198.51.100.20 \r\n"
+                       "  1     *        *        *     \r\n"
+                       "\r\n"
+                       "Computing statistics for 0 seconds...\r\n"
+                       "            Source to Here   This Node/Link\r\n"
+                       "Hop  RTT    Lost/Sent = Pct  Lost/Sent = Pct  Address\r\n"
+                       "  0                                           198.51.100.20 \r\n"
+                       "\r\n"
+                       "Trace complete.\r\n"));
+}
+
+TEST_F(PathpingRun, PrintsWhatARouterReports) {
+  network_.makePath(2, 4'000);
+  network_.hops[2] = {refusal("203.0.113.1", 4'000)};
+  EXPECT_THAT(textOf({"-n", "-q", "1", "192.0.2.7"}),
+              HasSubstr("  2  203.0.113.1  reports: Destination host unreachable.\r\n"));
+}
+
+TEST_F(PathpingRun, TellsWhatCannotBeKnownOfReservations) {
+  network_.makePath(1, 4'000);
+  EXPECT_THAT(textOf({"-n", "-q", "1", "-P", "-R", "192.0.2.7"}),
+              HasSubstr("\r\n"
+                        "RSVP PATH connectivity cannot be tested: its messages are IP protocol "
+                        "46, and this\r\n"
+                        "program keeps no right to send any but echoes.\r\n"
+                        "\r\n"
+                        "Which hops are RSVP aware cannot be tested: routers do not tell it in "
+                        "what they\r\n"
+                        "answer to echoes.\r\n"
+                        "\r\n"
+                        "Computing statistics"));
+}
+
+TEST_F(PathpingRun, TellsWhichHopsAnswerEchoesWithPriority) {
+  network_.makePath(3, 4'000);
+  network_.hops[2] = {};
+  EXPECT_THAT(textOf({"-n", "-q", "1", "-T", "192.0.2.7"}),
+              HasSubstr("\r\n"
+                        "Sending echoes with priority 6...\r\n"
+                        "  1  answers    203.0.113.1 \r\n"
+                        "  2  no answer  0.0.0.0 \r\n"
+                        "  3  answers    192.0.2.7 \r\n"
+                        "Which links carried the priority as a tag in their frames cannot be "
+                        "seen from here.\r\n"));
+}
+
+TEST_F(PathpingRun, GivesPriorityOnlyToTheEchoesThatTestIt) {
+  network_.makePath(1, 4'000);
+  run({"-n", "-q", "1", "-T", "-h", "1", "192.0.2.7"});
+  std::vector<int> priorities;
+  for (const EchoRequest& request : network_.requests) {
+    priorities.push_back(request.priority);
+  }
+  EXPECT_THAT(priorities, ElementsAre(0, 0, 0, 6, 6, 6, 0));
+}
+
+TEST_F(PathpingRun, DoesNotTakeALateAnswerOfTheTraceForOneOfTheStatistics) {
+  network_.makePath(1, 4'000);
+  network_.echoes[{1, 1}] = {arrival("192.0.2.7", 100'000)};
+  EXPECT_THAT(textOf({"-n", "-q", "1", "-p", "1000", "192.0.2.7"}),
+              HasSubstr("  1    4ms     0/   1 =  0% "));
+}
+
+TEST_F(PathpingRun, StoppedDuringTheStatisticsPrintsWhatItHas) {
+  network_.makePath(1, 4'000);
+  network_.echoes[{1, 4}] = {};
+  network_.interruptAt = 1'000'000 + 850'000;
+  EXPECT_EQ(run({"-n", "-q", "100", "-p", "200", "-h", "1", "192.0.2.7"}), 130);
+  EXPECT_THAT(output_.text(),
+              EndsWith("  1    4ms     1/   5 = 20%     0/   5 =  0%  192.0.2.7 \r\n"));
+}
+
+TEST_F(PathpingRun, EndsInSilenceWhenItsReaderIsGone) {
+  network_.makePath(3, 4'000);
+  output_.failFrom = 1;
+  EXPECT_EQ(run({"-n", "192.0.2.7"}), 1);
+  EXPECT_EQ(output_.attempts, 2U);
+}
+
+TEST_F(PathpingRun, ThatCannotSendFails) {
+  network_.failsFrom = 1;
+  EXPECT_EQ(run({"-n", "192.0.2.7"}), 1);
+  EXPECT_THAT(output_.text(), EndsWith("  1  General failure.\r\n"
+                                       "\r\n"
+                                       "Trace complete.\r\n"));
+}
+
+TEST_F(PathpingRun, SaysThatAHostCouldNotBeFound) {
+  EXPECT_EQ(run({"nosuch.example"}), 1);
+  EXPECT_EQ(output_.text(), "Unable to resolve target system name nosuch.example.\r\n");
+}
+
+TEST_F(PathpingRun, AskedForItsUsageEndsWell) {
+  EXPECT_EQ(run({"/?"}), 0);
+  EXPECT_THAT(output_.text(), StartsWith("\r\nUsage: pathping [-g host-list]"));
+}
+
+}  // namespace
+}  // namespace veltrin
