@@ -2,11 +2,14 @@
 // store in memory.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <QPushButton>
+#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 #include <QtTest/QTest>
@@ -71,8 +74,9 @@ class ViewTest : public testing::Test {
   }
 
   // What happens at the next chance that the system has.
-  void soon(const std::function<void()>& routine) {
-    QMetaObject::invokeMethod(&receiver, routine, Qt::QueuedConnection);
+  void soon(std::function<void()> routine) {
+    later.push_back(std::move(routine));
+    chance.start(0);
   }
 
   // What a user does in the resting main loop.
@@ -98,9 +102,20 @@ class ViewTest : public testing::Test {
                     processes, profiles, registry, "veltrin"};
   Program program{platform};
   QWidget* window = nullptr;
-  QObject receiver;
+  std::deque<std::function<void()>> later;
+  QTimer chance;
 
-  void SetUp() override { speak(kEnglish); }
+  void SetUp() override {
+    speak(kEnglish);
+    chance.setSingleShot(true);
+    chance.callOnTimeout([this] {
+      while (!later.empty()) {
+        const auto routine = std::move(later.front());
+        later.pop_front();
+        routine();
+      }
+    });
+  }
 };
 
 }  // namespace veltrin
