@@ -248,7 +248,9 @@ TEST_F(InputTest, AClickThatWaitsEndsThePauseOfAWaitAtOnce) {
 
 TEST_F(InputTest, AWaitSleepsUntilItsTimeIsUp) {
   bool ticked = false;
-  QTimer::singleShot(5, window, [&] { ticked = true; });
+  QTimer clip;
+  clip.callOnTimeout([&] { ticked = true; });
+  clip.start(5);
   events.gate().post([this] {
     program.Wait(20);
     log.emplace_back("waited");
