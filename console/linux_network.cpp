@@ -77,6 +77,10 @@ bool fits(Family family, FamilyChoice choice) {
   return choice == FamilyChoice::Any || (choice == FamilyChoice::IPv4) == (family == Family::IPv4);
 }
 
+timespec spanOf(Microseconds time) {
+  return {static_cast<time_t>(time / kSecond), static_cast<long>(time % kSecond * 1000)};
+}
+
 }  // namespace
 
 LinuxNetwork::LinuxNetwork() {
@@ -223,13 +227,20 @@ WaitEnd LinuxNetwork::wait(Microseconds deadline, Incoming& incoming) {
     if (left <= 0) {
       return WaitEnd::TimedOut;
     }
-    const timespec time{static_cast<time_t>(left / kSecond),
-                        static_cast<long>(left % kSecond * 1000)};
+    const timespec time = spanOf(left);
     std::array<pollfd, 2> sources{{{socket_->file(), POLLIN, 0}, {names_.file(), POLLIN, 0}}};
     if (ppoll(sources.data(), sources.size(), &time, &waitingSignals) > 0 &&
         (sources[0].revents & POLLERR) != 0) {
       keepErrors();
     }
+  }
+}
+
+void LinuxNetwork::rest(Microseconds until) {
+  const Microseconds left = until - now();
+  if (left > 0 && interrupted == 0) {
+    const timespec time = spanOf(left);
+    ppoll(nullptr, 0, &time, &waitingSignals);
   }
 }
 

@@ -30,6 +30,7 @@ class LinuxNetwork : public Network {
 
   Sending send(const EchoRequest& request) override;
   WaitEnd wait(Microseconds deadline, Incoming& incoming) override;
+  void rest(Microseconds until) override;
   Microseconds now() override;
 
  private:

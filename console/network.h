@@ -126,6 +126,10 @@ class Network {
   // is handed over even when the deadline has passed.
   virtual WaitEnd wait(Microseconds deadline, Incoming& incoming) = 0;
 
+  // Sleeps until a moment, or until the user asks to end. Answers that come
+  // meanwhile are kept with their moments, and wake nobody.
+  virtual void rest(Microseconds until) = 0;
+
   virtual Microseconds now() = 0;
 };
 

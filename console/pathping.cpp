@@ -236,6 +236,8 @@ void Pathping::tellStatistics(ProbeBook& book) {
   session_.write(pathTable(machine_, hops));
 }
 
+// Between two queries it sleeps and then reads all answers that came meanwhile: they
+// bear their moments, and to be woken by each would cost more than all the rest.
 void Pathping::query(RouteStatistics& statistics, int priority) {
   while (!session_.ended()) {
     const Microseconds now = session_.now();
@@ -246,8 +248,11 @@ void Pathping::query(RouteStatistics& statistics, int priority) {
     if (now >= statistics.overAt()) {
       return;
     }
-    if (const auto incoming = session_.wait(std::min(statistics.nextAt(), statistics.overAt()))) {
+    const bool more = statistics.nextAt() != kNever;
+    if (const auto incoming = session_.wait(more ? now : statistics.overAt())) {
       statistics.take(*incoming);
+    } else if (more && !session_.ended()) {
+      session_.rest(statistics.nextAt());
     }
   }
 }

@@ -59,6 +59,9 @@ class RouteSession {
   // Sends a probe, its frames with this priority.
   Sending send(const Probe& probe, int priority = 0);
 
+  // Sleeps until a moment; answers wait meanwhile. ended() may be true behind it.
+  void rest(Microseconds until) { network_.rest(until); }
+
   // Waits for an answer until `until`, or until a name has come. Nothing when
   // none came; ended() may be true then.
   std::optional<Incoming> wait(Microseconds until);

@@ -3,6 +3,8 @@
 namespace veltrin {
 namespace {
 
+const std::string kNothing;
+
 // Closes the handles of a run in their order, also when the run is unwound.
 class RunHandles {
  public:
@@ -25,21 +27,21 @@ class RunHandles {
 
 }  // namespace
 
-std::string DOSOutputs::ExecuteCommand(const std::string& commandLine) {
+const std::string& DOSOutputs::ExecuteCommand(const std::string& commandLine) {
   if (!commandLine.empty()) CommandLine = commandLine;
   if (CommandLine.empty()) {
     fail("Command Line empty");
-    return {};
+    return kNothing;
   }
   Processes& processes = platform_.processes;
   Processes::Handle readEnd = Processes::kNoHandle;
   Processes::Handle writeEnd = Processes::kNoHandle;
-  if (!processes.CreatePipe(readEnd, writeEnd)) return {};
+  if (!processes.CreatePipe(readEnd, writeEnd)) return kNothing;
   Processes::ProcessInformation started;
   // A pipe whose child could not be started is left open to the end of the program.
   if (processes.CreateProcess(CommandLine, writeEnd, started) != 1) {
     fail("File or command not found");
-    return {};
+    return kNothing;
   }
   processes.CloseHandle(writeEnd);
   const RunHandles handles(processes, started, readEnd);

@@ -24,11 +24,12 @@ class DOSOutputs {
   // pipe, before the next read starts. The last piece of a run is empty.
   std::function<void(const std::string& chunk)> ReceiveOutputs;
 
-  // Runs a command to the end of its output and returns the whole of it, or the
-  // empty text when it could not be started, with a message to the user. An empty
-  // argument means CommandLine, another one replaces it. There is no way to stop
-  // a run; one that is started inside another runs to its own end first.
-  std::string ExecuteCommand(const std::string& commandLine = {});
+  // Runs a command to the end of its output and returns the whole of it, good until
+  // the next run, or the empty text when it could not be started, with a message to
+  // the user. An empty argument means CommandLine, another one replaces it. There is
+  // no way to stop a run; one that is started inside another runs to its own end
+  // first.
+  const std::string& ExecuteCommand(const std::string& commandLine = {});
 
  private:
   void fail(const std::string& message);

@@ -153,6 +153,10 @@ class FakeNetwork : public Network {
     return WaitEnd::Arrived;
   }
 
+  void rest(Microseconds until) override {
+    now_ = std::max(now_, interruptAt ? std::min(until, *interruptAt) : until);
+  }
+
   Microseconds now() override { return now_; }
 
  protected:
