@@ -123,6 +123,22 @@ TEST_F(RouteLab, TracePassesANarrowLink) {
               testing::Contains("203.0.113.80"));
 }
 
+// The lab's path beyond hop 7 dies 20 s after the first packet and returns at 35 s.
+TEST_F(RouteLab, TraceFollowsAPathThatDiesAndReturns) {
+  const std::string trace = "\"$TRACERT\" -d -w 300 target.example";
+  const std::string text = runIn("dies-and-returns", "sh -c '" + trace + "; sleep 21; " + trace +
+                                                         "; sleep 15; " + trace + "'")
+                               .text;
+  const std::size_t second = text.find("Tracing route", 20);
+  const std::size_t third = text.find("Tracing route", second + 20);
+  ASSERT_NE(third, std::string::npos);
+  std::vector<std::string> dead(kCleanPath.begin(), kCleanPath.begin() + 7);
+  dead.resize(30, "*");
+  EXPECT_EQ(hopsOfTrace(text.substr(0, second)), kCleanPath);
+  EXPECT_EQ(hopsOfTrace(text.substr(second, third - second)), dead);
+  EXPECT_EQ(hopsOfTrace(text.substr(third)), kCleanPath);
+}
+
 TEST_F(RouteLab, TwoTracesAtOnceTakeOnlyTheirOwnAnswers) {
   const Outcome outcome =
       runIn("clean-15",

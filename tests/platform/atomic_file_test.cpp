@@ -9,7 +9,7 @@
 namespace veltrin {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 TEST(ReplaceFile, MakesAMissingFile) {
   const ScratchFolder scratch;

@@ -7,7 +7,7 @@
 namespace veltrin {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 // Most machines of the western world have this code page, and so have these tests.
 constexpr UINT kWestern = 1252;

@@ -10,7 +10,7 @@
 namespace veltrin {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 // A value as `query` gives it, found the way callers do: the size first.
 struct Answer {

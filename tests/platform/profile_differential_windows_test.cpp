@@ -20,7 +20,7 @@
 namespace veltrin {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 using Text = std::optional<std::string>;
 
 constexpr const char* kOurs = "ours.ini";

@@ -9,7 +9,7 @@
 namespace veltrin {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 constexpr std::size_t kRoom = 1024;
 const std::optional<std::string> kNone;

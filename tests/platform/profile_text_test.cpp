@@ -7,7 +7,7 @@
 namespace veltrin {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

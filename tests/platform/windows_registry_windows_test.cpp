@@ -7,7 +7,7 @@
 namespace veltrin {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 // The tests' own key, gone when they are over.
 constexpr const char* kPath = "Software\\VeltrinTest";

@@ -31,7 +31,7 @@ class SimulatedDesktop : public Desktop {
   void setApplicationTitle(const std::string& title) override { title_ = title; }
   std::uint32_t findWindow(const std::string& title) override;
   void setMenuBackground(Form& form, Colour colour) override { menuColours[&form] = colour; }
-  void setTopmost(Form& form, bool topmost) override;
+  void setTopmost(Form& form, bool above) override;
 
   // A message that was shown.
   struct Message {
