@@ -23,7 +23,7 @@ std::string nameOf(AtspiAccessible* node) {
 std::string textOf(AtspiAccessible* node) {
   AtspiText* text = atspi_accessible_get_text_iface(node);
   if (text == nullptr) return {};
-  const std::string held =
+  std::string held =
       taken(atspi_text_get_text(text, 0, atspi_text_get_character_count(text, nullptr), nullptr));
   g_object_unref(text);
   return held;

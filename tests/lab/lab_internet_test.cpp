@@ -11,7 +11,6 @@ namespace veltrin::lab {
 namespace {
 
 using std::chrono::milliseconds;
-using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
