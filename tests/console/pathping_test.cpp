@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "path_network.h"
+#include "route_run.h"
 
 namespace veltrin {
 namespace {
@@ -14,23 +14,7 @@ using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-class PathpingRun : public ::testing::Test {
- protected:
-  int run(const std::vector<std::string>& arguments) {
-    return Pathping(network_, output_).run(arguments);
-  }
-
-  std::string textOf(const std::vector<std::string>& arguments) {
-    run(arguments);
-    return output_.text();
-  }
-
-  // How long the run took.
-  Microseconds taken() { return network_.now() - 1'000'000; }
-
-  PathNetwork network_;
-  KeptOutput output_;
-};
+using PathpingRun = RouteRun<Pathping>;
 
 TEST_F(PathpingRun, PrintsThePathAndItsTable) {
   network_.names["www.example.net"] = "192.0.2.7";

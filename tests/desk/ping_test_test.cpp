@@ -150,7 +150,7 @@ TEST_F(PingTestInTheLab, ThreePassesOverFiveHostsAreShownCopiedAndSavedAlike) {
   std::erase(copiedForX, '\r');
   EXPECT_EQ(savedForX, copiedForX);
 
-  EXPECT_EQ(saved.substr(0, 24), "Ping Test   -   Date: " + saved.substr(22, 2));
+  EXPECT_EQ(saved.substr(0, 22), "Ping Test   -   Date: ");
   for (std::size_t index = 0; index < kHosts.size(); ++index) {
     const Row& shown = rows[index];
     const std::string line = kHosts[index] + "   " + shown.low + " (Low)     " + shown.average +
