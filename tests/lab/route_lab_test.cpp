@@ -82,15 +82,17 @@ TEST_F(RouteLab, TraceShowsSilentHops) {
 }
 
 TEST_F(RouteLab, TraceReachesTheThirtiethHop) {
-  const std::vector<std::string> hops = hopsOfTrace(tracertIn("long-30", "-d target.example"));
-  ASSERT_EQ(hops.size(), 30U);
+  const std::string text = tracertIn("long-30", "-d target.example");
+  const std::vector<std::string> hops = hopsOfTrace(text);
+  ASSERT_EQ(hops.size(), 30U) << text;
   EXPECT_EQ(hops[29], "203.0.113.80");
 }
 
 TEST_F(RouteLab, TraceToAHostTooFarAwayStopsAtTheThirtiethHop) {
-  const std::vector<std::string> hops = hopsOfTrace(tracertIn("long-30", "-d too-far.example"));
-  ASSERT_EQ(hops.size(), 30U);
-  EXPECT_EQ(hops[29], "198.51.100.30");
+  const std::string text = tracertIn("long-30", "-d too-far.example");
+  const std::vector<std::string> hops = hopsOfTrace(text);
+  ASSERT_EQ(hops.size(), 30U) << text;
+  EXPECT_EQ(hops[29], "198.51.100.30") << text;
 }
 
 TEST_F(RouteLab, TraceTakesOneOfTheRoutersThatShareAHop) {
