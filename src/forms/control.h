@@ -14,6 +14,13 @@ class Form;
 // A routine that serves one event of a control.
 using EventRoutine = std::function<void()>;
 
+// Buttons of the mouse, by their numbers in the system.
+enum class MouseButton { None = 0, Left = 1, Right = 2 };
+
+// A routine that serves an event of the mouse, with the button that is meant; while
+// the mouse moves, the one that is held.
+using MouseRoutine = std::function<void(MouseButton)>;
+
 // Red, green and blue, 0 to 255 each.
 struct Colour {
   std::uint8_t red = 0;
@@ -36,6 +43,15 @@ class Control {
   Property<bool> enabled{true};
   Property<std::string> toolTip;
 
+  MouseRoutine mouseDown;
+  MouseRoutine mouseMove;
+  MouseRoutine mouseUp;
+
+  // What the user's mouse does over the control; a disabled one does not notice it.
+  void pressMouse(MouseButton button) { raise(mouseDown, button); }
+  void moveMouse(MouseButton button) { raise(mouseMove, button); }
+  void releaseMouse(MouseButton button) { raise(mouseUp, button); }
+
   // The name under which the window owns the control, and its index in a control
   // array, or -1.
   const std::string& name() const { return name_; }
@@ -46,6 +62,7 @@ class Control {
   // Runs an event routine as one of the owning window's; nothing happens once
   // that window is unloaded.
   void raise(const EventRoutine& routine);
+  void raise(const MouseRoutine& routine, MouseButton button);
 
  private:
   friend class Form;

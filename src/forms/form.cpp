@@ -13,6 +13,11 @@ void Control::raise(const EventRoutine& routine) {
   form_->run(routine);
 }
 
+void Control::raise(const MouseRoutine& routine, MouseButton button) {
+  if (!routine || !visible || !enabled) return;
+  raise([&] { routine(button); });
+}
+
 Control* Form::find(const std::string& name, int index) const {
   const auto found = std::find_if(controls_.begin(), controls_.end(), [&](const Control* control) {
     return control->name() == name && control->index() == index;

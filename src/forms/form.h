@@ -34,6 +34,15 @@ class Form : public std::enable_shared_from_this<Form> {
   Property<std::string> caption;
   Property<MousePointer> mousePointer{MousePointer::Default};
 
+  EventRoutine click;      // on the window itself
+  MouseRoutine mouseMove;  // over the window itself
+
+  // What the user's mouse does on the window beside its controls.
+  void press() { run(click); }
+  void moveMouse(MouseButton button) {
+    if (mouseMove) run([&] { mouseMove(button); });
+  }
+
   const std::string& name() const { return name_; }
   const std::vector<Control*>& controls() const { return controls_; }
 

@@ -12,8 +12,17 @@ namespace veltrin {
 struct Installation {
   // A public web host that answers pings: the first default destination.
   std::string ProbeHost = "www.wikipedia.org";
+
+  // The maker's host that tells the newest version; empty asks nobody.
+  std::string UpdateServer;
+
+  // Pages of the product: how to use each tool, and what it is. One that starts with a
+  // backslash is a file below the program folder.
+  std::string HelpPageUrl = "\\help\\index.html";
+  std::string HomePageUrl = "\\help\\home.html";
 };
 
+// The pages come as addresses that a browser opens.
 Installation readInstallation(ProfileStore& profiles, const Files& files);
 
 }  // namespace veltrin

@@ -13,7 +13,7 @@ Program::Program(Platform& system)
       settingsFile(programFolder + "\\Files\\Veltrin.dat"),
       settings(system.profiles) {}
 
-// The program ends with its last window.
+// The program ends with the last window that was to be seen.
 void Program::unload(Form& form) {
   const auto found = std::find_if(windows_.begin(), windows_.end(),
                                   [&](const Window& window) { return window.form.get() == &form; });
@@ -23,7 +23,15 @@ void Program::unload(Form& form) {
   platform.events.timers().remove(form);
   platform.desktop.remove(form);
   std::erase_if(windows_, [&](const Window& window) { return window.form == alive; });
-  if (windows_.empty()) platform.events.gate().end();
+  const bool anyShown = std::any_of(windows_.begin(), windows_.end(), [](const Window& window) {
+    return window.sight == Sight::Shown;
+  });
+  if (!anyShown) platform.events.gate().end();
+}
+
+void Program::end() {
+  platform.events.gate().end();
+  throw ProgramEnded();
 }
 
 std::string Program::readSetting(const std::string& section, const std::string& key) {
@@ -46,8 +54,14 @@ std::shared_ptr<Form> Program::find(std::type_index type) const {
   return found == windows_.end() ? nullptr : found->form;
 }
 
-void Program::load(std::type_index type, const std::shared_ptr<Form>& form) {
-  windows_.push_back({type, form});
+void Program::noteShown(const Form& form) {
+  for (Window& window : windows_) {
+    if (window.form.get() == &form) window.sight = Sight::Shown;
+  }
+}
+
+void Program::load(std::type_index type, const std::shared_ptr<Form>& form, Sight sight) {
+  windows_.push_back({type, form, sight});
   platform.events.timers().add(form);
   form->load();
 }

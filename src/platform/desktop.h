@@ -17,6 +17,25 @@ inline constexpr int kAnswerOk = 1;
 inline constexpr int kAnswerYes = 6;
 inline constexpr int kAnswerNo = 7;
 
+// The style of a critical message that comes before all other windows.
+inline constexpr int kMessageSetForeground = 0x10000;
+
+// A place on the screen, in pixels.
+struct ScreenPoint {
+  int x = 0;
+  int y = 0;
+  friend bool operator==(const ScreenPoint&, const ScreenPoint&) = default;
+};
+
+// Part of the screen, in pixels; right and bottom lie outside.
+struct ScreenRectangle {
+  int left = 0;
+  int top = 0;
+  int right = 0;
+  int bottom = 0;
+  friend bool operator==(const ScreenRectangle&, const ScreenRectangle&) = default;
+};
+
 class Desktop {
  public:
   virtual ~Desktop() = default;
@@ -54,6 +73,20 @@ class Desktop {
 
   // Keeps a window above all others, or ends that.
   virtual void setTopmost(Form& form, bool topmost) = 0;
+
+  virtual ScreenPoint cursorPosition() const = 0;
+
+  // The place of a shown window, its frame included.
+  virtual ScreenRectangle windowRectangle(const Form& form) const = 0;
+  virtual void moveWindow(Form& form, const ScreenRectangle& place) = 0;
+
+  // DrawFocusRect on the whole screen: inverts the border of a rectangle, one pixel
+  // wide, so that a second call with the same one takes it away.
+  virtual void drawFocusRectangle(const ScreenRectangle& border) = 0;
+
+  // Where programs do not place their windows (Wayland): lets the user, who holds the
+  // left button down, move the window until the button is released. False elsewhere.
+  virtual bool moveBySystem(Form& form) = 0;
 };
 
 }  // namespace veltrin

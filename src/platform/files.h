@@ -32,6 +32,10 @@ class Files {
   // read-only share gives that file.
   virtual std::string native(const std::string& path) const = 0;
 
+  // Whether a file or a folder is there, by one of the program's paths or the
+  // system's own.
+  virtual bool exists(const std::string& path) const = 0;
+
   // Makes one folder. Throws StatementFailed when it exists already or cannot be
   // made.
   virtual void CreateFolder(const std::string& path) = 0;

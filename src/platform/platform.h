@@ -4,13 +4,18 @@
 #include <string>
 
 #include "platform/clock.h"
+#include "platform/counters.h"
 #include "platform/desktop.h"
+#include "platform/environment.h"
 #include "platform/event_loop.h"
 #include "platform/files.h"
 #include "platform/processes.h"
 #include "platform/profile_store.h"
 #include "platform/registry.h"
+#include "platform/shell.h"
+#include "platform/sockets.h"
 #include "platform/waitable_timers.h"
+#include "platform/wmi.h"
 
 namespace veltrin {
 
@@ -23,6 +28,11 @@ struct Platform {
   Processes& processes;
   ProfileStore& profiles;
   Registry& registry;
+  Shell& shell;
+  Environment& environment;
+  Sockets& sockets;
+  Counters& counters;
+  Wmi& wmi;
 
   // The program's file name without folder and ending.
   std::string executableName;

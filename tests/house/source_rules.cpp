@@ -32,6 +32,8 @@ constexpr std::array kHouses{
     House{"monitor", " text forms platform frame monitor "},
     House{"sysinfo", " text forms platform frame sysinfo "},
     House{"controls", " text forms platform frame controls "},
+    House{"toolbox",
+          " text forms platform frame ping route mtu download monitor sysinfo controls toolbox "},
     House{"view", "*"},
     House{"console", " text console "},
     House{"lab", " text lab "},

@@ -60,9 +60,13 @@ class DosOutputs : public ::testing::Test {
 
   Simulation simulation;
   RecordingProcesses processes{simulation.loop};
-  Platform platform{simulation.loop,     simulation.loop,     simulation.clock,
-                    simulation.desktop,  simulation.files,    processes,
-                    simulation.profiles, simulation.registry, "Veltrin"};
+  Platform platform{simulation.loop,     simulation.loop,
+                    simulation.clock,    simulation.desktop,
+                    simulation.files,    processes,
+                    simulation.profiles, simulation.registry,
+                    simulation.shell,    simulation.environment,
+                    simulation.sockets,  simulation.counters,
+                    simulation.wmi,      "Veltrin"};
   DOSOutputs runner{platform};
   Texts chunks;
 };

@@ -234,6 +234,11 @@ TEST_F(WaitTest, AWaitThatFailsMidwayClosesItsTimer) {
                     simulation.processes,
                     simulation.profiles,
                     simulation.registry,
+                    simulation.shell,
+                    simulation.environment,
+                    simulation.sockets,
+                    simulation.counters,
+                    simulation.wmi,
                     "Veltrin"};
   EXPECT_THROW(Wait(platform, 1000), StatementFailed);
   EXPECT_EQ(loop.timerLog.back(), "close");

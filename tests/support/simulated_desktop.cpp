@@ -23,6 +23,7 @@ void SimulatedDesktop::remove(Form& form) {
   std::erase(modal_, &form);
   topmost.erase(&form);
   menuColours.erase(&form);
+  places.erase(&form);
 }
 
 void SimulatedDesktop::makeModal(Form& form) { modal_.push_back(&form); }
@@ -69,6 +70,16 @@ void SimulatedDesktop::setTopmost(Form& form, bool above) {
   }
 }
 
+ScreenRectangle SimulatedDesktop::windowRectangle(const Form& form) const {
+  const auto found = places.find(&form);
+  return found == places.end() ? ScreenRectangle{} : found->second;
+}
+
+void SimulatedDesktop::drawFocusRectangle(const ScreenRectangle& border) {
+  focusRectangles.push_back(border);
+  if (std::erase(visibleBorders, border) == 0) visibleBorders.push_back(border);
+}
+
 bool SimulatedDesktop::takesInput(const Form& form) const {
   const bool isShown = std::find(shown.begin(), shown.end(), &form) != shown.end();
   const bool behindModal = !modal_.empty() && modal_.back() != &form;
@@ -89,6 +100,38 @@ void SimulatedDesktop::type(ComboBox& box, const std::string& text) {
 
 void SimulatedDesktop::doubleClick(TextBox& box) {
   if (takesInput(*box.form())) box.doubleClick();
+}
+
+void SimulatedDesktop::click(Label& label) {
+  if (takesInput(*label.form())) label.press();
+}
+
+void SimulatedDesktop::click(Image& image) {
+  if (takesInput(*image.form())) image.press();
+}
+
+void SimulatedDesktop::click(CheckBox& box) {
+  if (takesInput(*box.form())) box.press();
+}
+
+void SimulatedDesktop::choose(MenuEntry& entry) {
+  if (takesInput(*entry.form())) entry.press();
+}
+
+void SimulatedDesktop::leave(ComboBox& box) {
+  if (takesInput(*box.form())) box.leave();
+}
+
+void SimulatedDesktop::moveMouse(Control& control, MouseButton button) {
+  if (takesInput(*control.form())) control.moveMouse(button);
+}
+
+void SimulatedDesktop::pressMouse(Control& control, MouseButton button) {
+  if (takesInput(*control.form())) control.pressMouse(button);
+}
+
+void SimulatedDesktop::releaseMouse(Control& control, MouseButton button) {
+  if (takesInput(*control.form())) control.releaseMouse(button);
 }
 
 void SimulatedDesktop::closeWindow(Form& form) {

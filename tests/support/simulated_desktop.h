@@ -8,8 +8,12 @@
 #include <string>
 #include <vector>
 
+#include "forms/check_box.h"
 #include "forms/combo_box.h"
 #include "forms/command_button.h"
+#include "forms/image.h"
+#include "forms/label.h"
+#include "forms/menu_entry.h"
 #include "forms/text_box.h"
 #include "platform/desktop.h"
 #include "support/simulated_loop.h"
@@ -32,6 +36,11 @@ class SimulatedDesktop : public Desktop {
   std::uint32_t findWindow(const std::string& title) override;
   void setMenuBackground(Form& form, Colour colour) override { menuColours[&form] = colour; }
   void setTopmost(Form& form, bool above) override;
+  ScreenPoint cursorPosition() const override { return cursor; }
+  ScreenRectangle windowRectangle(const Form& form) const override;
+  void moveWindow(Form& form, const ScreenRectangle& place) override { places[&form] = place; }
+  void drawFocusRectangle(const ScreenRectangle& border) override;
+  bool moveBySystem(Form& /*form*/) override { return movesBySystem; }
 
   // A message that was shown.
   struct Message {
@@ -55,6 +64,11 @@ class SimulatedDesktop : public Desktop {
   std::vector<Form*> shown;  // the last one is in front
   std::set<const Form*> topmost;
   std::map<const Form*, Colour> menuColours;
+  ScreenPoint cursor;
+  std::map<const Form*, ScreenRectangle> places;  // of the windows
+  std::vector<ScreenRectangle> focusRectangles;   // every drawing, in order
+  std::vector<ScreenRectangle> visibleBorders;    // those that stand on the screen now
+  bool movesBySystem = false;
   std::vector<std::string> otherWindows;  // titles of other programs' windows
 
   // Whether the user can reach a window: it is shown, and no message or modal
@@ -66,6 +80,14 @@ class SimulatedDesktop : public Desktop {
   void type(TextBox& box, const std::string& text);
   void type(ComboBox& box, const std::string& text);
   void doubleClick(TextBox& box);
+  void click(Label& label);
+  void click(Image& image);
+  void click(CheckBox& box);
+  void choose(MenuEntry& entry);
+  void leave(ComboBox& box);
+  void moveMouse(Control& control, MouseButton button = MouseButton::None);
+  void pressMouse(Control& control, MouseButton button);
+  void releaseMouse(Control& control, MouseButton button);
   void closeWindow(Form& form);
 
  private:

@@ -1,5 +1,6 @@
 #include "support/simulated_store.h"
 
+#include <algorithm>
 #include <chrono>
 
 #include "platform/portable/file_names.h"
@@ -32,6 +33,10 @@ class SimulatedStream : public TextStream {
 std::string keyPath(const std::string& path) { return LCase(path); }
 
 }  // namespace
+
+bool SimulatedFiles::exists(const std::string& path) const {
+  return contents.count(path) != 0 || std::find(others.begin(), others.end(), path) != others.end();
+}
 
 void SimulatedFiles::CreateFolder(const std::string& path) {
   if (refuseOpening) throw StatementFailed("Permission denied", kPermissionDenied);

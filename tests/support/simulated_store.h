@@ -20,11 +20,13 @@ class SimulatedFiles : public Files {
  public:
   std::map<std::string, std::string> contents;  // by full path
   std::vector<std::string> folders;             // made by CreateFolder
+  std::vector<std::string> others;              // what else exists, by full path
   bool refuseOpening = false;                   // the folder is not writable
   bool refuseWriting = false;                   // the disk is full
 
   std::string programFolder() const override { return "C:\\Program Files\\Veltrin"; }
   std::string native(const std::string& path) const override { return path; }
+  bool exists(const std::string& path) const override;
   void CreateFolder(const std::string& path) override;
   std::unique_ptr<TextStream> OpenTextFile(const std::string& folder, const std::string& name,
                                            FileMode mode, bool create) override;

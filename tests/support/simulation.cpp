@@ -1,5 +1,7 @@
 #include "support/simulation.h"
 
+#include "toolbox/toolbox.h"
+
 namespace veltrin {
 
 Program& Simulation::program() {
@@ -7,6 +9,7 @@ Program& Simulation::program() {
     program_ = std::make_unique<Program>(platform);
     program_->LanguageId = kEnglish;
     chooseLanguage(program_->LanguageId, program_->texts);
+    provideTools(*program_);
   }
   return *program_;
 }

@@ -6,6 +6,7 @@
 #include "support/simulated_loop.h"
 #include "support/simulated_processes.h"
 #include "support/simulated_store.h"
+#include "support/simulated_system.h"
 
 namespace veltrin {
 
@@ -18,7 +19,13 @@ class Simulation {
   SimulatedProcesses processes{loop};
   SimulatedProfiles profiles;
   SimulatedRegistry registry;
-  Platform platform{loop, loop, clock, desktop, files, processes, profiles, registry, "Veltrin"};
+  SimulatedShell shell;
+  SimulatedEnvironment environment;
+  SimulatedSockets sockets{loop};
+  SimulatedCounters counters;
+  SimulatedWmi wmi;
+  Platform platform{loop,     loop,  clock,       desktop, files,    processes, profiles,
+                    registry, shell, environment, sockets, counters, wmi,       "Veltrin"};
 
   // The program, made on first use so that a test can prepare what it reads at
   // its start. It speaks English.

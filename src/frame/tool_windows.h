@@ -1,0 +1,34 @@
+// The windows that others open by name, without knowing them.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+
+namespace veltrin {
+
+// Each tool enters its window here, so that the frame of the program can open it.
+class ToolWindows {
+ public:
+  struct Opening {
+    std::function<void()> show;
+    std::function<void()> showModal;  // returns when the window is unloaded
+  };
+
+  void enter(const std::string& name, Opening opening) { openings_[name] = std::move(opening); }
+
+  bool has(const std::string& name) const { return openings_.count(name) != 0; }
+
+  // Opens the window; nothing happens when no tool has entered it.
+  void show(const std::string& name) const {
+    if (has(name)) openings_.at(name).show();
+  }
+  void showModal(const std::string& name) const {
+    if (has(name)) openings_.at(name).showModal();
+  }
+
+ private:
+  std::map<std::string, Opening> openings_;
+};
+
+}  // namespace veltrin

@@ -1,0 +1,139 @@
+#include "support/simulated_system.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "text/statement.h"
+#include "text/strings.h"
+
+namespace veltrin {
+namespace {
+
+constexpr int kFileNotFound = 53;
+constexpr std::int32_t kInvalidHandle = static_cast<std::int32_t>(0xC0000BBC);  // PDH
+
+}  // namespace
+
+bool SimulatedShell::execute(const std::string& verb, const std::string& file,
+                             const std::string& parameters, const std::string& folder, int show) {
+  executions.push_back({verb, file, parameters, folder, show});
+  return !refuse;
+}
+
+void SimulatedShell::run(const std::string& commandLine, int show) {
+  runs.push_back({commandLine, show});
+  if (refuse) throw StatementFailed("File not found", kFileNotFound);
+}
+
+std::string SimulatedEnvironment::variable(const std::string& name) const {
+  for (const auto& [key, value] : variables) {
+    if (equalIgnoringCase(key, name)) return value;
+  }
+  return {};
+}
+
+std::int32_t SimulatedCounters::PdhOpenQuery(Query& query) {
+  if (openStatus == 0) query = 1;
+  return openStatus;
+}
+
+std::int32_t SimulatedCounters::PdhVbAddCounter(Query /*query*/, const std::string& path,
+                                                Counter& counter) {
+  paths.push_back(path);
+  if (addStatus == 0) counter = static_cast<Counter>(paths.size());
+  return addStatus;
+}
+
+std::int32_t SimulatedCounters::PdhCollectQueryData(Query query) {
+  return query == 1 ? 0 : kInvalidHandle;
+}
+
+double SimulatedCounters::PdhVbGetDoubleCounterValue(Counter counter, std::int32_t& status) {
+  status = kInvalidHandle;
+  if (counter < 1 || counter > static_cast<Counter>(paths.size())) return 0;
+  status = 0;
+  return values[paths[static_cast<std::size_t>(counter - 1)]];
+}
+
+std::vector<WmiObject> SimulatedWmi::ExecQuery(const std::string& query) {
+  queries.push_back(query);
+  const auto found = answers.find(query);
+  if (found == answers.end()) throw StatementFailed("No answer", kInvalidProcedureCall);
+  return found->second;
+}
+
+SimulatedTcpSocket::~SimulatedTcpSocket() { std::erase(network_.sockets, this); }
+
+void SimulatedTcpSocket::connect(const std::string& host, std::uint16_t port,
+                                 std::uint16_t /*localPort*/) {
+  ++network_.uses_[this];
+  network_.note("connect " + host + " " + std::to_string(port));
+  arrived_.clear();
+  state_ = SocketState::Connecting;
+  if (network_.onConnect) network_.onConnect(*this, port);
+}
+
+void SimulatedTcpSocket::listen(std::uint16_t localPort) {
+  ++network_.uses_[this];
+  network_.note("listen " + std::to_string(localPort));
+  arrived_.clear();
+  state_ = SocketState::Listening;
+}
+
+void SimulatedTcpSocket::accept(std::intptr_t request) {
+  network_.note("accept " + std::to_string(request));
+  state_ = SocketState::Connected;
+}
+
+void SimulatedTcpSocket::send(const std::string& bytes) {
+  if (state_ != SocketState::Connected) {
+    throw StatementFailed("No connection", kInvalidProcedureCall);
+  }
+  sent += bytes;
+}
+
+std::string SimulatedTcpSocket::receive() { return std::exchange(arrived_, {}); }
+
+void SimulatedTcpSocket::close() {
+  ++network_.uses_[this];
+  network_.note("close");
+  arrived_.clear();
+  state_ = SocketState::Closed;
+}
+
+void SimulatedTcpSocket::comeData(const std::string& bytes) {
+  arrived_ += bytes;
+  routines_.dataArrival();
+}
+
+void SimulatedTcpSocket::comeClosed() {
+  state_ = SocketState::Closing;
+  routines_.closed();
+}
+
+void SimulatedTcpSocket::comeRequest(std::intptr_t request) {
+  routines_.connectionRequest(request);
+}
+
+void SimulatedSockets::later(std::int64_t delay, SimulatedTcpSocket& socket,
+                             std::function<void(SimulatedTcpSocket&)> action) {
+  const int use = uses_[&socket];
+  // The wire does not wait for the program: only what the socket then tells does.
+  loop_.after(delay, [this, &socket, use, action = std::move(action)] {
+    const bool lives = std::find(sockets.begin(), sockets.end(), &socket) != sockets.end();
+    if (lives && uses_[&socket] == use) action(socket);
+  });
+}
+
+std::unique_ptr<TcpSocket> SimulatedSockets::makeTcpSocket(TcpSocket::Routines routines) {
+  auto socket = std::make_unique<SimulatedTcpSocket>(*this, std::move(routines));
+  sockets.push_back(socket.get());
+  return socket;
+}
+
+void SimulatedSockets::note(const std::string& call) {
+  calls.push_back(call);
+  moments.push_back(loop_.milliseconds());
+}
+
+}  // namespace veltrin

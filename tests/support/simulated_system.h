@@ -1,0 +1,142 @@
+// What else the simulated platform supplies: other programs, surroundings, counters,
+// facts by query, and TCP sockets whose other side a test plays.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/counters.h"
+#include "platform/environment.h"
+#include "platform/shell.h"
+#include "platform/sockets.h"
+#include "platform/wmi.h"
+#include "support/simulated_loop.h"
+
+namespace veltrin {
+
+class SimulatedShell : public Shell {
+ public:
+  struct Execution {
+    std::string verb;
+    std::string file;
+    std::string parameters;
+    std::string folder;
+    int show = 0;
+    friend bool operator==(const Execution&, const Execution&) = default;
+  };
+  struct Run {
+    std::string commandLine;
+    int show = 0;
+    friend bool operator==(const Run&, const Run&) = default;
+  };
+  std::vector<Execution> executions;
+  std::vector<Run> runs;
+  bool refuse = false;  // no such program
+
+  bool execute(const std::string& verb, const std::string& file, const std::string& parameters,
+               const std::string& folder, int show) override;
+  void run(const std::string& commandLine, int show) override;
+};
+
+class SimulatedEnvironment : public Environment {
+ public:
+  std::map<std::string, std::string> variables{{"windir", "C:\\Windows"},
+                                               {"ProgramFiles", "C:\\Program Files"}};
+
+  // Names are compared without case, as the system does it.
+  std::string variable(const std::string& name) const override;
+  std::string systemFolder() const override { return "C:\\Windows\\System32"; }
+};
+
+class SimulatedCounters : public Counters {
+ public:
+  std::int32_t openStatus = 0;
+  std::int32_t addStatus = 0;
+  std::vector<std::string> paths;  // of the added counters; a handle is the place from 1
+  std::map<std::string, double> values;
+
+  std::int32_t PdhOpenQuery(Query& query) override;
+  std::int32_t PdhVbAddCounter(Query query, const std::string& path, Counter& counter) override;
+  std::int32_t PdhCollectQueryData(Query query) override;
+  double PdhVbGetDoubleCounterValue(Counter counter, std::int32_t& status) override;
+};
+
+class SimulatedWmi : public Wmi {
+ public:
+  std::map<std::string, std::vector<WmiObject>> answers;  // by query; others fail
+  std::vector<std::string> queries;
+
+  std::vector<WmiObject> ExecQuery(const std::string& query) override;
+};
+
+class SimulatedSockets;
+
+class SimulatedTcpSocket : public TcpSocket {
+ public:
+  SimulatedTcpSocket(SimulatedSockets& network, Routines routines)
+      : network_(network), routines_(std::move(routines)) {}
+  ~SimulatedTcpSocket() override;
+
+  SocketState state() const override { return state_; }
+  void connect(const std::string& host, std::uint16_t port, std::uint16_t localPort) override;
+  void listen(std::uint16_t localPort) override;
+  void accept(std::intptr_t request) override;
+  void send(const std::string& bytes) override;
+  std::string receive() override;
+  void close() override;
+
+  // What the other side does, called by a test while the socket lives.
+  void comeConnected() { state_ = SocketState::Connected; }
+  void comeError() { state_ = SocketState::Error; }
+  void comeData(const std::string& bytes);
+  void comeClosed();
+  void comeRequest(std::intptr_t request);
+
+  std::string sent;
+
+ private:
+  SimulatedSockets& network_;
+  Routines routines_;
+  SocketState state_ = SocketState::Closed;
+  std::string arrived_;
+};
+
+class SimulatedSockets : public Sockets {
+ public:
+  explicit SimulatedSockets(SimulatedLoop& loop) : loop_(loop) {}
+
+  std::string hostName = "MYPC";
+  std::string address = "192.0.2.20";
+
+  // Everything that was asked of sockets, in order: "connect HOST PORT", "listen PORT",
+  // "accept NUMBER", "close".
+  std::vector<std::string> calls;
+  std::vector<std::int64_t> moments;  // of the calls, ms
+
+  // Plays the other side of each connection that is tried; without one nobody answers.
+  // What it scripts on the loop has to go through `later`.
+  std::function<void(SimulatedTcpSocket& socket, std::uint16_t port)> onConnect;
+
+  // Does something to the socket after a time in ms, if it has done nothing else since.
+  void later(std::int64_t delay, SimulatedTcpSocket& socket,
+             std::function<void(SimulatedTcpSocket&)> action);
+
+  std::unique_ptr<TcpSocket> makeTcpSocket(TcpSocket::Routines routines) override;
+  std::string localHostName() const override { return hostName; }
+  std::string localAddress() const override { return address; }
+
+  // The sockets that live.
+  std::vector<SimulatedTcpSocket*> sockets;
+
+ private:
+  friend class SimulatedTcpSocket;
+  void note(const std::string& call);
+
+  SimulatedLoop& loop_;
+  std::map<const SimulatedTcpSocket*, int> uses_;  // one more with each connect, listen, close
+};
+
+}  // namespace veltrin
