@@ -7,10 +7,10 @@
 #include <QDir>
 #include <QIcon>
 
-#include "frame/program.h"
-#include "ping/pingtester.h"
+#include "frame/starter.h"
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_text.h"
+#include "toolbox/toolbox.h"
 #include "view/appearance.h"
 
 namespace {
@@ -32,9 +32,8 @@ void runProgram() {
   const auto system =
       veltrin::makeDesktopSystem(veltrin::fromQt(QCoreApplication::applicationFilePath()), kTitle);
   veltrin::Program program(system->platform());
-  program.LanguageId = veltrin::kEnglish;
-  veltrin::chooseLanguage(program.LanguageId, program.texts);
-  program.show<veltrin::pingtester>();
+  veltrin::provideTools(program);
+  program.show<veltrin::starter>();
   system->run();
 }
 
