@@ -1,6 +1,9 @@
 // A text that the user may edit, or that the program shows at length.
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "forms/control.h"
 
 namespace veltrin {
@@ -24,6 +27,18 @@ class TextBox : public Control {
   void doubleClick() {
     if (visible && enabled) raise(dblClick);
   }
+
+  // Puts the caret behind the last character, so that the newest text is in view.
+  void caretToEnd() {
+    if (caretToEnd_) caretToEnd_();
+  }
+
+  // Sets who puts the caret there, the view that shows the box; an empty function
+  // takes it away.
+  void observeCaret(std::function<void()> toEnd) { caretToEnd_ = std::move(toEnd); }
+
+ private:
+  std::function<void()> caretToEnd_;
 };
 
 }  // namespace veltrin

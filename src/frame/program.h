@@ -73,6 +73,18 @@ class Program : public FormHost {
   double PingSum = 0;
   std::size_t PingItem = 0;
 
+  // The run of the route tools, which count their passes by one counter. Shared by all
+  // of them, so that only one may run at a time.
+  Loose RoutePasses;           // the text of the passes at the start of the run
+  int RoutePass = 0;           // as the last loop left it
+  int InDepthRunning = 0;      // 1 while an InDepth test runs
+  double InDepthStart = 0;     // of that test, in seconds since midnight
+  std::string InDepthOptions;  // arguments of pathping, but the destination
+
+  // The last item of the list of silent hops, as text, from the window that keeps the
+  // list; empty while no such window is loaded.
+  std::function<std::string()> lastBadHop;
+
   // Shows the default window of a type: made and loaded when it is not loaded,
   // else brought to the front.
   template <class Kind>

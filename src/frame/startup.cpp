@@ -1,6 +1,7 @@
 #include "frame/startup.h"
 
 #include "frame/About.h"
+#include "frame/browser.h"
 #include "frame/modIsItRunning.h"
 #include "frame/starter.h"
 #include "frame/tool_tips.h"
@@ -161,23 +162,18 @@ void startup::Combo1_LostFocus() {
   program_.writeSetting("Settings", "Rated Speed", Combo1.text.get());
 }
 
-// Both pages open in the one browser that every Windows has.
-std::string startup::browser() const {
-  return program_.platform.environment.variable("ProgramFiles") +
-         "\\Internet Explorer\\IEXPLORE.EXE";
-}
-
 void startup::Command5_Click() {
   skip([&] {
-    program_.platform.shell.execute("Open", browser(), program_.installation.HelpPageUrl, "",
-                                    kShowNormal);
+    program_.platform.shell.execute("Open", browserPath(program_.platform.environment),
+                                    program_.installation.HelpPageUrl, "", kShowNormal);
   });
 }
 
 void startup::Image2_Click() {
   skip([&] {
-    program_.platform.shell.run(browser() + " " + program_.installation.HomePageUrl,
-                                kShowMaximized);
+    program_.platform.shell.run(
+        browserPath(program_.platform.environment) + " " + program_.installation.HomePageUrl,
+        kShowMaximized);
   });
 }
 

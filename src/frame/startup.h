@@ -60,7 +60,6 @@ class startup : public Form {
   void Image1_MouseUp(MouseButton button);
   void Image2_Click();
 
-  std::string browser() const;
   void drawBand(const ScreenRectangle& place);
 
   // A window that is being moved by its grip.

@@ -1,5 +1,7 @@
 #include "ping/pingtester.h"
 
+#include "frame/busy_clip.h"
+#include "frame/copy_text.h"
 #include "frame/result_file.h"
 #include "frame/tool_tips.h"
 #include "ping/pingmod.h"
@@ -20,18 +22,15 @@ const std::vector<std::string> kPasses = {"1", "5", "10", "15", "20", "25", "50"
 const std::vector<std::string> kSizes = {"16",  "32",   "64",   "128", "256",
                                          "512", "1024", "2048", "4096"};
 
-// Well-known public hosts behind the installation's own one.
-constexpr std::array<const char*, pingtester::kRows - 1> kMoreHosts = {
-    "www.debian.org", "www.kernel.org", "www.python.org", "www.mozilla.org"};
-
 const char* const kSection = "Ping";
-
-std::string destinationKey(std::size_t row) { return "Pingit " + std::to_string(row + 1); }
 
 }  // namespace
 
 pingtester::pingtester(Program& program)
-    : Form("pingtester", program), program_(program), objDOS7(program.platform) {
+    : Form("pingtester", program),
+      program_(program),
+      destinations_(program, kSection, "Pingit ", {&url[0], &url[1], &url[2], &url[3], &url[4]}),
+      objDOS7(program.platform) {
   own("url", url);
   own("pingcur", pingcur);
   own("pinglow", pinglow);
@@ -63,8 +62,7 @@ pingtester::pingtester(Program& program)
   own("Text2", Text2);
 
   caption = "Ping Test";
-  url[0].text = program.installation.ProbeHost;
-  for (std::size_t row = 1; row < kRows; ++row) url[row].text = kMoreHosts[row - 1];
+  destinations_.setDefaults();
   for (std::size_t row = 0; row < kRows; ++row) {
     url[row].toolTip = "Db lClick to Clear";
     url[row].dblClick = [this, row] { url[row].text = ""; };
@@ -105,10 +103,7 @@ void pingtester::Form_Load() {
   Label6.caption = program_.texts.CaptionAverage;
   Label7.caption = program_.texts.CaptionHigh;
   Label8.caption = program_.texts.CaptionLoss;
-  for (std::size_t row = 0; row < kRows; ++row) {
-    const std::string destination = program_.readSetting(kSection, destinationKey(row));
-    if (!destination.empty()) url[row].text = destination;
-  }
+  destinations_.recall();
   setToolTips(program_.LanguageId, *this);
 }
 
@@ -121,7 +116,7 @@ void pingtester::Command1_Click() {
 }
 
 void pingtester::start() {
-  playit.open(program_.programFolder + "\\files\\ping.avi");
+  playBusyClip(program_, playit);
   playit.visible = true;
   data1.text = "";
   program_.PingPasses = Combo1.text.get();
@@ -155,9 +150,7 @@ void pingtester::stopAnimation() {
 
 void pingtester::Command2_Click() {
   gather();
-  program_.platform.desktop.clearClipboard();
-  program_.platform.desktop.setClipboardText(data1.text);
-  program_.MsgBox(program_.texts.TextCopied, kMessageOk, "Ping Test");
+  copyText(program_, data1.text, "Ping Test");
 }
 
 // The file holds the report of the last copy: saving builds none of its own.
@@ -166,9 +159,7 @@ void pingtester::Command3_Click() {
 }
 
 void pingtester::Command4_Click() {
-  for (std::size_t row = 0; row < kRows; ++row) {
-    program_.writeSetting(kSection, destinationKey(row), url[row].text.get());
-  }
+  destinations_.remember();
   program_.writeSetting(kSection, "Packet", Combo2.text.get());
   program_.writeSetting(kSection, "Passes", Combo1.text.get());
   Timer1.enabled = false;

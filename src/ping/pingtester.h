@@ -13,13 +13,14 @@
 #include "forms/text_box.h"
 #include "forms/timer.h"
 #include "frame/DOSOutputs.h"
+#include "frame/destinations.h"
 #include "frame/program.h"
 
 namespace veltrin {
 
 class pingtester : public Form {
  public:
-  static constexpr std::size_t kRows = 5;
+  static constexpr std::size_t kRows = Destinations::kCount;
 
   explicit pingtester(Program& program);
 
@@ -83,6 +84,7 @@ class pingtester : public Form {
   void plot(std::size_t columns);
 
   Program& program_;
+  Destinations destinations_;
   DOSOutputs objDOS7;
 };
 

@@ -154,7 +154,7 @@ class ProjectFolder : public ::testing::TestWithParam<const char*> {};
 TEST_P(ProjectFolder, KeepsTheRules) { EXPECT_THAT(allFindingsIn(GetParam()), IsEmpty()); }
 
 INSTANTIATE_TEST_SUITE_P(House, ProjectFolder,
-                         ::testing::Values("src", "console", "lab", "tests", "bench"),
+                         ::testing::Values("src", "console", "lab", "tools", "tests", "bench"),
                          [](const auto& info) { return std::string(info.param); });
 
 }  // namespace

@@ -1,9 +1,11 @@
 #include "monkey/monkey.h"
 
+#include <algorithm>
 #include <array>
 
 #include "forms/animation.h"
 #include "frame/setlang.h"
+#include "text/strings.h"
 
 namespace veltrin {
 namespace {
@@ -28,6 +30,15 @@ constexpr std::array<const char*, 18> kTexts = {"",
                                                 "0",
                                                 " 7 "};
 
+// Windows that a user opens from the menu.
+constexpr std::array<const char*, 3> kWindows = {"pingtester", "trace", "indepth"};
+
+// Captions of the buttons that close their windows.
+constexpr std::array<const char*, 3> kEnds = {"Quit", "Exit", "Close"};
+
+// Of a text that grows and grows, the last bytes tell one state from another.
+constexpr std::size_t kLastBytes = 300;
+
 constexpr std::uint64_t kDigestSeed = 1469598103934665603ULL;  // FNV-1a
 constexpr std::uint64_t kDigestPrime = 1099511628211ULL;
 
@@ -50,7 +61,7 @@ void Monkey::startProgram() {
   ++result_.programs;
   simulation_->processes.tool =
       [this](const std::string&) -> std::optional<std::vector<ToolWrite>> {
-    ++result_.echoes;
+    ++result_.tools;
     if (oneIn(50)) {
       ++failedStarts_;
       return std::nullopt;
@@ -59,7 +70,7 @@ void Monkey::startProgram() {
   };
   if (oneIn(4)) simulation_->program().LanguageId = kDutch;
   chooseLanguage(simulation_->program().LanguageId, simulation_->program().texts);
-  simulation_->program().show<pingtester>();
+  openWindow();
 }
 
 // A pipe whose tool could not be started stays open, both its ends; every other
@@ -98,7 +109,9 @@ void Monkey::act() {
   if (oneIn(60)) {
     program.show<setlang>();
   } else if (oneIn(60)) {
-    program.show<pingtester>();
+    openWindow();
+  } else if (oneIn(400)) {
+    openInDepth();
   }
   const auto& shown = simulation_->desktop.shown;
   if (shown.empty()) return;
@@ -108,31 +121,64 @@ void Monkey::act() {
   lookAt(form);
 }
 
+void Monkey::openWindow() { simulation_->program().tools.show(kWindows[below(kWindows.size())]); }
+
+// The window that follows a Hop Stability Test, and is modal. That test cannot come to
+// its end while a message or another modal window stands before everything.
+void Monkey::openInDepth() {
+  Program& program = simulation_->program();
+  const auto& shown = simulation_->desktop.shown;
+  const bool reachable = std::all_of(shown.begin(), shown.end(), [this](const Form* form) {
+    return simulation_->desktop.takesInput(*form);
+  });
+  if (!reachable) return;
+  const std::string hops = typedText();
+  program.lastBadHop = [hops] { return std::string(hops); };
+  program.tools.showModal("indepth2");
+}
+
 void Monkey::actOnWindow(Form& form) {
   if (oneIn(150)) {
     simulation_->desktop.closeWindow(form);
     return;
   }
+  if (oneIn(20)) form.moveMouse(MouseButton::None);
   const auto& controls = form.controls();
   actOnControl(*controls[below(static_cast<std::uint32_t>(controls.size()))]);
 }
 
 void Monkey::actOnControl(Control& control) {
   SimulatedDesktop& desktop = simulation_->desktop;
+  if (oneIn(4)) desktop.moveMouse(control);
   if (auto* button = dynamic_cast<CommandButton*>(&control)) {
-    const bool ends = button->caption == "Quit" || button->form()->name() == "setlang";
-    if (!ends || oneIn(5)) desktop.click(*button);
+    actOnButton(*button);
   } else if (auto* text = dynamic_cast<TextBox*>(&control)) {
-    if (oneIn(4)) {
-      desktop.doubleClick(*text);
-    } else {
-      desktop.type(*text, typedText());
-    }
+    actOnText(*text);
   } else if (auto* combo = dynamic_cast<ComboBox*>(&control)) {
     desktop.type(*combo, typedText());
-    combo->leave();
+    desktop.leave(*combo);
+  } else if (auto* box = dynamic_cast<CheckBox*>(&control)) {
+    desktop.click(*box);
+  } else if (auto* entry = dynamic_cast<MenuEntry*>(&control)) {
+    desktop.choose(*entry);
   } else if (auto* tester = dynamic_cast<pingtester*>(control.form())) {
     desktop.click(oneIn(3) ? tester->Command2 : tester->Command1);
+  } else if (auto* label = dynamic_cast<Label*>(&control)) {
+    desktop.click(*label);
+  }
+}
+
+void Monkey::actOnButton(CommandButton& button) {
+  const bool ends = std::find(kEnds.begin(), kEnds.end(), button.caption.get()) != kEnds.end() ||
+                    button.form()->name() == "setlang";
+  if (!ends || oneIn(5)) simulation_->desktop.click(button);
+}
+
+void Monkey::actOnText(TextBox& box) {
+  if (oneIn(4)) {
+    simulation_->desktop.doubleClick(box);
+  } else {
+    simulation_->desktop.type(box, typedText());
   }
 }
 
@@ -150,7 +196,10 @@ void Monkey::lookAt(const Form& form) {
   remember(form.name() + form.caption.get());
   for (const Control* control : form.controls()) {
     if (const auto* label = dynamic_cast<const Label*>(control)) remember(label->caption);
-    if (const auto* text = dynamic_cast<const TextBox*>(control)) remember(text->text);
+    if (const auto* text = dynamic_cast<const TextBox*>(control)) {
+      remember(std::to_string(text->text.get().size()));
+      remember(Right(text->text.get(), kLastBytes));
+    }
     if (const auto* button = dynamic_cast<const CommandButton*>(control)) {
       remember(button->caption.get() + (button->enabled ? "+" : "-"));
     }
@@ -179,7 +228,7 @@ std::vector<ToolWrite> Monkey::writes(const std::string& text) {
 std::string Monkey::toolText() {
   switch (below(8)) {
     case 0:
-      return pingTimeout();
+      return traceText();
     case 1:
       return "Ping request could not find host x. Please check the name and try again.\r\n";
     case 2:
@@ -189,11 +238,24 @@ std::string Monkey::toolText() {
       for (char& character : garbage) character = static_cast<char>(below(256));
       return garbage;
     }
-    case 4:
-      return pingReply(static_cast<int>(below(3)));
     default:
-      return pingReply(static_cast<int>(below(20000)));
+      return pingText();
   }
+}
+
+std::string Monkey::pingText() {
+  if (oneIn(5)) return pingTimeout();
+  return pingReply(static_cast<int>(below(oneIn(4) ? 3 : 20000)));
+}
+
+std::string Monkey::traceText() {
+  std::string text = "\r\nTracing route to x [192.0.2.7]\r\nover a maximum of 30 hops:\r\n\r\n";
+  for (std::uint32_t hop = 1 + below(12); hop > 0; --hop) {
+    text += oneIn(4) ? "  1     *        *        *     Request timed out.\r\n"
+                     : "  1    <1 ms    12 ms     *     192.0.2.7 \r\n";
+    if (oneIn(3)) text += "                              0/ 100 =  0%   |\r\n";
+  }
+  return text + "\r\nTrace complete.\r\n";
 }
 
 std::string Monkey::typedText() {

@@ -17,7 +17,7 @@ namespace veltrin {
 struct MonkeyResult {
   std::uint64_t events = 0;       // things the user did
   std::uint64_t programs = 0;     // programs that were started
-  std::uint64_t echoes = 0;       // pings that were started
+  std::uint64_t tools = 0;        // console tools that were started
   std::uint64_t messages = 0;     // messages that were shown
   std::uint64_t saves = 0;        // result files that were written
   std::uint64_t digest = 0;       // of everything that could be seen
@@ -37,13 +37,19 @@ class Monkey {
   void runProgram();
   void scheduleNext();
   void act();
+  void openWindow();
+  void openInDepth();
   void actOnWindow(Form& form);
   void actOnControl(Control& control);
+  void actOnText(TextBox& box);
+  void actOnButton(CommandButton& button);
   void changeFaults();
   void lookAt(const Form& form);
   void remember(const std::string& seen);
   std::vector<ToolWrite> writes(const std::string& text);
   std::string toolText();
+  std::string pingText();
+  std::string traceText();
   std::string typedText();
 
   std::uint32_t below(std::uint32_t limit) { return random_() % limit; }

@@ -20,12 +20,12 @@ TEST(Monkey, DoesWhatItLikesAndBreaksNothing) {
   const std::uint64_t events = setting("VELTRIN_MONKEY_EVENTS", 100000);
   const MonkeyResult result = Monkey(seed()).run(events);
   std::cout << "seed " << seed() << ": " << result.events << " events, " << result.programs
-            << " programs, " << result.echoes << " echoes, " << result.messages << " messages, "
+            << " programs, " << result.tools << " tools, " << result.messages << " messages, "
             << result.saves << " files\n";
   EXPECT_EQ(result.events, events);
   EXPECT_EQ(result.failures, 0U);
   EXPECT_EQ(result.openHandles, 0U);
-  EXPECT_GT(result.echoes, events / 100);
+  EXPECT_GT(result.tools, events / 100);
   EXPECT_GT(result.messages, 0U);
   EXPECT_GT(result.saves, 0U);
 }
@@ -36,7 +36,7 @@ TEST(Monkey, ReplaysASeedExactly) {
   const MonkeyResult second = Monkey(seed() + 1).run(kEvents);
   const MonkeyResult other = Monkey(seed() + 2).run(kEvents);
   EXPECT_EQ(first.digest, second.digest);
-  EXPECT_EQ(first.echoes, second.echoes);
+  EXPECT_EQ(first.tools, second.tools);
   EXPECT_NE(first.digest, other.digest);
 }
 

@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "simulated/start_run.h"
+#include "simulated/menu_run.h"
 
 namespace veltrin {
 namespace {
@@ -8,42 +8,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// A window that a later tool brings along.
-template <int Number>
-class Tool : public Form {
- public:
-  explicit Tool(Program& program) : Form("tool", program) {}
-};
-
-class Startup : public StartRun {
- protected:
-  startup& open() {
-    menu = simulation.program().show<startup>();
-    return *menu;
-  }
-
-  // The menu with a tool behind the name of a window.
-  template <int Number>
-  startup& openWith(const char* name) {
-    simulation.program().provide<Tool<Number>>(name);
-    return open();
-  }
-
-  template <int Number>
-  bool isOpen() {
-    return simulation.program().isLoaded<Tool<Number>>();
-  }
-
-  // Closes the window in front after so many ms.
-  void closeFrontAfter(std::int64_t delay) {
-    simulation.loop.after(
-        delay, [this] { simulation.desktop.closeWindow(*simulation.desktop.shown.back()); });
-  }
-
-  void TearDown() override { EXPECT_EQ(simulation.loop.gate().escapedFailures(), 0); }
-
-  std::shared_ptr<startup> menu;
-};
+using Startup = MenuRun;
 
 // --- The load ---
 
@@ -401,143 +366,6 @@ TEST_F(Startup, ThePointerIsACrossOverTheGripOnly) {
   simulation.desktop.moveMouse(menu->Image1);
   menu->moveMouse(MouseButton::None);
   EXPECT_EQ(menu->mousePointer.get(), MousePointer::Default);
-}
-
-class Grip : public Startup {
- protected:
-  Grip() {
-    open();
-    simulation.desktop.places[menu.get()] = {100, 200, 500, 600};
-    simulation.desktop.cursor = {110, 220};
-  }
-
-  void dragTo(ScreenPoint cursor) {
-    simulation.desktop.cursor = cursor;
-    simulation.desktop.moveMouse(menu->Image1, MouseButton::Left);
-  }
-};
-
-TEST_F(Grip, PressingItDrawsABandOfFourPixelsInsideTheWindowsBorder) {
-  simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
-  EXPECT_THAT(
-      simulation.desktop.focusRectangles,
-      ElementsAre(ScreenRectangle{100, 200, 500, 600}, ScreenRectangle{101, 201, 499, 599},
-                  ScreenRectangle{102, 202, 498, 598}, ScreenRectangle{103, 203, 497, 597}));
-}
-
-TEST_F(Grip, DraggingItMovesTheBandAndNotTheWindow) {
-  simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
-  dragTo({40, 300});
-  EXPECT_THAT(simulation.desktop.visibleBorders,
-              ElementsAre(ScreenRectangle{30, 280, 430, 680}, ScreenRectangle{31, 281, 429, 679},
-                          ScreenRectangle{32, 282, 428, 678}, ScreenRectangle{33, 283, 427, 677}));
-  EXPECT_EQ(simulation.desktop.places[menu.get()], (ScreenRectangle{100, 200, 500, 600}));
-}
-
-TEST_F(Grip, DraggingErasesTheOldBandBeforeItDrawsTheNewOne) {
-  simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
-  simulation.desktop.focusRectangles.clear();
-  dragTo({111, 221});
-  ASSERT_EQ(simulation.desktop.focusRectangles.size(), 8U);
-  EXPECT_EQ(simulation.desktop.focusRectangles[0], (ScreenRectangle{100, 200, 500, 600}));
-  EXPECT_EQ(simulation.desktop.focusRectangles[4], (ScreenRectangle{101, 201, 501, 601}));
-}
-
-TEST_F(Grip, ReleasingItMovesTheWindowAndTakesTheBandAway) {
-  simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
-  dragTo({300, 300});
-  dragTo({-50, 10});
-  simulation.desktop.releaseMouse(menu->Image1, MouseButton::Left);
-  EXPECT_EQ(simulation.desktop.places[menu.get()], (ScreenRectangle{-60, -10, 340, 390}));
-  EXPECT_THAT(simulation.desktop.visibleBorders, IsEmpty());
-}
-
-TEST_F(Grip, AClickLeavesTheWindowWhereItIs) {
-  simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
-  simulation.desktop.releaseMouse(menu->Image1, MouseButton::Left);
-  EXPECT_EQ(simulation.desktop.places[menu.get()], (ScreenRectangle{100, 200, 500, 600}));
-}
-
-TEST_F(Grip, TheRightButtonDrawsNothing) {
-  simulation.desktop.pressMouse(menu->Image1, MouseButton::Right);
-  simulation.desktop.moveMouse(menu->Image1, MouseButton::Right);
-  simulation.desktop.releaseMouse(menu->Image1, MouseButton::Right);
-  EXPECT_THAT(simulation.desktop.focusRectangles, IsEmpty());
-}
-
-TEST_F(Grip, WhereTheSystemMovesWindowsNoBandIsDrawn) {
-  simulation.desktop.movesBySystem = true;
-  simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
-  dragTo({300, 300});
-  simulation.desktop.releaseMouse(menu->Image1, MouseButton::Left);
-  EXPECT_THAT(simulation.desktop.focusRectangles, IsEmpty());
-  EXPECT_EQ(simulation.desktop.places[menu.get()], (ScreenRectangle{100, 200, 500, 600}));
-}
-
-TEST_F(Grip, ClosingTheWindowInMidDragLeavesNoBand) {
-  simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
-  dragTo({300, 300});
-  simulation.desktop.closeWindow(*menu);
-  EXPECT_THAT(simulation.desktop.visibleBorders, IsEmpty());
-}
-
-// --- About ---
-
-class AboutWindow : public Startup {
- protected:
-  About& openAbout() {
-    about = simulation.program().show<About>();
-    return *about;
-  }
-
-  std::shared_ptr<About> about;
-};
-
-TEST_F(AboutWindow, TellsWhatTheProgramIs) {
-  openAbout();
-  EXPECT_EQ(about->caption.get(), "About");
-  EXPECT_EQ(about->Label9.caption.get(), "Veltrin");
-  EXPECT_EQ(about->Label3.caption.get(), "Designed to help you troubleshoot Internet issues.");
-  EXPECT_EQ(about->Label2.caption.get(), "Version: 1.03  5 Jan 2012");
-  EXPECT_EQ(about->Label1.caption.get(), "System Info");
-  EXPECT_EQ(about->Label4.caption.get(), "");
-}
-
-TEST_F(AboutWindow, ClosesByAClickOnItself) {
-  openAbout().press();
-  EXPECT_FALSE(about->isLoaded());
-}
-
-TEST_F(AboutWindow, ClosesByAClickOnThreeOfItsTexts) {
-  for (Label About::*label : {&About::Label2, &About::Label3, &About::Label9}) {
-    open();
-    openAbout();
-    simulation.desktop.click((*about).*label);
-    EXPECT_FALSE(about->isLoaded());
-  }
-}
-
-TEST_F(AboutWindow, StaysOpenAtAClickOnItsEmptyText) {
-  openAbout();
-  simulation.desktop.click(about->Label4);
-  EXPECT_TRUE(about->isLoaded());
-}
-
-TEST_F(AboutWindow, OpensTheReportModallyAboveItself) {
-  simulation.program().provide<Tool<30>>("frmSysInfo");
-  openAbout();
-  bool above = false;
-  simulation.loop.after(100,
-                        [&] { above = !simulation.desktop.takesInput(*about) && isOpen<30>(); });
-  closeFrontAfter(200);
-  simulation.desktop.click(about->Label1);
-  EXPECT_TRUE(above);
-  EXPECT_TRUE(about->isLoaded());
-}
-
-TEST_F(AboutWindow, ItsWayToTheReportIsDisabledWithoutOne) {
-  openAbout();
-  EXPECT_EQ(about->Label1.enabled.get(), simulation.program().tools.has("frmSysInfo"));
 }
 
 }  // namespace

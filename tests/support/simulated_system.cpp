@@ -9,7 +9,6 @@
 namespace veltrin {
 namespace {
 
-constexpr int kFileNotFound = 53;
 constexpr std::int32_t kInvalidHandle = static_cast<std::int32_t>(0xC0000BBC);  // PDH
 
 }  // namespace

@@ -1,0 +1,52 @@
+// The full form of the summary of the machine, and the buffers in which it is read. The
+// window is loaded and never shown.
+#pragma once
+
+#include <string>
+
+#include "forms/list_box.h"
+#include "forms/text_box.h"
+#include "frame/DOSOutputs.h"
+#include "frame/program.h"
+
+namespace veltrin {
+
+class DosApp : public Form {
+ public:
+  explicit DosApp(Program& program);
+
+  TextBox DosBox;  // the tool's text
+  ListBox List1;   // its lines, with their indents
+  ListBox List2;
+  ListBox List3;  // names of the hotfixes; grows with each run
+  ListBox List4;
+  ListBox List5;
+  ListBox List6;
+  ListBox List7;
+  ListBox List8;
+
+  // A mark that the last text of the tool had less than 10 lines: 1, else 0.
+  int ShortText = 0;
+
+  // Collects the summary anew. What is then told of it is the Mode's choice; the
+  // collecting is the same for all.
+  void SysInfo(const Loose& Mode);
+
+  // Fills the summary's empty memory slots. Does nothing when the service that knows the
+  // banks does not answer.
+  void getmem();
+
+ private:
+  void objDOSB_ReceiveOutputs(const std::string& chunk);
+
+  void collect();
+  void runTool();
+  void fillLines();
+  std::string readLines();
+  void adjustFields();
+
+  Program& program_;
+  DOSOutputs objDOSB;
+};
+
+}  // namespace veltrin

@@ -1,0 +1,40 @@
+// The short form of the summary of the machine, and the buffers in which it is read. The
+// window is loaded and never shown.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "forms/label.h"
+#include "forms/list_box.h"
+#include "forms/text_box.h"
+#include "frame/DOSOutputs.h"
+#include "frame/program.h"
+
+namespace veltrin {
+
+class DosFrm : public Form {
+ public:
+  explicit DosFrm(Program& program);
+
+  TextBox dosbox;  // the tool's text
+  ListBox Buffer;  // its lines without the blanks around them; grows with each run
+  Label Label1;
+
+  // Runs the tool to its end, reads the labelled lines into the program's summary and
+  // stores them in the settings. A text of less than 11 lines changes nothing.
+  void getinfo();
+
+ private:
+  void objDOS_ReceiveOutputs(const std::string& chunk);
+
+  std::string toolPath() const;
+  void runTool();
+  void fillBuffer();
+  void readBuffer();
+
+  Program& program_;
+  std::shared_ptr<DOSOutputs> objDOS;
+};
+
+}  // namespace veltrin

@@ -1,0 +1,115 @@
+// Any bytes as each of the tables, messages and logs that systeminfo reads: what is
+// read can be printed on a line and stays within the bytes.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "console/sysinfo/connections.h"
+#include "console/sysinfo/fact_text.h"
+#include "console/sysinfo/hardware_database.h"
+#include "console/sysinfo/interface_dump.h"
+#include "console/sysinfo/moments.h"
+#include "console/sysinfo/smbios.h"
+#include "console/sysinfo/updates.h"
+
+namespace {
+
+void check(bool holds) {
+  if (!holds) {
+    std::abort();
+  }
+}
+
+void checkPrintable(const std::string& text) {
+  check(std::none_of(text.begin(), text.end(),
+                     [](char character) { return character >= 0 && character < ' '; }));
+  check(veltrin::printable(text) == text);
+}
+
+void readTable(std::string_view bytes) {
+  const veltrin::SmbiosTexts texts = veltrin::readSmbios(bytes);
+  for (const std::string& text :
+       {texts.biosVendor, texts.biosVersion, texts.biosDate, texts.manufacturer, texts.product}) {
+    checkPrintable(text);
+    check(text.size() <= bytes.size());
+  }
+}
+
+// A header that is sound around the bytes, so that every input gets into the tree.
+void readDatabase(std::string_view bytes) {
+  veltrin::HardwareDatabase(bytes).properties("pci:v00008086d000015F3");
+  const auto number = [](std::uint64_t value) {
+    std::string text;
+    for (int i = 0; i < 8; ++i) {
+      text += static_cast<char>(value >> (8 * i) & 0xFF);
+    }
+    return text;
+  };
+  const std::uint64_t root = bytes.empty() ? 0 : static_cast<unsigned char>(bytes[0]);
+  const std::string file = "KSLPHHRH" + number(0) + number(80 + bytes.size()) + number(80) +
+                           number(24) + number(16) + number(bytes.size() % 2 == 0 ? 32 : 16) +
+                           number(80 + root) + number(0) + number(0) + std::string(bytes);
+  for (const auto& [name, value] : veltrin::HardwareDatabase(file).properties("pci:v0")) {
+    check(value.size() < file.size());
+  }
+}
+
+void readMessages(std::string_view bytes) {
+  veltrin::InterfaceDump dump;
+  const std::size_t half = bytes.size() / 2 / 4 * 4;
+  dump.take(bytes.substr(0, half));
+  dump.take(bytes.substr(half));
+  std::uint32_t last = 0;
+  for (const veltrin::NetworkInterface& interface : dump.interfaces()) {
+    check(interface.index > last && !interface.name.empty());
+    last = interface.index;
+  }
+}
+
+void readLeases(std::string_view bytes) {
+  veltrin::NetworkInterface interface;
+  interface.name = "eth0";
+  interface.addresses.push_back({*veltrin::Address::parse("192.0.2.7"), true});
+  if (const auto lease = veltrin::leaseOfDhclient(bytes, interface)) {
+    check(lease->address == interface.addresses[0].address);
+  }
+  if (const auto lease = veltrin::leaseInMessage(bytes)) {
+    check(lease->address.has_value());
+  }
+  const std::string message = std::string(236, '\0') + "\x63\x82\x53\x63" + std::string(bytes);
+  check(veltrin::leaseInMessage(message).has_value());
+}
+
+template <typename Log>
+void readLog(std::string_view bytes) {
+  Log log;
+  veltrin::LineReader lines(bytes);
+  for (std::string_view line; lines.next(line);) {
+    log.take(line);
+  }
+  for (const std::string& text : log.updates().value_or(std::vector<std::string>())) {
+    checkPrintable(text);
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  readTable(bytes);
+  readDatabase(bytes);
+  readMessages(bytes);
+  readLeases(bytes);
+  readLog<veltrin::DpkgLog>(bytes);
+  readLog<veltrin::PacmanLog>(bytes);
+  veltrin::momentInLog(bytes);
+  checkPrintable(veltrin::printable(bytes));
+  const std::size_t middle = size / 2;
+  veltrin::fitsPattern(bytes.substr(0, middle), bytes.substr(middle));
+  veltrin::shellValue(bytes, "ADDRESS");
+  veltrin::sectionValue(bytes, "connection", "uuid");
+  return 0;
+}
