@@ -23,7 +23,7 @@ import sys
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ("src", "console", "lab", "tests", "bench")
+FOLDERS = ("src", "console", "lab", "tools", "tests", "bench")
 
 # Marks that nobody asked for in so many seconds are dropped: 30 days.
 LONGEST_LIFE = 30 * 24 * 3600

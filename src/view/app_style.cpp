@@ -1,20 +1,27 @@
 #include "view/app_style.h"
 
+#include <QIcon>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyleOption>
 
 namespace veltrin {
 namespace {
 
-constexpr double kCorner = 4;   // radius in pixels
-constexpr double kEdge = 1;     // width of a button's edge
-constexpr double kRing = 2;     // width of the ring around a button with the keyboard
-constexpr int kFieldInset = 4;  // pixels from a field's frame to its text
+constexpr double kCorner = 4;       // radius in pixels
+constexpr double kEdge = 1;         // width of a button's edge
+constexpr double kRing = 2;         // width of the ring around a button with the keyboard
+constexpr double kArrowHeight = 4;  // of a combo box, in pixels; it is twice as wide
+constexpr int kTextFrame = 2;       // width of the frame of a text of many lines
+constexpr int kFieldInset = 4;      // pixels from a field's frame to its text
 constexpr QSize kSmallestButton(88, 30);
 constexpr int kHoverLighter = 108;  // percent
 constexpr int kPressedDarker = 112;
 constexpr int kEdgeDarker = 135;
+constexpr int kPictureInset = 12;  // pixels from a button's edge to its picture
+constexpr int kPictureGap = 10;    // from the picture to the text
+constexpr double kPaleness = 0.4;  // opacity of a picture that is disabled
 constexpr int kDefaultEdgeDarker = 210;
 
 // Half way from one colour to another.
@@ -38,12 +45,14 @@ void drawButton(const QStyleOption& option, QPainter& painter) {
   const bool isDefault =
       button != nullptr && (button->features & QStyleOptionButton::DefaultButton);
   const QColor face = faceColour(option);
+  const bool isFlat = button != nullptr && (button->features & QStyleOptionButton::Flat);
+  const bool isTouched = option.state & (QStyle::State_MouseOver | QStyle::State_Sunken);
   const double inset = kEdge / 2;
   const QRectF edge = QRectF(option.rect).adjusted(inset, inset, -inset, -inset);
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(face.darker(isDefault && enabled ? kDefaultEdgeDarker : kEdgeDarker), kEdge));
-  painter.setBrush(face);
+  painter.setBrush(isFlat && !(enabled && isTouched) ? QBrush(Qt::NoBrush) : QBrush(face));
   painter.drawRoundedRect(edge, kCorner, kCorner);
   if (enabled && (option.state & QStyle::State_HasFocus)) {
     const QRectF ring = QRectF(option.rect).adjusted(kRing / 2, kRing / 2, -kRing / 2, -kRing / 2);
@@ -54,16 +63,64 @@ void drawButton(const QStyleOption& option, QPainter& painter) {
   painter.restore();
 }
 
-void drawFieldFrame(const QStyleOption& option, QPainter& painter) {
+void drawPictureAndText(const QProxyStyle& style, const QStyleOptionButton& button,
+                        QPainter& painter, const QWidget* widget) {
+  const bool enabled = button.state & QStyle::State_Enabled;
+  QRect picture(QPoint(), button.iconSize);
+  picture.moveCenter(button.rect.center());
+  picture.moveLeft(button.rect.left() + kPictureInset);
+  button.icon.paint(&painter, QStyle::visualRect(button.direction, button.rect, picture),
+                    Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
+  const QRect text =
+      button.rect.adjusted(picture.right() - button.rect.left() + kPictureGap, 0, -kPictureGap, 0);
+  const bool underlines = style.styleHint(QStyle::SH_UnderlineShortcut, &button, widget) != 0;
+  style.drawItemText(&painter, QStyle::visualRect(button.direction, button.rect, text),
+                     static_cast<int>(QStyle::visualAlignment(button.direction,
+                                                              Qt::AlignLeft | Qt::AlignVCenter)) |
+                         (underlines ? Qt::TextShowMnemonic : Qt::TextHideMnemonic),
+                     button.palette, enabled, button.text, QPalette::ButtonText);
+}
+
+// `ground` is painted behind the frame, where the field itself does not reach.
+void drawFieldFrame(const QStyleOption& option, QPainter& painter,
+                    const QBrush& ground = Qt::NoBrush) {
   const bool focused = (option.state & QStyle::State_HasFocus) != 0;
   const double width = focused ? kRing : kEdge;
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(option.palette.color(focused ? QPalette::Highlight : QPalette::Dark), width));
-  painter.setBrush(Qt::NoBrush);
+  painter.setBrush(ground);
   const QRectF edge = QRectF(option.rect).adjusted(width / 2, width / 2, -width / 2, -width / 2);
   painter.drawRoundedRect(edge, kCorner - 1, kCorner - 1);
   painter.restore();
+}
+
+// A field with an arrow at its end; what is typed stands in a field of its own inside.
+void drawComboBox(const QStyle& style, const QStyleOptionComboBox& box, QPainter& painter,
+                  const QWidget* widget) {
+  const bool enabled = box.state & QStyle::State_Enabled;
+  drawFieldFrame(box, painter, box.palette.base());
+  const QRectF place =
+      style.subControlRect(QStyle::CC_ComboBox, &box, QStyle::SC_ComboBoxArrow, widget);
+  const QPointF tip = place.center() + QPointF(0, kArrowHeight / 2);
+  const QPolygonF arrow{tip, tip + QPointF(-kArrowHeight, -kArrowHeight),
+                        tip + QPointF(kArrowHeight, -kArrowHeight)};
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  const bool isTouched = enabled && (box.state & QStyle::State_MouseOver);
+  painter.setBrush(box.palette.color(isTouched ? QPalette::Text : QPalette::PlaceholderText));
+  painter.drawPolygon(arrow);
+  painter.restore();
+}
+
+void drawMenuBarItem(const QStyleOptionMenuItem& item, QPainter& painter) {
+  const bool isChosen = item.state & QStyle::State_Selected;
+  painter.fillRect(item.rect,
+                   item.palette.color(isChosen ? QPalette::Highlight : QPalette::Window));
+  painter.setPen(item.palette.color(isChosen ? QPalette::HighlightedText : QPalette::WindowText));
+  painter.drawText(item.rect, Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextSingleLine,
+                   item.text);
 }
 
 }  // namespace
@@ -72,12 +129,50 @@ AppStyle::AppStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
 void AppStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                              QPainter* painter, const QWidget* widget) const {
+  if (element == PE_PanelMenuBar) return;
   if (element == PE_FrameLineEdit) return drawFieldFrame(*option, *painter);
+  if (element == PE_Frame && qobject_cast<const QPlainTextEdit*>(widget) != nullptr) {
+    return drawFieldFrame(*option, *painter, option->palette.base());
+  }
   if (qobject_cast<const QPushButton*>(widget) != nullptr) {
     if (element == PE_PanelButtonCommand) return drawButton(*option, *painter);
     if (element == PE_FrameFocusRect) return;
   }
   QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void AppStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                           const QWidget* widget) const {
+  const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+  if (element == CE_PushButtonLabel && button != nullptr && !button->icon.isNull()) {
+    return drawPictureAndText(*this, *button, *painter, widget);
+  }
+  const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  if (element == CE_MenuBarItem && item != nullptr) return drawMenuBarItem(*item, *painter);
+  if (element == CE_MenuBarEmptyArea) {
+    return painter->fillRect(option->rect, option->palette.color(QPalette::Window));
+  }
+  const bool isFlat = button != nullptr && (button->features & QStyleOptionButton::Flat);
+  if (element == CE_PushButtonBevel && isFlat) return drawButton(*option, *painter);
+  QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void AppStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                  QPainter* painter, const QWidget* widget) const {
+  const auto* box = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+  if (control == CC_ComboBox && box != nullptr) return drawComboBox(*this, *box, *painter, widget);
+  QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+QPixmap AppStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap,
+                                      const QStyleOption* option) const {
+  if (mode != QIcon::Disabled) return QProxyStyle::generatedIconPixmap(mode, pixmap, option);
+  QPixmap pale(pixmap.size());
+  pale.fill(Qt::transparent);
+  QPainter painter(&pale);
+  painter.setOpacity(kPaleness);
+  painter.drawPixmap(QRect(QPoint(), pale.size()), pixmap);
+  return pale;
 }
 
 QRect AppStyle::subElementRect(SubElement element, const QStyleOption* option,
@@ -90,11 +185,18 @@ QRect AppStyle::subElementRect(SubElement element, const QStyleOption* option,
 QSize AppStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                  const QSize& contents, const QWidget* widget) const {
   const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
-  return type == CT_PushButton ? size.expandedTo(kSmallestButton) : size;
+  if (type != CT_PushButton) return size;
+  const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+  const bool hasPicture = button != nullptr && !button->icon.isNull();
+  const QSize whole = hasPicture ? size.grownBy({kPictureInset, 0, kPictureGap, 0}) : size;
+  return whole.expandedTo(kSmallestButton);
 }
 
 int AppStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
                           const QWidget* widget) const {
+  if (metric == PM_DefaultFrameWidth && qobject_cast<const QPlainTextEdit*>(widget) != nullptr) {
+    return kTextFrame;
+  }
   if (metric == PM_ButtonShiftHorizontal || metric == PM_ButtonShiftVertical) return 0;
   return QProxyStyle::pixelMetric(metric, option, widget);
 }

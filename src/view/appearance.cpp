@@ -23,6 +23,7 @@ constexpr QRgb kAccent = 0xff2f5f7d;  // selection and keyboard focus
 constexpr QRgb kTip = 0xfffffdf2;
 
 constexpr double kTextSize = 10;  // points
+constexpr double kFixedTextSize = 9;
 
 QPalette lightPalette() {
   QPalette palette;
@@ -68,6 +69,19 @@ QFont letters() {
 }
 
 }  // namespace
+
+QFont fixedLetters() {
+#ifdef Q_OS_WIN
+  const QStringList families{"Cascadia Mono", "Consolas", "Courier New", "DejaVu Sans Mono"};
+#else
+  const QStringList families{"DejaVu Sans Mono", "Noto Sans Mono", "Liberation Mono"};
+#endif
+  QFont font(families);
+  font.setStyleHint(QFont::Monospace);
+  font.setFixedPitch(true);
+  font.setPointSizeF(kFixedTextSize);
+  return font;
+}
 
 void setAppearance() {
   const QPalette palette = lightPalette();

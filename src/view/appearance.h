@@ -2,10 +2,14 @@
 #pragma once
 
 #include <QApplication>
+#include <QFont>
 
 namespace veltrin {
 
 // Sets the program's own look, the same on every system and every desktop theme.
 void setAppearance();
+
+// Letters of one width, for texts whose columns are to stand.
+QFont fixedLetters();
 
 }  // namespace veltrin

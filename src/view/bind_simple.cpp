@@ -1,4 +1,4 @@
-// Controls that show what the program sets: labels, buttons, lists, clips and charts.
+// Controls that show what the program sets: labels, lists, clips and charts.
 #include <QFile>
 #include <QLabel>
 #include <QListView>
@@ -26,34 +26,30 @@ void openClip(const std::string& path, AnimationView& view) {
   if (clip) view.open(*clip);
 }
 
+void bindLink(Label& label, QPushButton& link, Binding& binding) {
+  binding.show(label.caption, [&link](const std::string& caption) { link.setText(toQt(caption)); });
+  QObject::connect(&link, &QPushButton::clicked, binding.receiver(),
+                   [&label, &binding] { binding.post([&label] { label.press(); }); });
+}
+
 }  // namespace
 
 // A value with a meaning that only its place in the window shows, such as a number in a
 // column, has that meaning as its accessible name; the value is then told behind it.
 void bindLabel(Label& label, QWidget& widget, Binding& binding) {
+  if (auto* link = qobject_cast<QPushButton*>(&widget)) return bindLink(label, *link, binding);
   auto* view = qobject_cast<QLabel*>(&widget);
   if (view == nullptr) return;
   view->setTextFormat(Qt::PlainText);
   const QString meaning = view->accessibleName();
   binding.show(label.caption, [view, meaning](const std::string& caption) {
-    const QString text = toQt(caption);
+    const QString text = toQt(caption).replace(QLatin1String("\r\n"), QLatin1String("\n"));
     view->setText(text);
     if (!meaning.isEmpty()) view->setAccessibleName((meaning + ' ' + text).trimmed());
   });
-}
-
-void bindButton(CommandButton& button, QWidget& widget, Binding& binding) {
-  auto* view = qobject_cast<QPushButton*>(&widget);
-  if (view == nullptr) return;
-  binding.show(button.caption,
-               [view](const std::string& caption) { view->setText(toQt(caption)); });
-  binding.show(button.backColour, [view](Colour colour) {
-    QPalette palette = view->palette();
-    palette.setColor(QPalette::Button, QColor(colour.red, colour.green, colour.blue));
-    view->setPalette(palette);
-  });
-  QObject::connect(view, &QPushButton::clicked, binding.receiver(),
-                   [&button, &binding] { binding.post([&button] { button.press(); }); });
+  if (!label.click) return;
+  bindClick([view](const QPointF& place) { return QRectF(view->rect()).contains(place); }, *view,
+            binding, [&label] { label.press(); });
 }
 
 void bindListBox(ListBox& list, QWidget& widget, Binding& binding) {

@@ -1,7 +1,12 @@
 #include "view/binder.h"
 
+#include <QPushButton>
+
 #include "forms/timer.h"
+#include "frame/winsock.h"
 #include "platform/qt/qt_text.h"
+#include "view/picture.h"
+#include "view/picture_view.h"
 
 namespace veltrin {
 namespace {
@@ -13,6 +18,15 @@ void showTip(const QString& tip, QWidget& widget) {
   widget.setAccessibleDescription(tip);
 }
 
+// Widgets name their pictures in the forms.
+void showPicture(QWidget& widget, const Files& files) {
+  const QString name = widget.property(kPictureProperty).toString();
+  if (name.isEmpty()) return;
+  const QIcon picture = loadPicture(files, fromQt(name));
+  if (auto* button = qobject_cast<QPushButton*>(&widget)) button->setIcon(picture);
+  if (auto* view = dynamic_cast<PictureView*>(&widget)) view->setPicture(picture);
+}
+
 }  // namespace
 
 std::string widgetName(const Control& control) {
@@ -21,24 +35,35 @@ std::string widgetName(const Control& control) {
 }
 
 bool isInvisibleByKind(const Control& control) {
-  return dynamic_cast<const Timer*>(&control) != nullptr;
+  return dynamic_cast<const Timer*>(&control) != nullptr ||
+         dynamic_cast<const Winsock*>(&control) != nullptr;
 }
 
 Binder::Binder(Form& form, std::unique_ptr<FormWindow> window, EventGate& gate, const Files& files)
     : window_(std::move(window)), binding_(form, gate, files) {
   bindFrame(form);
+  for (QWidget* widget : window_->findChildren<QWidget*>()) showPicture(*widget, files);
   for (Control* control : form.controls()) {
     if (isInvisibleByKind(*control)) continue;
-    auto* widget = window_->findChild<QWidget*>(toQt(widgetName(*control)));
-    if (widget != nullptr) bindControl(*control, *widget);
+    const QString name = toQt(widgetName(*control));
+    if (auto* entry = dynamic_cast<MenuEntry*>(control)) {
+      auto* action = window_->findChild<QAction*>(name);
+      if (action != nullptr) bindMenuEntry(*entry, *action, binding_);
+    } else if (auto* widget = window_->findChild<QWidget*>(name)) {
+      bindControl(*control, *widget);
+    }
   }
 }
 
 // A routine that was called from inside the window may have taken it away: the widgets
-// go only when nothing of theirs is on the stack.
+// go only when nothing of theirs is on the stack. Until then Windows finds the window,
+// hidden as it is, by its title, under which a second copy of the program looks for the
+// first; an empty title would be replaced by the program's name.
 Binder::~Binder() {
   window_->onClose({});
+  window_->onPress({});
   window_->hide();
+  window_->setWindowTitle(QStringLiteral(" "));
   window_.release()->deleteLater();
 }
 
@@ -47,6 +72,7 @@ void Binder::bindFrame(Form& form) {
                 [this](const std::string& caption) { window_->setWindowTitle(toQt(caption)); });
   binding_.show(form.mousePointer, [this](MousePointer pointer) { setPointer(pointer); });
   window_->onClose([this, &form] { binding_.post([&form] { form.close(); }); });
+  bindWindowMouse(form, *window_, binding_);
 }
 
 void Binder::bindControl(Control& control, QWidget& widget) {
@@ -54,6 +80,7 @@ void Binder::bindControl(Control& control, QWidget& widget) {
   binding_.show(control.enabled, [&widget](bool enabled) { widget.setEnabled(enabled); });
   binding_.show(control.toolTip, [&widget](const std::string& tip) { showTip(toQt(tip), widget); });
   bindKind(control, widget);
+  bindMouse(control, widget, binding_);
 }
 
 void Binder::bindKind(Control& control, QWidget& widget) {
@@ -63,6 +90,8 @@ void Binder::bindKind(Control& control, QWidget& widget) {
   if (auto* button = dynamic_cast<CommandButton*>(&control)) bindButton(*button, widget, binding_);
   if (auto* list = dynamic_cast<ListBox*>(&control)) bindListBox(*list, widget, binding_);
   if (auto* clip = dynamic_cast<Animation*>(&control)) bindAnimation(*clip, widget, binding_);
+  if (auto* box = dynamic_cast<CheckBox*>(&control)) bindCheckBox(*box, widget, binding_);
+  if (auto* image = dynamic_cast<Image*>(&control)) bindImage(*image, widget, binding_);
   if (auto* chart = dynamic_cast<Chart*>(&control)) bindChart(*chart, widget, binding_);
 }
 

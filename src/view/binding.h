@@ -6,18 +6,24 @@
 #include <utility>
 #include <vector>
 
+#include <QAction>
+#include <QPointF>
 #include <QWidget>
 
 #include "forms/animation.h"
 #include "forms/chart.h"
+#include "forms/check_box.h"
 #include "forms/combo_box.h"
 #include "forms/command_button.h"
 #include "forms/form.h"
+#include "forms/image.h"
 #include "forms/label.h"
 #include "forms/list_box.h"
+#include "forms/menu_entry.h"
 #include "forms/text_box.h"
 #include "platform/event_gate.h"
 #include "platform/files.h"
+#include "view/form_window.h"
 
 namespace veltrin {
 
@@ -78,5 +84,20 @@ void bindButton(CommandButton& button, QWidget& widget, Binding& binding);
 void bindListBox(ListBox& list, QWidget& widget, Binding& binding);
 void bindAnimation(Animation& animation, QWidget& widget, Binding& binding);
 void bindChart(Chart& chart, QWidget& widget, Binding& binding);
+void bindCheckBox(CheckBox& box, QWidget& widget, Binding& binding);
+void bindImage(Image& image, QWidget& widget, Binding& binding);
+void bindMenuEntry(MenuEntry& entry, QAction& action, Binding& binding);
+
+// Hands on what the mouse does over a control whose window has routines for it. While
+// one move waits for the gate, further ones take its place.
+void bindMouse(Control& control, QWidget& widget, Binding& binding);
+
+// The same for the window beside its controls, and clicks there; for those the keys
+// Space, Enter and Escape stand in.
+void bindWindowMouse(Form& form, FormWindow& window, Binding& binding);
+
+// Posts an action when the left button is pressed and released over a part of a widget.
+void bindClick(const std::function<bool(const QPointF&)>& isTarget, QWidget& widget,
+               Binding& binding, const std::function<void()>& action);
 
 }  // namespace veltrin

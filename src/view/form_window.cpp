@@ -2,9 +2,16 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QPushButton>
+#include <QScreen>
 
 namespace veltrin {
+namespace {
+
+constexpr double kEdge = 1;  // pixels around a window without a frame
+
+}  // namespace
 
 void FormWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
@@ -12,15 +19,34 @@ void FormWindow::closeEvent(QCloseEvent* event) {
 }
 
 void FormWindow::keyPressEvent(QKeyEvent* event) {
-  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+  const int key = event->key();
+  const bool isEnter = key == Qt::Key_Return || key == Qt::Key_Enter;
+  if (isEnter) {
+    for (QPushButton* button : findChildren<QPushButton*>()) {
+      if (!button->isDefault() || !button->isVisible()) continue;
+      button->click();
+      return;
+    }
+  }
+  if (pressing_ && (isEnter || key == Qt::Key_Space || key == Qt::Key_Escape)) {
+    const auto routine = pressing_;  // it may take itself away
+    routine();
+  } else if (!isEnter) {
     QWidget::keyPressEvent(event);
-    return;
   }
-  for (QPushButton* button : findChildren<QPushButton*>()) {
-    if (!button->isDefault() || !button->isVisible()) continue;
-    button->click();
-    return;
-  }
+}
+
+void FormWindow::showEvent(QShowEvent*) {
+  if (!(windowFlags() & Qt::FramelessWindowHint)) return;
+  const QRect room = screen()->availableGeometry();
+  move(room.center() - rect().center());
+}
+
+void FormWindow::paintEvent(QPaintEvent*) {
+  if (!(windowFlags() & Qt::FramelessWindowHint)) return;
+  QPainter painter(this);
+  painter.setPen(palette().color(QPalette::Dark));
+  painter.drawRect(QRectF(rect()).adjusted(kEdge / 2, kEdge / 2, -kEdge / 2, -kEdge / 2));
 }
 
 }  // namespace veltrin

@@ -2,24 +2,32 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 
 #include <QWidget>
 
 namespace veltrin {
 
 // Closes only when the program takes it away. The key Enter, where no control has use
-// for it, presses the window's default button.
+// for it, presses the window's default button. A window without a frame comes up in the
+// middle of its screen, with a thin edge.
 class FormWindow : public QWidget {
  public:
   // Sets what the close button of the frame does.
   void onClose(std::function<void()> routine) { closing_ = std::move(routine); }
 
+  // Sets what Space, Enter and Escape do, where no control has use for them.
+  void onPress(std::function<void()> routine) { pressing_ = std::move(routine); }
+
  protected:
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   std::function<void()> closing_;
+  std::function<void()> pressing_;
 };
 
 }  // namespace veltrin

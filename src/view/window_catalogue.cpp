@@ -2,8 +2,14 @@
 
 #include <array>
 
+#include "ui_About.h"
+#include "ui_indepth.h"
+#include "ui_indepth2.h"
 #include "ui_pingtester.h"
 #include "ui_setlang.h"
+#include "ui_starter.h"
+#include "ui_startup.h"
+#include "ui_trace.h"
 
 namespace veltrin {
 namespace {
@@ -11,6 +17,7 @@ namespace {
 struct Entry {
   const char* name;
   void (*lay)(FormWindow&);
+  Qt::WindowFlags flags = Qt::Window;
 };
 
 template <class Look>
@@ -18,9 +25,15 @@ void lay(FormWindow& window) {
   Look().setupUi(&window);
 }
 
-constexpr std::array<Entry, 2> kWindows = {{
-    {"pingtester", lay<Ui::pingtester>},
+constexpr std::array<Entry, 8> kWindows = {{
+    {"starter", lay<Ui::starter>, Qt::Window | Qt::FramelessWindowHint},
+    {"startup", lay<Ui::startup>},
+    {"About", lay<Ui::About>},
     {"setlang", lay<Ui::setlang>},
+    {"pingtester", lay<Ui::pingtester>},
+    {"trace", lay<Ui::trace>},
+    {"indepth", lay<Ui::indepth>},
+    {"indepth2", lay<Ui::indepth2>},
 }};
 
 }  // namespace
@@ -29,6 +42,7 @@ std::unique_ptr<FormWindow> makeWindow(const std::string& name) {
   for (const Entry& entry : kWindows) {
     if (name != entry.name) continue;
     auto window = std::make_unique<FormWindow>();
+    window->setWindowFlags(entry.flags);
     entry.lay(*window);
     return window;
   }

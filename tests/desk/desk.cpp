@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <spawn.h>
 #include <stdexcept>
 #include <sys/wait.h>
@@ -25,16 +26,6 @@ std::vector<char*> pointersTo(std::vector<std::string>& words) {
   for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
   return pointers;
-}
-
-// Number of the first screen that nobody uses.
-std::string freeDisplay() {
-  for (int number = 90; number < 200; ++number) {
-    if (!std::filesystem::exists("/tmp/.X" + std::to_string(number) + "-lock")) {
-      return ":" + std::to_string(number);
-    }
-  }
-  throw std::runtime_error("no free number for a screen");
 }
 
 // A folder for what the programs of this desk leave behind.
@@ -111,24 +102,27 @@ bool eventually(milliseconds time, const std::function<bool()>& question) {
 }
 
 Desk::Desk() {
-  const std::string display = freeDisplay();
   const std::string folder = makeRunFolder();
   const std::string bus = "unix:path=" + folder + "/bus";
-  setenv("DISPLAY", display.c_str(), 1);
   setenv("DBUS_SESSION_BUS_ADDRESS", bus.c_str(), 1);
   setenv("XDG_RUNTIME_DIR", folder.c_str(), 1);
   setenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1", 1);
   setenv("QT_QPA_PLATFORM", "xcb", 1);
   setenv("LC_ALL", "C.UTF-8", 1);
-  screen_.emplace(
-      std::vector<std::string>{"Xvfb", display, "-screen", "0", "1280x900x24", "-nolisten", "tcp"});
+  // The server itself finds a free number and tells it: desks may be made side by side.
+  const std::string number = folder + "/display";
+  screen_.emplace(std::vector<std::string>{
+      "sh", "-c", "exec Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>'" + number + "'"});
   bus_.emplace(std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--nopidfile",
                                         "--address=" + bus});
+  std::string display;
   const bool ready = eventually(kPatience, [&] {
-    return std::filesystem::exists("/tmp/.X11-unix/X" + display.substr(1)) &&
-           std::filesystem::exists(folder + "/bus");
+    display.clear();
+    std::ifstream(number) >> display;
+    return !display.empty() && std::filesystem::exists(folder + "/bus");
   });
   if (!ready) throw std::runtime_error("neither Xvfb nor a bus came up");
+  setenv("DISPLAY", (":" + display).c_str(), 1);
   windowManager_.emplace(std::vector<std::string>{"openbox"});
 }
 
@@ -166,6 +160,11 @@ bool Desk::hasWindow(const std::string& title) const {
     if (element.window == title && element.showing) return true;
   }
   return false;
+}
+
+void Desk::bringToFront(const std::string& title) const {
+  outputOf({"xdotool", "search", "--onlyvisible", "--name", "^" + title + "$", "windowactivate",
+            "--sync"});
 }
 
 void Desk::click(const Element& element) const {

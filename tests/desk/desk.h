@@ -56,6 +56,9 @@ class Desk {
 
   bool hasWindow(const std::string& title) const;
 
+  // Puts the window of exactly that title before all others.
+  void bringToFront(const std::string& title) const;
+
   // The mouse, in the middle of a control, and the keyboard.
   void click(const Element& element) const;
   void doubleClick(const Element& element) const;

@@ -1,17 +1,11 @@
 // A person runs the Ping Test in the lab: five hosts, three passes, copy and save.
 // Needs the scenario "ping-test" around it.
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
-#include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
-#include "desk/desk.h"
+#include "desk/program_run.h"
 
 namespace veltrin::desk {
 namespace {
@@ -29,27 +23,8 @@ struct Row {
   std::string loss;
 };
 
-std::string contentOf(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-class PingTestInTheLab : public ::testing::Test {
+class PingTestInTheLab : public ProgramRun {
  protected:
-  void SetUp() override {
-    data_ = std::filesystem::temp_directory_path() / ("veltrin-drive-" + std::to_string(getpid()));
-    std::filesystem::create_directories(data_);
-    setenv("XDG_DATA_HOME", data_.c_str(), 1);
-    desk_ = std::make_unique<Desk>();
-    program_ = std::make_unique<Child>(std::vector<std::string>{VELTRIN_PROGRAM});
-  }
-
-  void TearDown() override {
-    program_.reset();
-    desk_.reset();
-    std::filesystem::remove_all(data_);
-  }
-
   // A double click empties a destination; the new one is typed into it.
   void fillIn(std::size_t row, const std::string& host) {
     desk_->doubleClick(desk_->named(kWindow, "Destination " + std::to_string(row + 1)));
@@ -82,26 +57,6 @@ class PingTestInTheLab : public ::testing::Test {
         desk_->valueOf(kWindow, "Average time" + of), desk_->valueOf(kWindow, "Highest time" + of),
         desk_->valueOf(kWindow, "Lost echoes" + of)};
   }
-
-  // The text of the message in a box of that title, which is then closed.
-  std::string readMessage(const std::string& title) {
-    const Element message = desk_->find("message", [&](const Element& element) {
-      return element.window == title && element.role == "label" && !element.name.empty();
-    });
-    desk_->photograph("message-" + title);
-    desk_->click(desk_->button(title, "OK"));
-    EXPECT_TRUE(eventually(milliseconds(5000), [&] {
-      const auto elements = elementsOf("veltrin");
-      return std::none_of(elements.begin(), elements.end(), [](const Element& element) {
-        return element.role == "push button" && element.name == "OK" && element.showing;
-      });
-    }));
-    return message.name;
-  }
-
-  std::filesystem::path data_;
-  std::unique_ptr<Desk> desk_;
-  std::unique_ptr<Child> program_;
 };
 
 int number(const std::string& text) { return text.empty() ? 0 : std::stoi(text); }
@@ -110,7 +65,7 @@ TEST_F(PingTestInTheLab, ThreePassesOverFiveHostsAreShownCopiedAndSavedAlike) {
   // Every fifth echo to the lossy host is lost; with three before the run it is that
   // of the second pass.
   outputOf({VELTRIN_PING, "lossy.example", "-n", "3"});
-  ASSERT_TRUE(eventually(milliseconds(20000), [&] { return desk_->hasWindow(kWindow); }));
+  ASSERT_NO_FATAL_FAILURE(startWith("Ping Test", kWindow));
   desk_->photograph("lab-idle");
   for (std::size_t index = 0; index < kHosts.size(); ++index) fillIn(index, kHosts[index]);
   chooseTests("3");
@@ -162,9 +117,8 @@ TEST_F(PingTestInTheLab, ThreePassesOverFiveHostsAreShownCopiedAndSavedAlike) {
 
   desk_->click(desk_->button(kWindow, "Quit"));
   EXPECT_EQ(program_->waitFor(milliseconds(10000)), 0);
-  const std::string settings = contentOf(data_ / "veltrin" / "Files" / "Veltrin.dat");
-  EXPECT_NE(settings.find("Pingit 4=lossy.example\r\n"), std::string::npos) << settings;
-  EXPECT_NE(settings.find("Passes=3\r\n"), std::string::npos) << settings;
+  EXPECT_NE(settings().find("Pingit 4=lossy.example\r\n"), std::string::npos) << settings();
+  EXPECT_NE(settings().find("Passes=3\r\n"), std::string::npos) << settings();
 }
 
 }  // namespace

@@ -267,5 +267,39 @@ TEST_F(LinuxFilesTest, LeavesTheOlderFileWholeWhenTheDiskIsFull) {
   EXPECT_THAT(entriesOf(data()), testing::ElementsAre("a.txt"));
 }
 
+TEST_F(LinuxFilesTest, KnowsWhatIsBelowTheProgramFolder) {
+  put(data() / "Files" / "a.txt", "");
+  EXPECT_TRUE(files().exists(data().string() + "\\Files\\a.txt"));
+  EXPECT_TRUE(files().exists(data().string() + "\\files\\A.TXT"));
+  EXPECT_FALSE(files().exists(data().string() + "\\Files\\b.txt"));
+}
+
+TEST_F(LinuxFilesTest, KnowsWhatStandsInTheShareAlone) {
+  put(share() / "help" / "index.html", "");
+  EXPECT_TRUE(files().exists(data().string() + "\\help\\index.html"));
+}
+
+TEST_F(LinuxFilesTest, KnowsFolders) {
+  EXPECT_TRUE(files().exists(data().string()));
+  EXPECT_TRUE(files().exists(share().string()));
+}
+
+TEST_F(LinuxFilesTest, KnowsTheSystemsOwnPathsByTheirCase) {
+  put(root_ / "a.txt", "");
+  EXPECT_TRUE(files().exists((root_ / "a.txt").string()));
+  EXPECT_FALSE(files().exists((root_ / "A.txt").string()));
+}
+
+TEST_F(LinuxFilesTest, KnowsNothingOfTheSystemByBackslashes) {
+  EXPECT_FALSE(files().exists("\\"));
+  EXPECT_FALSE(files().exists("\\Internet Explorer\\IEXPLORE.EXE"));
+  EXPECT_FALSE(files().exists(root_.string() + "\\data\\..\\share"));
+}
+
+TEST_F(LinuxFilesTest, KnowsNoPathThatIsNone) {
+  EXPECT_FALSE(files().exists(""));
+  EXPECT_FALSE(files().exists(data().string() + std::string("\0x", 2)));
+}
+
 }  // namespace
 }  // namespace veltrin

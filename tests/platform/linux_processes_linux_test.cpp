@@ -1,5 +1,4 @@
 #include <cerrno>
-#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <fcntl.h>
@@ -13,12 +12,12 @@
 #include <string>
 #include <sys/resource.h>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 #include <vector>
 
 #include "platform/linux/linux_processes.h"
 #include "platform/portable/command_limits.h"
+#include "tests/platform/children.h"
 #include "tests/platform/talker_pattern.h"
 
 namespace veltrin {
@@ -33,18 +32,6 @@ const std::string& talker() {
 }
 
 std::string talkerLine(const std::string& actions) { return "\"" + talker() + "\" " + actions; }
-
-// Waits until this program has no child left, neither running nor dead. False
-// when one is dead and nobody has reaped it for ten seconds.
-bool noChildRemains() {
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-  siginfo_t info{};
-  while (waitid(P_ALL, 0, &info, WEXITED | WNOWAIT) == 0) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    std::this_thread::yield();
-  }
-  return errno == ECHILD;
-}
 
 int countOpenDescriptors() {
   int count = 0;

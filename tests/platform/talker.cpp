@@ -1,5 +1,7 @@
 // A child process for tests and benchmarks: carries out its arguments one by one.
 //
+//   file=PATH        prints what follows into a file, which has its name once all is in it
+//   folder           prints the folder it works in
 //   out=TEXT         prints TEXT and a line feed in one write
 //   err=TEXT         the same on standard error
 //   bytes=N          prints N bytes of the pattern in writes of 64 KB
@@ -16,15 +18,15 @@
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <thread>
 #include <vector>
 
 #include "tests/platform/talker_pattern.h"
-
 #ifdef _WIN32
-#include <fcntl.h>
 #include <io.h>
 #include <windows.h>
 #else
@@ -51,6 +53,36 @@ void writeAll(int fd, std::string_view bytes) {
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }
 }
+
+// Keeps line feeds as they are.
+void printPlainly() {
+#ifdef _WIN32
+  _setmode(kOutput, _O_BINARY);
+  _setmode(kError, _O_BINARY);
+#endif
+}
+
+// Takes the place of standard output for the talker's life.
+class OutputFile {
+ public:
+  ~OutputFile() {
+    if (path_.empty()) return;
+    close(kOutput);
+    std::error_code ignored;
+    std::filesystem::rename(path_ + ".part", path_, ignored);
+  }
+
+  void open(const std::string& path) {
+    path_ = path;
+    const int file = ::open((path + ".part").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    dup2(file, kOutput);
+    close(file);
+    printPlainly();
+  }
+
+ private:
+  std::string path_;
+};
 
 void printLine(const std::string& text) { writeAll(kOutput, text + "\n"); }
 
@@ -195,6 +227,7 @@ void printArguments(int count, char** values) {
 }
 
 void carryOut(const std::string& action, const std::string& value, Pattern& pattern) {
+  if (action == "folder") printLine(std::filesystem::current_path().string());
   if (action == "out") printLine(value);
   if (action == "err") writeAll(kError, value + "\n");
   if (action == "bytes") printBytes(pattern, std::stoull(value));
@@ -211,11 +244,9 @@ void carryOut(const std::string& action, const std::string& value, Pattern& patt
 }  // namespace
 
 int main(int argc, char** argv) {
-#ifdef _WIN32
-  _setmode(kOutput, _O_BINARY);
-  _setmode(kError, _O_BINARY);
-#endif
+  printPlainly();
   Pattern pattern;
+  OutputFile file;
   for (int i = 1; i < argc; ++i) {
     const std::string argument = argv[i];
     if (argument == "arguments") {
@@ -225,6 +256,7 @@ int main(int argc, char** argv) {
     const auto equals = argument.find('=');
     const std::string value =
         equals == std::string::npos ? std::string() : argument.substr(equals + 1);
+    if (argument.starts_with("file=")) file.open(value);
     carryOut(argument.substr(0, equals), value, pattern);
   }
   return 0;

@@ -108,5 +108,22 @@ TEST_F(WindowsFilesTest, FailsForAFileThatIsReadOnly) {
   EXPECT_EQ(contentOf(folder_ / "a.txt"), "old");
 }
 
+TEST_F(WindowsFilesTest, KnowsFilesAndFolders) {
+  put("a.txt", "");
+  EXPECT_TRUE(WindowsFiles().exists((folder_ / "A.TXT").string()));
+  EXPECT_TRUE(WindowsFiles().exists(folder_.string()));
+  EXPECT_FALSE(WindowsFiles().exists((folder_ / "b.txt").string()));
+}
+
+TEST_F(WindowsFilesTest, KnowsAFileWithALetterOfTheCodePageInItsName) {
+  std::ofstream(folder_ / L"h\u00F6st.txt") << "";
+  EXPECT_TRUE(WindowsFiles().exists(folder_.string() + "\\h\xC3\xB6st.txt"));
+}
+
+TEST_F(WindowsFilesTest, KnowsNoPathThatIsNone) {
+  EXPECT_FALSE(WindowsFiles().exists(""));
+  EXPECT_FALSE(WindowsFiles().exists(folder_.string() + std::string("\0x", 2)));
+}
+
 }  // namespace
 }  // namespace veltrin

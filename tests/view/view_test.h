@@ -2,7 +2,9 @@
 // store in memory.
 #pragma once
 
+#include <algorithm>
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -26,14 +28,18 @@
 #include "platform/qt/qt_waitable_timers.h"
 #include "platform/qt/silent_wait.h"
 #include "support/simulated_store.h"
+#include "support/simulated_system.h"
 
 namespace veltrin {
 
-// The clips lie where the build put them.
-class FilesWithClips : public SimulatedFiles {
+// The clips and pictures lie where the build put them.
+class FilesOfBuild : public SimulatedFiles {
  public:
   std::string native(const std::string& path) const override {
-    return path.ends_with("\\files\\ping.avi") ? CLIP_FILE : path;
+    if (!path.starts_with(programFolder())) return path;
+    std::string file = SHARE_FOLDER + path.substr(programFolder().size());
+    std::replace(file.begin(), file.end(), '\\', '/');
+    return std::filesystem::exists(file) ? file : path;
   }
 };
 
@@ -93,13 +99,18 @@ class ViewTest : public testing::Test {
   QtWaitableTimers timers{events};
   SimulatedLoop calendar;
   SimulatedClock clock{calendar};
-  FilesWithClips files;
+  FilesOfBuild files;
   LinuxProcesses processes{"", [this](int pipe) { sleepUntilReadable(events, pipe); }};
   SimulatedProfiles profiles;
   SimulatedRegistry registry;
+  SimulatedShell shell;
+  SimulatedEnvironment environment;
+  SimulatedSockets sockets{calendar};
+  SimulatedCounters counters;
+  SimulatedWmi wmi;
   QtDesktop desktop{events, files, "Veltrin"};
-  Platform platform{events,    timers,   clock,    desktop,  files,
-                    processes, profiles, registry, "veltrin"};
+  Platform platform{events,   timers, clock,       desktop, files,    processes, profiles,
+                    registry, shell,  environment, sockets, counters, wmi,       "veltrin"};
   Program program{platform};
   QWidget* window = nullptr;
   std::deque<std::function<void()>> later;

@@ -23,7 +23,7 @@ namespace {
 // Mode of folders made for the user (the XDG base directories).
 constexpr mode_t kUserOnly = 0700;
 
-bool exists(const std::string& path) { return access(path.c_str(), F_OK) == 0; }
+bool isThere(const std::string& path) { return access(path.c_str(), F_OK) == 0; }
 
 std::string withSlashes(std::string_view path) {
   std::string result(path);
@@ -57,7 +57,7 @@ std::string below(const std::string& folder, std::string_view rest) {
     if (name.empty()) continue;
     const std::string folderHere = path;
     path.append("/").append(name);
-    if (!exists(path)) path = folderHere + "/" + entryOf(folderHere, name);
+    if (!isThere(path)) path = folderHere + "/" + entryOf(folderHere, name);
   }
   return path;
 }
@@ -113,9 +113,14 @@ std::string LinuxFiles::programFolder() const { return folders_.data; }
 
 std::string LinuxFiles::native(const std::string& path) const {
   std::string file = own(path);
-  if (exists(file) || !isOwn(path)) return file;
+  if (isThere(file) || !isOwn(path)) return file;
   std::string shared = below(folders_.share, std::string_view(path).substr(folders_.data.size()));
-  return exists(shared) ? shared : file;
+  return isThere(shared) ? shared : file;
+}
+
+bool LinuxFiles::exists(const std::string& path) const {
+  if (path.find('\0') != std::string::npos) return false;
+  return isThere(isOwn(path) ? native(path) : path);
 }
 
 void LinuxFiles::CreateFolder(const std::string& path) {

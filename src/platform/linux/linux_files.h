@@ -32,6 +32,10 @@ class LinuxFiles : public Files {
 
   std::string programFolder() const override;
   std::string native(const std::string& path) const override;
+
+  // A path outside the program folder is the system's own, taken letter by letter.
+  bool exists(const std::string& path) const override;
+
   void CreateFolder(const std::string& path) override;
   std::unique_ptr<TextStream> OpenTextFile(const std::string& folder, const std::string& name,
                                            FileMode mode, bool create) override;

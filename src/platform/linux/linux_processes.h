@@ -14,12 +14,7 @@ namespace veltrin {
 //
 // Handles of pipes are descriptors. A child's handles are numbers below
 // kNoHandle made from its process number: nothing is held open for it, and
-// closing one does nothing.
-//
-// Nobody has to wait for a child. Each is started by a thread of its own, which
-// then sleeps in waitpid for this one process number and ends with it: so a child
-// is reaped at once, without polling, without a SIGCHLD handler, and without
-// taking the exit of any process that another part of the program waits for.
+// closing one does nothing; nobody has to wait for a child.
 class LinuxProcesses : public Processes {
  public:
   // Called when the pipe is empty; returns when `readableFd` can be read. To

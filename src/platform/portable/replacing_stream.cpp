@@ -18,7 +18,6 @@ namespace veltrin {
 namespace {
 
 // Further numbers of failures of files, as users of Basic know them.
-constexpr int kFileNotFound = 53;
 constexpr int kBadFileMode = 54;
 constexpr int kDeviceError = 57;
 

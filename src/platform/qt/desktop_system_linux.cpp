@@ -1,13 +1,18 @@
 #include <filesystem>
 
 #include "platform/linux/linux_clock.h"
+#include "platform/linux/linux_counters.h"
+#include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_processes.h"
+#include "platform/linux/linux_shell.h"
 #include "platform/portable/file_registry.h"
+#include "platform/portable/no_wmi.h"
 #include "platform/portable/profile_file.h"
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_event_loop.h"
+#include "platform/qt/qt_sockets.h"
 #include "platform/qt/qt_waitable_timers.h"
 #include "platform/qt/silent_wait.h"
 
@@ -23,10 +28,15 @@ class LinuxDesktopSystem : public DesktopSystem {
                    [this](int pipe) { sleepUntilReadable(events_, pipe); }),
         profiles_([this](const std::string& path) { return files_.native(path); }),
         registry_(files_.native(files_.programFolder() + "\\Files\\Registry.dat")),
+        shell_(files_),
         desktop_(events_, files_, applicationTitle),
-        platform_{events_,   timers_,   clock_,
-                  desktop_,  files_,    processes_,
-                  profiles_, registry_, executable.stem().string()} {}
+        platform_{events_,   timers_,
+                  clock_,    desktop_,
+                  files_,    processes_,
+                  profiles_, registry_,
+                  shell_,    environment_,
+                  sockets_,  counters_,
+                  wmi_,      executable.stem().string()} {}
 
   Platform& platform() override { return platform_; }
   void run() override { events_.run(); }
@@ -39,6 +49,11 @@ class LinuxDesktopSystem : public DesktopSystem {
   LinuxProcesses processes_;
   ProfileFile profiles_;
   FileRegistry registry_;
+  LinuxShell shell_;
+  LinuxEnvironment environment_;
+  QtSockets sockets_;
+  LinuxCounters counters_;
+  NoWmi wmi_;
   QtDesktop desktop_;
   Platform platform_;
 };

@@ -1,12 +1,17 @@
+#include "platform/portable/no_wmi.h"
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_event_loop.h"
+#include "platform/qt/qt_sockets.h"
 #include "platform/qt/silent_wait.h"
 #include "platform/windows/windows_clock.h"
+#include "platform/windows/windows_counters.h"
+#include "platform/windows/windows_environment.h"
 #include "platform/windows/windows_files.h"
 #include "platform/windows/windows_processes.h"
 #include "platform/windows/windows_profile_store.h"
 #include "platform/windows/windows_registry.h"
+#include "platform/windows/windows_shell.h"
 #include "platform/windows/windows_waitable_timers.h"
 
 namespace veltrin {
@@ -25,8 +30,9 @@ class WindowsDesktopSystem : public DesktopSystem {
       : timers_(events_.gate()),
         processes_([this](void* event) { sleepUntilSignalled(events_, event); }),
         desktop_(events_, files_, applicationTitle),
-        platform_{events_,    timers_,   clock_,    desktop_,          files_,
-                  processes_, profiles_, registry_, stemOf(executable)} {}
+        platform_{events_,   timers_,           clock_, desktop_,     files_,   processes_,
+                  profiles_, registry_,         shell_, environment_, sockets_, counters_,
+                  wmi_,      stemOf(executable)} {}
 
   Platform& platform() override { return platform_; }
   void run() override { events_.run(); }
@@ -39,6 +45,11 @@ class WindowsDesktopSystem : public DesktopSystem {
   WindowsProcesses processes_;
   WindowsProfileStore profiles_;
   WindowsRegistry registry_;
+  WindowsShell shell_;
+  WindowsEnvironment environment_;
+  QtSockets sockets_;
+  WindowsCounters counters_;
+  NoWmi wmi_;
   QtDesktop desktop_;
   Platform platform_;
 };

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QWindow>
 
 #include "platform/qt/message_box.h"
 #include "platform/qt/qt_text.h"
@@ -24,7 +25,8 @@ QtDesktop::QtDesktop(EventLoop& events, const Files& files, std::string applicat
     : events_(events),
       files_(files),
       applicationTitle_(std::move(applicationTitle)),
-      titles_(makeTitleBoard(applicationTitle_)) {}
+      titles_(makeTitleBoard(applicationTitle_)),
+      borders_(makeBorderPen()) {}
 
 // No event loop is left that would delete what waits for that.
 QtDesktop::~QtDesktop() {
@@ -94,6 +96,25 @@ void QtDesktop::setMenuBackground(Form& form, Colour colour) {
 
 void QtDesktop::setTopmost(Form& form, bool topmost) {
   if (QWidget* window = makeWindowOf(form)) veltrin::setTopmost(*window, topmost);
+}
+
+ScreenPoint QtDesktop::cursorPosition() const { return veltrin::cursorPosition(); }
+
+ScreenRectangle QtDesktop::windowRectangle(const Form& form) const {
+  const QWidget* window = windowOf(form);
+  return window == nullptr ? ScreenRectangle() : veltrin::windowRectangle(*window);
+}
+
+void QtDesktop::moveWindow(Form& form, const ScreenRectangle& place) {
+  if (QWidget* window = windowOf(form)) veltrin::moveWindow(*window, place);
+}
+
+void QtDesktop::drawFocusRectangle(const ScreenRectangle& border) { borders_->draw(border); }
+
+bool QtDesktop::moveBySystem(Form& form) {
+  QWidget* window = windowOf(form);
+  if (window == nullptr || !isPlacedBySystem()) return false;
+  return window->windowHandle() != nullptr && window->windowHandle()->startSystemMove();
 }
 
 QWidget* QtDesktop::windowOf(const Form& form) const {

@@ -12,6 +12,7 @@
 #include "platform/desktop.h"
 #include "platform/event_loop.h"
 #include "platform/files.h"
+#include "platform/qt/screen.h"
 #include "platform/qt/title_board.h"
 #include "view/binder.h"
 
@@ -37,6 +38,13 @@ class QtDesktop : public Desktop {
   std::uint32_t findWindow(const std::string& title) override;
   void setMenuBackground(Form& form, Colour colour) override;
   void setTopmost(Form& form, bool topmost) override;
+  ScreenPoint cursorPosition() const override;
+
+  // An empty place for a form that was never shown, which is not moved either.
+  ScreenRectangle windowRectangle(const Form& form) const override;
+  void moveWindow(Form& form, const ScreenRectangle& place) override;
+  void drawFocusRectangle(const ScreenRectangle& border) override;
+  bool moveBySystem(Form& form) override;
 
   // The window of a form; null when it was never shown.
   QWidget* windowOf(const Form& form) const;
@@ -49,6 +57,7 @@ class QtDesktop : public Desktop {
   const Files& files_;
   std::string applicationTitle_;
   std::unique_ptr<TitleBoard> titles_;
+  std::unique_ptr<BorderPen> borders_;
   std::map<const Form*, std::unique_ptr<Binder>> shown_;
   std::vector<QPointer<QWidget>> removed_;  // windows that wait to be deleted
 };

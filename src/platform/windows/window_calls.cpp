@@ -28,6 +28,33 @@ void setWindowTopmost(void* window, bool topmost) {
                SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
 }
 
+ScreenPoint nativeCursorPosition() {
+  POINT place{};
+  GetCursorPos(&place);
+  return {static_cast<int>(place.x), static_cast<int>(place.y)};
+}
+
+ScreenRectangle nativeWindowRectangle(void* window) {
+  RECT place{};
+  GetWindowRect(static_cast<HWND>(window), &place);
+  return {static_cast<int>(place.left), static_cast<int>(place.top), static_cast<int>(place.right),
+          static_cast<int>(place.bottom)};
+}
+
+void moveNativeWindow(void* window, const ScreenRectangle& place) {
+  MoveWindow(static_cast<HWND>(window), place.left, place.top, place.right - place.left,
+             place.bottom - place.top, TRUE);
+}
+
+void invertBorder(const ScreenRectangle& border) {
+  const HWND desktop = GetDesktopWindow();
+  const HDC screen = GetWindowDC(desktop);
+  if (screen == nullptr) return;
+  const RECT place{border.left, border.top, border.right, border.bottom};
+  DrawFocusRect(screen, &place);
+  ReleaseDC(desktop, screen);
+}
+
 // The menu owns the brush from then on: the system uses it for every painting.
 void setNativeMenuBackground(void* window, Colour colour) {
   const HMENU menu = GetMenu(static_cast<HWND>(window));

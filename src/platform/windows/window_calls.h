@@ -5,6 +5,7 @@
 #include <string>
 
 #include "forms/control.h"
+#include "platform/desktop.h"
 
 namespace veltrin {
 
@@ -30,6 +31,16 @@ std::uint32_t findWindowByTitle(const std::string& title);
 // SetWindowPos above all others (-1) or no longer (-2), with size, place and
 // activation left alone. `window` is an HWND.
 void setWindowTopmost(void* window, bool topmost);
+
+// GetCursorPos, and GetWindowRect of an HWND; zeros when the system refuses.
+ScreenPoint nativeCursorPosition();
+ScreenRectangle nativeWindowRectangle(void* window);
+
+// MoveWindow, painted anew.
+void moveNativeWindow(void* window, const ScreenRectangle& place);
+
+// DrawFocusRect on the device context of the desktop.
+void invertBorder(const ScreenRectangle& border);
 
 // Paints the background of a window's menus and their submenus. Does nothing for a
 // window without a menu of the system's.

@@ -29,6 +29,11 @@ std::string WindowsFiles::programFolder() const { return programFolder_; }
 
 std::string WindowsFiles::native(const std::string& path) const { return path; }
 
+bool WindowsFiles::exists(const std::string& path) const {
+  if (path.find('\0') != std::string::npos) return false;
+  return GetFileAttributesA(toAnsi(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
 void WindowsFiles::CreateFolder(const std::string& path) {
   if (CreateDirectoryW(toWide(path).c_str(), nullptr) == FALSE) {
     throw StatementFailed("The folder cannot be made: " + path, kPathNotFound);

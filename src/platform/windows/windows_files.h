@@ -19,6 +19,10 @@ class WindowsFiles : public Files {
 
   std::string programFolder() const override;
   std::string native(const std::string& path) const override;
+
+  // GetFileAttributesA. A path with a NUL is not there.
+  bool exists(const std::string& path) const override;
+
   void CreateFolder(const std::string& path) override;
   std::unique_ptr<TextStream> OpenTextFile(const std::string& folder, const std::string& name,
                                            FileMode mode, bool create) override;

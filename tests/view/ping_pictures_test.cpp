@@ -1,29 +1,11 @@
-// Photographs of the windows, for people to look at.
-#include <filesystem>
-
-#include <QPixmap>
-
-#include "view_test.h"
+// Photographs of the Ping Test and the language window.
+#include "pictures.h"
 
 namespace veltrin {
 namespace {
 
-class Pictures : public ViewTest {
+class PingPictures : public Pictures {
  protected:
-  // Saves the shown window at scale 1 and 2.
-  void photograph(const std::string& name) {
-    atRest([] {});
-    std::filesystem::create_directories(PICTURE_FOLDER);
-    for (const int scale : {1, 2}) {
-      QPixmap picture(window->size() * scale);
-      picture.setDevicePixelRatio(scale);
-      window->render(&picture);
-      const std::string file =
-          std::string(PICTURE_FOLDER) + "/" + name + "-" + std::to_string(scale) + ".png";
-      EXPECT_TRUE(picture.save(toQt(file))) << file;
-    }
-  }
-
   static void fill(pingtester& form, std::size_t row, const std::vector<const char*>& figures) {
     form.pingcur[row].caption = figures[0];
     form.pinglow[row].caption = figures[1];
@@ -41,12 +23,12 @@ class Pictures : public ViewTest {
   }
 };
 
-TEST_F(Pictures, PingTestAtRest) {
+TEST_F(PingPictures, PingTestAtRest) {
   shown<pingtester>();
   photograph("pingtester-idle");
 }
 
-TEST_F(Pictures, PingTestRunning) {
+TEST_F(PingPictures, PingTestRunning) {
   const auto form = shown<pingtester>();
   atRest([&] { clickAt(widget("Command1")); });
   fillAll(*form);
@@ -55,7 +37,7 @@ TEST_F(Pictures, PingTestRunning) {
   photograph("pingtester-running");
 }
 
-TEST_F(Pictures, PingTestComplete) {
+TEST_F(PingPictures, PingTestComplete) {
   const auto form = shown<pingtester>();
   fillAll(*form);
   form->Label9.caption = "Complete";
@@ -65,27 +47,27 @@ TEST_F(Pictures, PingTestComplete) {
   photograph("pingtester-complete");
 }
 
-TEST_F(Pictures, PingTestInDutch) {
+TEST_F(PingPictures, PingTestInDutch) {
   speak(kDutch);
   const auto form = shown<pingtester>();
   fillAll(*form);
   photograph("pingtester-dutch");
 }
 
-TEST_F(Pictures, PingTestAtItsSmallest) {
+TEST_F(PingPictures, PingTestAtItsSmallest) {
   shown<pingtester>();
   window->resize(1, 1);
   photograph("pingtester-smallest");
 }
 
-TEST_F(Pictures, PingTestWide) {
+TEST_F(PingPictures, PingTestWide) {
   const auto form = shown<pingtester>();
   fillAll(*form);
   window->resize(1100, 560);
   photograph("pingtester-wide");
 }
 
-TEST_F(Pictures, PingTestWithItsChart) {
+TEST_F(PingPictures, PingTestWithItsChart) {
   const auto form = shown<pingtester>();
   fillAll(*form);
   form->PingChart.visible = true;
@@ -109,7 +91,7 @@ TEST_F(Pictures, PingTestWithItsChart) {
   photograph("pingtester-chart");
 }
 
-TEST_F(Pictures, SetLanguage) {
+TEST_F(PingPictures, SetLanguage) {
   shown<setlang>();
   photograph("setlang");
 }

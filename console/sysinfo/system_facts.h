@@ -1,0 +1,37 @@
+// All that systeminfo tells of a machine.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "console/sysinfo/cards.h"
+#include "console/sysinfo/file_tree.h"
+#include "console/sysinfo/firmware.h"
+#include "console/sysinfo/machine.h"
+#include "console/sysinfo/memory.h"
+#include "console/sysinfo/operating_system.h"
+
+namespace veltrin {
+
+// What is not known is empty, or nothing. Each text stands on a line of its own.
+struct SystemFacts {
+  std::string host;
+  OperatingSystemFacts system;
+  std::string productId;
+  FirmwareFacts firmware;
+  std::vector<std::string> processors;
+  std::string bootDevice;
+  std::string systemLocale;
+  std::string inputLocale;
+  std::string timeZone;
+  MemoryFacts memory;
+  std::vector<std::string> swapPlaces;
+  std::string domain;
+  std::optional<std::vector<std::string>> updates;
+  std::optional<std::vector<CardFacts>> cards;
+};
+
+SystemFacts gatherFacts(const FileTree& files, const Machine& machine);
+
+}  // namespace veltrin

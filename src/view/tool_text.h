@@ -1,0 +1,28 @@
+// How the console tools' text is shown.
+#pragma once
+
+#include <QLineEdit>
+#include <QPlainTextEdit>
+
+namespace veltrin {
+
+// What the tools print, to be read, searched through and copied, in letters of one
+// width, so that the tools' columns stand.
+class ToolText : public QPlainTextEdit {
+ public:
+  explicit ToolText(QWidget* parent = nullptr);
+};
+
+// A command that runs, in the same letters, quietly on the window's own ground.
+class ToolCommand : public QLineEdit {
+ public:
+  explicit ToolCommand(QWidget* parent = nullptr);
+};
+
+// A paragraph that explains something, on the window's own ground.
+class Paragraph : public QPlainTextEdit {
+ public:
+  explicit Paragraph(QWidget* parent = nullptr);
+};
+
+}  // namespace veltrin

@@ -1,0 +1,157 @@
+// Every text of the windows has room, also in a window at its smallest, at each scale of
+// the screen. The suite runs at 100, 150 and 200 percent.
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+
+#include "frame/About.h"
+#include "frame/starter.h"
+#include "frame/startup.h"
+#include "pictures.h"
+#include "route/indepth.h"
+#include "route/indepth2.h"
+#include "route/trace.h"
+
+namespace veltrin {
+namespace {
+
+using testing::IsEmpty;
+
+bool isCut(const QLabel& label) {
+  if (label.text().isEmpty()) return false;
+  if (label.wordWrap()) return label.heightForWidth(label.width()) > label.height();
+  const QSize text = label.fontMetrics().size(Qt::TextShowMnemonic, label.text());
+  const QRect room = label.contentsRect();
+  return text.width() > room.width() || text.height() > room.height();
+}
+
+bool isCut(const QAbstractButton& button) {
+  const QSize wanted = button.sizeHint();
+  return wanted.width() > button.width() || wanted.height() > button.height();
+}
+
+bool isCut(const QLineEdit& line) {
+  constexpr int kCaret = 2;  // pixels
+  const QMargins margins = line.textMargins();
+  const int room = line.width() - margins.left() - margins.right() - kCaret;
+  return line.fontMetrics().horizontalAdvance(line.text()) > room;
+}
+
+bool isCut(const QComboBox& box) {
+  const QLineEdit& line = *box.lineEdit();
+  for (int item = 0; item < box.count(); ++item) {
+    if (line.fontMetrics().horizontalAdvance(box.itemText(item)) > line.width()) return true;
+  }
+  return false;
+}
+
+bool isCut(const QWidget& widget) {
+  if (const auto* label = qobject_cast<const QLabel*>(&widget)) return isCut(*label);
+  if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) return isCut(*button);
+  if (const auto* line = qobject_cast<const QLineEdit*>(&widget)) return isCut(*line);
+  if (const auto* box = qobject_cast<const QComboBox*>(&widget)) return isCut(*box);
+  return false;
+}
+
+class Room : public Pictures {
+ protected:
+  // The visible widgets of the smallest window that cut their texts.
+  std::vector<std::string> cut() {
+    window->resize(1, 1);
+    atRest([] {});
+    std::vector<std::string> names;
+    for (const QWidget* child : window->findChildren<QWidget*>()) {
+      if (child->isVisible() && isCut(*child)) names.push_back(fromQt(child->objectName()));
+    }
+    return names;
+  }
+};
+
+TEST_F(Room, Splash) {
+  const auto form = look<starter>();
+  form->Label1.caption = "Current Version: 1.03";
+  form->Label2.caption = "Your Version 1.03  -  Dated 5 Jan 2012";
+
+  EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, MenuWithTheLongestAddresses) {
+  program.LocalIp = "fd00:1234:5678:9abc:def0:1234:5678:9abc";
+  program.PublicIp = "2001:db8:85a3:8d3:1319:8a2e:370:7348";
+  shown<startup>();
+
+  EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, AboutWindow) {
+  shown<About>();
+
+  EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, LanguageWindow) {
+  shown<setlang>();
+
+  EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, PingTest) {
+  const auto form = shown<pingtester>();
+  for (std::size_t row = 0; row < form->pinghi.size(); ++row) {
+    for (Label* figure : {&form->pingcur[row], &form->pinglow[row], &form->pingav[row],
+                          &form->pinghi[row], &form->packetloss[row]}) {
+      figure->caption = "99999";
+    }
+  }
+  form->Label9.caption = "Test Remaining = 9999";
+
+  EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, PingTestInDutch) {
+  speak(kDutch);
+  shown<pingtester>();
+
+  EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, TraceRoute) {
+  const auto form = shown<trace>();
+  form->Text1.text = "tracert www.wikipedia.org";
+
+  EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, InDepth) {
+  shown<indepth>();
+
+  EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, InDepthAfterAHopStabilityTest) {
+  const auto form = look<indepth2>();
+  form->PingL.caption = "99999";
+  form->PingH.caption = "99999";
+
+  EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, EveryExplanationOfTheInDepthOptionsIsSeenAsAWhole) {
+  const auto form = shown<indepth>();
+  window->resize(1, 1);
+  atRest([] {});
+  const LanguageTexts& texts = program.texts;
+
+  for (const std::string& text :
+       {texts.TipNoResolve, texts.TipRouteRsvp, texts.TipDeviceRsvp, texts.TipPriorityTag,
+        texts.TipForceIpv4, texts.TipForceIpv6, texts.TipPeriod, texts.TipQueries}) {
+    form->info.text = text;
+    EXPECT_EQ(widget<QPlainTextEdit>("info")->verticalScrollBar()->maximum(), 0) << text;
+  }
+}
+
+}  // namespace
+}  // namespace veltrin
