@@ -259,8 +259,10 @@ TEST_F(LinuxShellTest, ShowsAProgramItsThreeDescriptorsOnly) {
 }
 
 TEST_F(LinuxShellTest, GivesAProgramNoInputAndNoOutput) {
-  putScript("data/a", "/bin/readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2 > '" +
-                          scratch_.path("told") + "'\n");
+  putScript("data/a",
+            "files=$(/bin/readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2)\n"
+            "printf '%s\\n' \"$files\" > '" +
+                scratch_.path("told") + "'\n");
   EXPECT_TRUE(execute(data() + "\\a"));
   EXPECT_EQ(told(), "/dev/null\n/dev/null\n/dev/null\n");
 }

@@ -17,7 +17,6 @@
 namespace veltrin {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 template <class... Kinds>

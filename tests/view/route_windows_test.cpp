@@ -15,8 +15,6 @@
 namespace veltrin {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::SizeIs;
 
 class TraceView : public ViewTest {
