@@ -1,10 +1,12 @@
 #include "view/form_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
+#include <QWindow>
 
 namespace veltrin {
 namespace {
@@ -36,7 +38,18 @@ void FormWindow::keyPressEvent(QKeyEvent* event) {
   }
 }
 
+// A window becomes modal by coming to the screen a second time; what it came up from may
+// have lost the front by then.
+void FormWindow::noteOpener() {
+  QWidget* front = QApplication::activeWindow();
+  if (front != nullptr && front != this) opener_ = front;
+  if (isModal() && opener_ && opener_->isVisible()) {
+    windowHandle()->setTransientParent(opener_->windowHandle());
+  }
+}
+
 void FormWindow::showEvent(QShowEvent*) {
+  noteOpener();
   if (!(windowFlags() & Qt::FramelessWindowHint)) return;
   const QRect room = screen()->availableGeometry();
   move(room.center() - rect().center());

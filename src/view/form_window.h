@@ -4,13 +4,15 @@
 #include <functional>
 #include <utility>
 
+#include <QPointer>
 #include <QWidget>
 
 namespace veltrin {
 
 // Closes only when the program takes it away. The key Enter, where no control has use
 // for it, presses the window's default button. A window without a frame comes up in the
-// middle of its screen, with a thin edge.
+// middle of its screen, with a thin edge. A modal one belongs to the window that was in
+// front before it, and stays above that.
 class FormWindow : public QWidget {
  public:
   // Sets what the close button of the frame does.
@@ -26,8 +28,11 @@ class FormWindow : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void noteOpener();
+
   std::function<void()> closing_;
   std::function<void()> pressing_;
+  QPointer<QWidget> opener_;  // the window that was in front when this one came up
 };
 
 }  // namespace veltrin

@@ -28,7 +28,7 @@ void lay(FormWindow& window) {
 constexpr std::array<Entry, 8> kWindows = {{
     {"starter", lay<Ui::starter>, Qt::Window | Qt::FramelessWindowHint},
     {"startup", lay<Ui::startup>},
-    {"About", lay<Ui::About>},
+    {"About", lay<Ui::About>, Qt::Dialog},
     {"setlang", lay<Ui::setlang>},
     {"pingtester", lay<Ui::pingtester>},
     {"trace", lay<Ui::trace>},

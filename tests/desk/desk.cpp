@@ -124,6 +124,12 @@ Desk::Desk() {
   if (!ready) throw std::runtime_error("neither Xvfb nor a bus came up");
   setenv("DISPLAY", (":" + display).c_str(), 1);
   windowManager_.emplace(std::vector<std::string>{"openbox"});
+  // A window that comes while the manager starts may never be shown.
+  const bool managed = eventually(kPatience, [] {
+    const std::string told = outputOf({"xprop", "-root", "_NET_SUPPORTING_WM_CHECK"});
+    return told.find("window id") != std::string::npos;
+  });
+  if (!managed) throw std::runtime_error("the window manager did not come up");
 }
 
 Element Desk::find(const std::string& what, const std::function<bool(const Element&)>& fits) const {

@@ -144,7 +144,8 @@ TEST_F(LinuxFilesTest, FindsTheDefaultFoldersAndMakesThemForTheUserAlone) {
 
 TEST_F(LinuxFilesTest, PassesOverADataHomeThatIsNotAbsolute) {
   setenv("XDG_DATA_HOME", "relative", 1);
-  const std::string home = std::getenv("HOME");
+  const char* const before = std::getenv("HOME");
+  const std::string home = before == nullptr ? "/" : before;
   setenv("HOME", root_.c_str(), 1);
   EXPECT_EQ(LinuxFiles::defaultFolders().data, root_ / ".local" / "share" / "veltrin");
   setenv("HOME", home.c_str(), 1);

@@ -57,7 +57,8 @@ class Peer {
   static Peer calling(std::uint16_t port) {
     Peer peer(Descriptor(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)));
     const sockaddr_in address = loopback(port);
-    connect(peer.socket_.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address);
+    static_cast<void>(::connect(peer.socket_.number(), reinterpret_cast<const sockaddr*>(&address),
+                                sizeof address));
     return peer;
   }
 
@@ -145,7 +146,8 @@ class SilentEndpoint {
     for (int i = 0; i < 4; ++i) {
       Descriptor& caller =
           callers_.emplace_back(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-      ::connect(caller.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address);
+      static_cast<void>(
+          ::connect(caller.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address));
     }
   }
 

@@ -12,7 +12,6 @@ namespace veltrin {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 TEST_F(QtSocketsTest, ReceivesAnAnswerInTwoPieces) {
   const Peer peer = connectedPeer();

@@ -101,6 +101,7 @@ TEST_F(ListeningTest, TurnsCallersAwayWhenItListensAnew) {
 TEST_F(ListeningTest, KeepsAHandfulOfCallersWaiting) {
   socket->listen(port);
   std::vector<Peer> peers;
+  peers.reserve(40);
   for (int i = 0; i < 40; ++i) peers.push_back(Peer::calling(port));
 
   const auto ended = [&] {

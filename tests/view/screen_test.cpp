@@ -172,8 +172,8 @@ TEST_F(ScreenTest, TheMouseIsInTheSamePixelsAsTheWindows) {
     const ScreenRectangle place = desktop.windowRectangle(*form);
     const ScreenPoint mouse = desktop.cursorPosition();
     const double slack = 2 * screen->devicePixelRatio();
-    EXPECT_NEAR(mouse.x, (place.left + place.right) / 2, slack) << screen->name().toStdString();
-    EXPECT_NEAR(mouse.y, (place.top + place.bottom) / 2, slack) << screen->name().toStdString();
+    EXPECT_NEAR(mouse.x, (place.left + place.right) / 2.0, slack) << screen->name().toStdString();
+    EXPECT_NEAR(mouse.y, (place.top + place.bottom) / 2.0, slack) << screen->name().toStdString();
   }
 }
 

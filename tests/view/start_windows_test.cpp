@@ -180,6 +180,22 @@ TEST_F(StartWindows, TheMenuHasTheSizeOfItsContents) {
   EXPECT_EQ(window->maximumSize(), window->size());
 }
 
+TEST_F(StartWindows, AModalWindowBelongsToTheOneItWasOpenedFrom) {
+  menu();
+  const QWindow* opener = window->windowHandle();
+  const QWindow* owner = nullptr;
+
+  soon([&] {
+    const QWidget* front = QApplication::activeModalWidget();
+    ASSERT_NE(front, nullptr);
+    owner = front->windowHandle()->transientParent();
+    events.gate().post([this] { program.unload<About>(); });
+  });
+  atRest([&] { clickAt(widget("Command6")); });
+
+  EXPECT_EQ(owner, opener);
+}
+
 class AboutTest : public StartWindows {
  protected:
   void SetUp() override {
