@@ -44,7 +44,7 @@ class Output {
  public:
   std::string next() {
     while (rest_.size() < kChunk) rest_ += line(number_++);
-    const std::string chunk = rest_.substr(0, kChunk);
+    std::string chunk = rest_.substr(0, kChunk);
     rest_.erase(0, kChunk);
     return chunk;
   }
