@@ -108,8 +108,10 @@ class RouteOnADesk : public ProgramRun {
     for (int hop = 1; hop <= 15; ++hop) {
       const std::string all = hop < 7 ? "0" : "[0-9]";
       const std::string own = hop == 9 ? "[01]" : "0";
-      const std::regex line("\r\n" + std::string(hop < 10 ? "  " : " ") + std::to_string(hop) +
-                            " +[0-9<]+ms +" + all + "/  10 = +[0-9]+% +" + own + "/  10 =");
+      std::string row = hop < 10 ? "\r\n  " : "\r\n ";
+      row.append(std::to_string(hop)).append(" +[0-9<]+ms +").append(all);
+      row.append("/  10 = +[0-9]+% +").append(own).append("/  10 =");
+      const std::regex line(row);
       EXPECT_TRUE(std::regex_search(text, line)) << "hop " << hop << " of\n" << text;
     }
   }

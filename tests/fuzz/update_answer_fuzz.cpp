@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string text(reinterpret_cast<const char*>(data) + 2, size - 2);
   const std::string first = text.substr(0, data[0]);
   const std::string second = text.substr(first.size());
-  const std::int64_t moment = data[1] * 9;
+  const std::int64_t moment = std::int64_t{9} * data[1];
 
   veltrin::Simulation simulation;
   simulation.desktop.habit = {veltrin::kAnswerNo, 0};
