@@ -104,7 +104,6 @@ class RouteOnADesk : public ProgramRun {
     ASSERT_TRUE(
         std::regex_search(text, link, std::regex("\r\n {31} *([12])/  10 = *[12]0%   \\|\r\n  7 ")))
         << text;
-    const std::string lost = link[1].str();
     for (int hop = 1; hop <= 15; ++hop) {
       const std::string all = hop < 7 ? "0" : "[0-9]";
       const std::string own = hop == 9 ? "[01]" : "0";
