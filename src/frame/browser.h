@@ -3,13 +3,22 @@
 
 #include <string>
 
-#include "platform/environment.h"
+#include "frame/program.h"
+#include "text/statement.h"
 
 namespace veltrin {
 
 // Full path of the one browser that every Windows has.
 inline std::string browserPath(const Environment& environment) {
   return environment.variable("ProgramFiles") + "\\Internet Explorer\\IEXPLORE.EXE";
+}
+
+// Opens the page that tells how to use the tools. A missing browser is not reported.
+inline void openHelpPage(Program& program) {
+  skip([&] {
+    program.platform.shell.execute("Open", browserPath(program.platform.environment),
+                                   program.installation.HelpPageUrl, "", kShowNormal);
+  });
 }
 
 }  // namespace veltrin

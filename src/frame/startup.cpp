@@ -53,7 +53,7 @@ startup::startup(Program& program) : Form("startup", program), program_(program)
   wireTools();
 
   Command3.click = [this] { unload(); };
-  Command5.click = [this] { Command5_Click(); };
+  Command5.click = [this] { openHelpPage(program_); };
   Command6.click = [this] { program_.showModal<About>(); };
   Combo1.lostFocus = [this] { Combo1_LostFocus(); };
   Image2.click = [this] { Image2_Click(); };
@@ -160,13 +160,6 @@ void startup::Form_Unload() {
 
 void startup::Combo1_LostFocus() {
   program_.writeSetting("Settings", "Rated Speed", Combo1.text.get());
-}
-
-void startup::Command5_Click() {
-  skip([&] {
-    program_.platform.shell.execute("Open", browserPath(program_.platform.environment),
-                                    program_.installation.HelpPageUrl, "", kShowNormal);
-  });
 }
 
 void startup::Image2_Click() {

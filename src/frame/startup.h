@@ -52,7 +52,6 @@ class startup : public Form {
   void opens(CommandButton& button, const char* window);
   void opensModally(CommandButton& button, const char* window);
 
-  void Command5_Click();
   void Command8_Click();
   void Combo1_LostFocus();
   void Image1_MouseDown(MouseButton button);

@@ -1,14 +1,13 @@
 #include "route/indepth.h"
 
 #include "frame/browser.h"
-#include "text/statement.h"
 
 namespace veltrin {
 
 indepth::indepth(Program& program) : indepth_window("indepth", program) {
   own("Label4", Label4);
   Label4.caption = "How to Read";
-  Label4.click = [this] { Label4_Click(); };
+  Label4.click = [this] { openHelpPage(program_); };
 }
 
 // The pause without a remembered one is shorter than any that the list offers.
@@ -20,13 +19,6 @@ void indepth::loadValues() {
   Text1.text = remembered("Source", program_.installation.ProbeHost);
   text3.text = remembered("Queries", "100");
   text4.text = remembered("Period", "25");
-}
-
-void indepth::Label4_Click() {
-  skip([&] {
-    program_.platform.shell.execute("Open", browserPath(program_.platform.environment),
-                                    program_.installation.HelpPageUrl, "", kShowNormal);
-  });
 }
 
 }  // namespace veltrin

@@ -13,7 +13,6 @@ class indepth : public indepth_window {
 
  private:
   void loadValues() override;
-  void Label4_Click();
 };
 
 }  // namespace veltrin

@@ -18,8 +18,6 @@ void indepth2::Form_Load() {
 
 void indepth2::loadValues() {
   if (program_.lastBadHop) Text1.text = program_.lastBadHop();
-  text3.text = "100";
-  text4.text = "250";
 }
 
 }  // namespace veltrin

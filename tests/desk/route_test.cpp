@@ -37,7 +37,6 @@ class RouteOnADesk : public ProgramRun {
                             << "' \"$@\" 2>&1 | tee $log\n";
       std::filesystem::permissions(script, std::filesystem::perms::owner_all);
     }
-    setenv("XDG_DATA_HOME", data_.c_str(), 1);
     programFile_ = (bin / "veltrin").string();
   }
 

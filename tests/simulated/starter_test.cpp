@@ -213,7 +213,7 @@ TEST_F(Starter, SaysFailWhenTheCounterCannotBeAddedAndGoesOn) {
 
 TEST_F(Starter, AsksTheFirstPortAndBehindItsSilenceTheSecond) {
   start();
-  EXPECT_THAT(connections(),
+  EXPECT_THAT(simulation.sockets.calls,
               ElementsAre("connect update.example 31112", "connect update.example 31113"));
   EXPECT_EQ(simulation.sockets.moments[0], 100);
   EXPECT_EQ(simulation.sockets.moments[1], 2600);
@@ -361,7 +361,6 @@ TEST_F(Starter, AnEndpointThatClosesWithoutAWordIsAskedOnTheSecondPort) {
 }
 
 TEST_F(Starter, TakesACallerOverWhileItListens) {
-  std::string state;
   simulation.sockets.onConnect = [this](SimulatedTcpSocket& socket, std::uint16_t port) {
     if (port != kFirstUpdatePort) return;
     simulation.sockets.later(20, socket, [](SimulatedTcpSocket& closed) { closed.comeClosed(); });

@@ -141,6 +141,22 @@ TEST_F(Startup, SetsItsToolTips) {
   EXPECT_EQ(menu->Image3.toolTip.get(), "Tools");
 }
 
+TEST_F(Startup, HandlesWhatHasComeInBeforeItReadsItsSettings) {
+  int handled = 0;
+  simulation.loop.at(0, [&] {
+    ++handled;
+    EXPECT_EQ(setting("Settings", "Lang"), "");
+  });
+  open();
+  EXPECT_EQ(handled, 1);
+}
+
+TEST_F(Startup, GivesTheApplicationItsTitle) {
+  simulation.desktop.setApplicationTitle("another");
+  open();
+  EXPECT_EQ(simulation.desktop.applicationTitle(), "Veltrin");
+}
+
 TEST_F(Startup, DoesNotShowTheListOfChanges) {
   open();
   EXPECT_THAT(simulation.shell.runs, IsEmpty());
