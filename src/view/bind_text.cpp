@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
+#include <QPointer>
 
 #include "platform/qt/qt_text.h"
 #include "view/binding.h"
@@ -37,6 +38,8 @@ bool isLeaving(const QEvent& event) {
          reason != Qt::ActiveWindowFocusReason;
 }
 
+bool isShowing(const QEvent& event) { return event.type() == QEvent::Show; }
+
 void bindLine(TextBox& box, QLineEdit& line, Binding& binding) {
   const auto show = [&box, &line] {
     const QString text = toQt(box.text.get());
@@ -58,7 +61,10 @@ void bindPage(TextBox& box, QPlainTextEdit& view, Binding& binding) {
   box.text.observe([&box, page](std::size_t kept) { page->show(box.text, kept); });
   box.observeCaret([page] { page->followEnd(); });
   page->show(box.text, 0);
-  page->followEnd();
+  // A text that has grown before the window is shown meets its place only then.
+  postOn(view, isShowing, binding, [page, shown = QPointer<QPlainTextEdit>(&view)] {
+    if (shown) page->followEnd();
+  });
   QObject::connect(&view, &QPlainTextEdit::textChanged, binding.receiver(), [&box, &binding, page] {
     binding.post([&box, text = page->takeTyped()] { box.enter(text); });
   });
