@@ -129,20 +129,6 @@ TEST_F(TraceView, TheNewestTextStaysInView) {
   EXPECT_GT(text->verticalScrollBar()->value(), 0);
 }
 
-TEST_F(TraceView, ATextThatGrewBeforeItsWindowIsShownShowsItsEnd) {
-  const auto late = std::make_shared<trace>(program);
-  late->load();
-  for (int number = 1; number <= 200; ++number) late->txtOutputs.text += "line\r\n";
-
-  atRest([&] { desktop.show(*late); });
-
-  const auto* bar =
-      desktop.windowOf(*late)->findChild<QPlainTextEdit*>("txtOutputs")->verticalScrollBar();
-  EXPECT_GT(bar->maximum(), 0);
-  EXPECT_EQ(bar->value(), bar->maximum());
-  desktop.remove(*late);
-}
-
 TEST_F(TraceView, WhoScrollsUpDuringARunIsLeftThere) {
   print(1, 200);
   text->verticalScrollBar()->setValue(20);
