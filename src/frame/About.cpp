@@ -2,7 +2,7 @@
 
 namespace veltrin {
 
-About::About(Program& program) : Form("About", program), program_(program) {
+About::About(Program& program) : Form(nameOf(WindowName::About), program), program_(program) {
   own("Label9", Label9);
   own("Label3", Label3);
   own("Label2", Label2);
@@ -11,14 +11,14 @@ About::About(Program& program) : Form("About", program), program_(program) {
   caption = "About";
   Label9.caption = "Veltrin";
   Label3.caption = "Designed to help you troubleshoot Internet issues.";
-  Label2.caption = "Version: " + program.AppVersion + "  " + program.AppDate;
+  Label2.caption = "Version: " + program.start.AppVersion + "  " + program.start.AppDate;
   Label1.caption = "System Info";
-  Label1.enabled = program.tools.has("frmSysInfo");
+  Label1.enabled = program.tools.has(WindowName::frmSysInfo);
   click = [this] { unload(); };
   Label2.click = click;
   Label3.click = click;
   Label9.click = click;
-  Label1.click = [this] { program_.tools.showModal("frmSysInfo"); };
+  Label1.click = [this] { program_.tools.showModal(WindowName::frmSysInfo); };
 }
 
 }  // namespace veltrin

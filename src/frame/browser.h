@@ -4,7 +4,6 @@
 #include <string>
 
 #include "frame/program.h"
-#include "text/statement.h"
 
 namespace veltrin {
 
@@ -15,10 +14,8 @@ inline std::string browserPath(const Environment& environment) {
 
 // Opens the page that tells how to use the tools. A missing browser is not reported.
 inline void openHelpPage(Program& program) {
-  skip([&] {
-    program.platform.shell.execute("Open", browserPath(program.platform.environment),
-                                   program.installation.HelpPageUrl, "", kShowNormal);
-  });
+  program.platform.shell.execute("Open", browserPath(program.platform.environment),
+                                 program.installation.HelpPageUrl, "", kShowNormal);
 }
 
 }  // namespace veltrin

@@ -1,30 +1,20 @@
 #include "frame/clsWaitableTimer.h"
 
-#include <cmath>
-
 #include "text/statement.h"
 
 namespace veltrin {
 namespace {
 
-constexpr double kUnitsPerMillisecond = 10000;  // of 100 nanoseconds
-constexpr double kHalf = 4294967296.0;          // 2 to the 32nd
-constexpr double kLowestSigned = -2147483648.0;
+constexpr std::int64_t kUnitsPerMillisecond = 10000;  // of 100 nanoseconds
+constexpr int kHalf = 32;                             // bits
 constexpr DueTime kAtOnce{-1, -1};
 
 }  // namespace
 
-// The halves are those of the negated delay in two's complement. A low half of 0
-// borrows nothing from the high one; with a borrow a wait of 0 would last seven
-// minutes.
+// The halves are those of the negated delay in two's complement.
 DueTime dueTimeAfter(std::int32_t milliSeconds) {
-  const double delay = milliSeconds * kUnitsPerMillisecond;
-  const double quotient = delay / kHalf;
-  double low = -kHalf * (quotient - std::trunc(quotient));
-  const double borrow = low == 0 ? 0 : 1;
-  const double high = -borrow - std::floor(quotient);
-  if (low < kLowestSigned) low += kHalf;
-  return {static_cast<std::int32_t>(low), static_cast<std::int32_t>(high)};
+  const std::int64_t units = -kUnitsPerMillisecond * milliSeconds;
+  return {static_cast<std::int32_t>(units), static_cast<std::int32_t>(units >> kHalf)};
 }
 
 clsWaitableTimer::~clsWaitableTimer() { closeHandle(); }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <typeindex>
@@ -12,6 +13,7 @@
 #include "frame/INIReadWrite.h"
 #include "frame/installation.h"
 #include "frame/language.h"
+#include "frame/start_values.h"
 #include "frame/system_summary.h"
 #include "frame/tool_windows.h"
 #include "platform/platform.h"
@@ -31,23 +33,13 @@ class Program : public FormHost {
   const std::string settingsFile;
   INIReadWrite settings;
 
-  // What the start of the program finds out.
-  const std::string AppVersion = "1.03";
-  const std::string AppDate = "5 Jan 2012";
-  std::string HostName;
-  std::string WinDir;
-  std::string LocalIp;
-  std::string PublicIp;   // as the update endpoint sees it; empty when it said nothing
-  int UpdateWaiting = 0;  // 1 while the endpoint has not answered
-  int PdhFailed = 0;      // 1 when there is no performance query
-  Counters::Query PdhQuery = 0;
-  SystemSummary summary;
-  std::string& OsName = summary.OsName;
-  std::string& BoardModel = summary.MbModel;
+  // What the start of the program found out, and what the user set in the menu.
+  StartValues start;
+  MenuValues menu;
 
-  // What the user set in the main menu.
-  std::string RatedSpeed;  // KB, without separators
-  int PostVistaOs = 0;     // 1 on systems with fewer InDepth options
+  // The summary of the machine. The start fills two of its fields from the settings:
+  // OsName, and BoardModel, which is MbModel.
+  SystemSummary summary;
 
   // Windows that are opened by name, and the collector of the short summary.
   ToolWindows tools;
@@ -57,33 +49,14 @@ class Program : public FormHost {
   Loose LanguageId;
   LanguageTexts texts;
 
-  // The last saved result.
-  std::string ResultFolder;
-  std::string ResultFile;
-  std::unique_ptr<TextStream> ResultStream;
-  Loose UseTempFolder;  // 1 saves results to the temporary folder
-
-  // The last reading of a ping, and the run of the Ping Test. Shared by all tools
-  // that ping, so that only one of them may run at a time.
-  Loose PingTime;    // milliseconds; 99999 for no reply
-  Loose PingPasses;  // the text of the passes at the start of the run
-  int PingPassNo = 0;
-  int PingStop = 0;  // 1 when the run is to end
-  int PingRow = 0;
-  double PingSum = 0;
-  std::size_t PingItem = 0;
-
-  // The run of the route tools, which count their passes by one counter. Shared by all
-  // of them, so that only one may run at a time.
-  Loose RoutePasses;           // the text of the passes at the start of the run
-  int RoutePass = 0;           // as the last loop left it
-  int InDepthRunning = 0;      // 1 while an InDepth test runs
-  double InDepthStart = 0;     // of that test, in seconds since midnight
-  std::string InDepthOptions;  // arguments of pathping, but the destination
-
-  // The last item of the list of silent hops, as text, from the window that keeps the
-  // list; empty while no such window is loaded.
-  std::function<std::string()> lastBadHop;
+  // The program's one record of a type: values that some windows share and that outlive
+  // them, declared where those windows are. Made on first use.
+  template <class Record>
+  Record& shared() {
+    std::shared_ptr<void>& record = records_[typeid(Record)];
+    if (!record) record = std::make_shared<Record>();
+    return *static_cast<Record*>(record.get());
+  }
 
   // Shows the default window of a type: made and loaded when it is not loaded,
   // else brought to the front.
@@ -125,7 +98,7 @@ class Program : public FormHost {
 
   // Enters a type's window under its name among those that are opened by name.
   template <class Kind>
-  void provide(const std::string& name) {
+  void provide(WindowName name) {
     tools.enter(name, {[this] { show<Kind>(); }, [this] { showModal<Kind>(); }});
   }
 
@@ -168,6 +141,7 @@ class Program : public FormHost {
   void pumpModal(Form& form);
 
   std::vector<Window> windows_;
+  std::map<std::type_index, std::shared_ptr<void>> records_;
 };
 
 }  // namespace veltrin

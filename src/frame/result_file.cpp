@@ -6,26 +6,27 @@ namespace veltrin {
 
 void saveResult(Program& program, const ResultName& name, const std::string& text) {
   Files& files = program.platform.files;
-  program.ResultFolder = program.programFolder;
-  if (program.UseTempFolder == 1) {
+  auto& result = program.shared<ResultValues>();
+  result.ResultFolder = program.programFolder;
+  if (result.UseTempFolder == 1) {
     skip([&] { files.CreateFolder("c:\\Temp"); });
     skip([&] { files.CreateFolder("c:\\Temp\\Veltrin"); });
-    program.ResultFolder = "c:\\temp\\veltrin";
+    result.ResultFolder = "c:\\temp\\veltrin";
   }
   const DateTime now = program.platform.clock.now();
   const std::string file = name.namePart + name.destination + "_" + Format(now, "ddmmmyyyy") + "_" +
                            Format(now, "hhmm") + ".txt";
-  program.ResultFile = program.ResultFolder + file;
-  program.ResultStream.reset();
+  result.ResultFile = result.ResultFolder + file;
+  result.ResultStream.reset();
   skip([&] {
-    program.ResultStream = files.OpenTextFile(program.ResultFolder, file, FileMode::Writing, true);
+    result.ResultStream = files.OpenTextFile(result.ResultFolder, file, FileMode::Writing, true);
   });
-  if (program.ResultStream) {
-    skip([&] { program.ResultStream->Write(text); });
-    skip([&] { program.ResultStream->Close(); });
-    program.ResultStream.reset();
+  if (result.ResultStream) {
+    skip([&] { result.ResultStream->Write(text); });
+    skip([&] { result.ResultStream->Close(); });
+    result.ResultStream.reset();
   }
-  program.MsgBox(name.message + files.native(program.ResultFile), kMessageOk, name.title);
+  program.MsgBox(name.message + files.native(result.ResultFile), kMessageOk, name.title);
 }
 
 }  // namespace veltrin

@@ -1,11 +1,20 @@
 // The one way in which a window saves its result as a text file.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "frame/program.h"
 
 namespace veltrin {
+
+// The last saved result, one for the whole program.
+struct ResultValues {
+  std::string ResultFolder;
+  std::string ResultFile;
+  std::unique_ptr<TextStream> ResultStream;
+  Loose UseTempFolder;  // 1 saves results to the temporary folder
+};
 
 // Where and how a window saves.
 struct ResultName {

@@ -2,7 +2,7 @@
 
 namespace veltrin {
 
-setlang::setlang(Program& program) : Form("setlang", program), program_(program) {
+setlang::setlang(Program& program) : Form(nameOf(WindowName::setlang), program), program_(program) {
   own("Command1", Command1);
   own("Command2", Command2);
   own("Command3", Command3);

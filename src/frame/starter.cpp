@@ -26,7 +26,7 @@ std::string withoutPoint(const std::string& version) {
 }  // namespace
 
 starter::starter(Program& program)
-    : Form("starter", program), Winsock1(program.platform), program_(program) {
+    : Form(nameOf(WindowName::starter), program), Winsock1(program.platform), program_(program) {
   own("Label1", Label1);
   own("Label2", Label2);
   own("playit", playit);
@@ -40,11 +40,12 @@ starter::starter(Program& program)
 }
 
 void starter::Form_Load() {
-  program_.HostName = Winsock1.LocalHostName();
-  program_.BoardModel = program_.readSetting("SysInfo", "MB Model");
+  program_.start.HostName = Winsock1.LocalHostName();
+  program_.summary.MbModel = program_.readSetting("SysInfo", "MB Model");
   Label1.caption = "Veltrin";
   playit.open(program_.programFolder + "\\files\\update.avi");
-  Label2.caption = "Your Version " + program_.AppVersion + "  -  Dated " + program_.AppDate;
+  Label2.caption =
+      "Your Version " + program_.start.AppVersion + "  -  Dated " + program_.start.AppDate;
   program_.platform.desktop.show(*this);
   skip([&] { program_.Wait(kPaintPause); });
   takeOverOldSettings();
@@ -52,17 +53,18 @@ void starter::Form_Load() {
   openCounters();
   program_.writeSetting("Settings", "Path", program_.programFolder);
   chk4up();
-  program_.WinDir = program_.platform.environment.variable("windir");
+  program_.start.WinDir = program_.platform.environment.variable("windir");
   skip([&] { program_.Wait(kLastPause); });
-  program_.LocalIp = Winsock1.LocalIP();
-  if (program_.readSetting("Settings", "Version") != program_.AppVersion) {
-    program_.writeSetting("Settings", "Version", program_.AppVersion);
+  program_.start.LocalIp = Winsock1.LocalIP();
+  if (program_.readSetting("Settings", "Version") != program_.start.AppVersion) {
+    program_.writeSetting("Settings", "Version", program_.start.AppVersion);
   }
   program_.show<startup>();
 }
 
-// Older versions kept their settings in the registry. Two of them land in places that
-// nobody reads, which users' files have relied on since.
+// Older versions kept their settings in the registry. The source lands in the place of the
+// InDepth windows' pause, too, and the pause where nobody reads it: users' files have been
+// like that ever since.
 void starter::takeOverOldSettings() {
   const auto isMissing = [](const std::string& path) { return Len(path) < kShortestPath; };
   if (!isMissing(program_.readSetting("Settings", "Path"))) return;
@@ -84,57 +86,57 @@ void starter::copyOldSetting(const char* oldName, const char* section, const cha
 }
 
 void starter::readSystemName() {
-  program_.OsName = program_.readSetting("Settings", "OS");
-  if (program_.OsName.empty() && program_.getinfo) program_.getinfo();
+  program_.summary.OsName = program_.readSetting("Settings", "OS");
+  if (program_.summary.OsName.empty() && program_.getinfo) program_.getinfo();
 }
 
 // The counter that is added only proves that the counter service works.
 void starter::openCounters() {
   Counters& counters = program_.platform.counters;
-  program_.PdhFailed = 0;
-  if (counters.PdhOpenQuery(program_.PdhQuery) != 0) {
-    program_.PdhFailed = 1;
+  program_.start.PdhFailed = 0;
+  if (counters.PdhOpenQuery(program_.start.PdhQuery) != 0) {
+    program_.start.PdhFailed = 1;
     program_.MsgBox("Windows performance service disabled or broken!",
-                    kMessageCritical + kMessageSetForeground);
+                    kMessageCritical + kMessageToForeground);
   }
-  const std::string path = "\\\\" + program_.HostName + "\\Processor(0)\\% Idle Time";
+  const std::string path = "\\\\" + program_.start.HostName + "\\Processor(0)\\% Idle Time";
   Counters::Counter proof = 0;
-  if (counters.PdhVbAddCounter(program_.PdhQuery, path, proof) != 0) program_.MsgBox("Fail");
+  if (counters.PdhVbAddCounter(program_.start.PdhQuery, path, proof) != 0) program_.MsgBox("Fail");
 }
 
 void starter::chk4up() {
-  program_.UpdateWaiting = 1;
+  program_.start.UpdateWaiting = 1;
   Winsock1.LocalPort = 0;
   Winsock1.RemoteHost = program_.installation.UpdateServer;
   Winsock1.RemotePort = kFirstPort;
-  skip([&] { Winsock1.Connect(); });
+  Winsock1.Connect();
   skip([&] { program_.Wait(kAnswerPause); });
-  if (program_.UpdateWaiting != 1) return;
+  if (program_.start.UpdateWaiting != 1) return;
   Winsock1.LocalPort = 0;
   Winsock1.RemoteHost = program_.installation.UpdateServer;
   Winsock1.RemotePort = kSecondPort;
   if (Winsock1.State() == SocketState::Error) {
     Winsock1.Close();
-    skip([&] { Winsock1.Listen(); });
+    Winsock1.Listen();
   }
-  skip([&] { Winsock1.Connect(); });
+  Winsock1.Connect();
 }
 
 // The endpoint speaks first. What this side would say to it is empty by now.
 void starter::Winsock1_DataArrival() {
   const std::string reply;
   const std::string text = Winsock1.GetData();
-  if (program_.UpdateWaiting == 1) skip([&] { Winsock1.SendData(reply); });
+  if (program_.start.UpdateWaiting == 1) skip([&] { Winsock1.SendData(reply); });
   if (text == kNoAnswer) return;
   chkupdate(text);
-  program_.UpdateWaiting = 0;
+  program_.start.UpdateWaiting = 0;
 }
 
 void starter::chkupdate(std::string answer) {
-  skip([&] { program_.PublicIp = Mid(answer, 5, Len(answer) - 4); });
+  skip([&] { program_.start.PublicIp = Mid(answer, 5, Len(answer) - 4); });
   answer = Left(answer, 4);
   const std::string remote = withoutPoint(answer);
-  const std::string local = withoutPoint(program_.AppVersion);
+  const std::string local = withoutPoint(program_.start.AppVersion);
   Label1.caption = "Current Version: " + answer;
   skip([&] { program_.Wait(kVersionPause); });
   if (Val(local) < Val(remote) &&
@@ -148,10 +150,8 @@ void starter::chkupdate(std::string answer) {
 }
 
 void starter::startUpdate() {
-  skip([&] {
-    program_.platform.shell.execute("open", program_.programFolder + "\\Downloader.exe", "-Veltrin",
-                                    program_.programFolder, kShowNormal);
-  });
+  program_.platform.shell.execute("open", program_.programFolder + "\\Downloader.exe", "-Veltrin",
+                                  program_.programFolder, kShowNormal);
   program_.end();
 }
 
@@ -163,7 +163,7 @@ void starter::Winsock1_ConnectionRequest(std::intptr_t requestID) {
 
 void starter::Winsock1_Close() {
   Winsock1.Close();
-  skip([&] { Winsock1.Listen(); });
+  Winsock1.Listen();
 }
 
 }  // namespace veltrin

@@ -23,7 +23,7 @@ const std::vector<std::string> kSpeeds = {
 
 }  // namespace
 
-startup::startup(Program& program) : Form("startup", program), program_(program) {
+startup::startup(Program& program) : Form(nameOf(WindowName::startup), program), program_(program) {
   own("Command4", Command4);
   own("Command1", Command1);
   own("Command9", Command9);
@@ -65,29 +65,26 @@ startup::startup(Program& program) : Form("startup", program), program_(program)
   Label2.mouseMove = mouseMove;
 }
 
+// What each control opens, and how: beside the menu, above it until the tool is closed, or
+// in the menu's place.
 void startup::wireTools() {
-  opens(Command1, "trace");
-  opens(Command2, "indepth");
-  opens(Command4, "pingtester");
-  opens(Command10, "frmNetwork");
-  opens(Command12, "frmIP");
-  opens(Command13, "Stability");
-  opensModally(Command7, "mtutest");
-  opensModally(Command9, "Stability");
-  Command8.enabled = program_.tools.has("MonOut");
-  Command8.click = [this] { Command8_Click(); };
-  Image3.enabled = program_.tools.has("testdl");
-  Image3.click = [this] { program_.tools.showModal("testdl"); };
-}
-
-void startup::opens(CommandButton& button, const char* window) {
-  button.enabled = program_.tools.has(window);
-  button.click = [this, window] { program_.tools.show(window); };
-}
-
-void startup::opensModally(CommandButton& button, const char* window) {
-  button.enabled = program_.tools.has(window);
-  button.click = [this, window] { program_.tools.showModal(window); };
+  const auto beside = [this](WindowName tool) { program_.tools.show(tool); };
+  const auto above = [this](WindowName tool) { program_.tools.showModal(tool); };
+  const auto instead = [this](WindowName tool) { openInPlaceOfMenu(tool); };
+  const auto opens = [this](auto& control, WindowName tool, auto open) {
+    control.enabled = program_.tools.has(tool);
+    control.click = [open, tool] { open(tool); };
+  };
+  opens(Command1, WindowName::trace, beside);
+  opens(Command2, WindowName::indepth, beside);
+  opens(Command4, WindowName::pingtester, beside);
+  opens(Command10, WindowName::frmNetwork, beside);
+  opens(Command12, WindowName::frmIP, beside);
+  opens(Command13, WindowName::Stability, beside);
+  opens(Command7, WindowName::mtutest, above);
+  opens(Command9, WindowName::Stability, above);
+  opens(Image3, WindowName::testdl, above);
+  opens(Command8, WindowName::MonOut, instead);
 }
 
 void startup::Form_Load() {
@@ -102,7 +99,7 @@ void startup::Form_Load() {
   program_.writeSetting("Settings", "Lang", program_.LanguageId);
   chooseLanguage(program_.LanguageId, program_.texts);
   showAddresses();
-  Label2.caption = "Version " + program_.AppVersion;
+  Label2.caption = "Version " + program_.start.AppVersion;
   program_.platform.desktop.setApplicationTitle("Veltrin");
   judgeSystem();
   setToolTips(program_.LanguageId, *this);
@@ -124,17 +121,17 @@ void startup::showChanges() {
 }
 
 void startup::loadRatedSpeed() {
-  program_.RatedSpeed = program_.readSetting("Settings", "Rated Speed");
-  program_.OsName = program_.readSetting("Settings", "OS");
-  if (Len(program_.RatedSpeed) < kShortestSpeed) program_.RatedSpeed = "0";
-  Combo1.text = program_.RatedSpeed;
+  program_.menu.RatedSpeed = program_.readSetting("Settings", "Rated Speed");
+  program_.summary.OsName = program_.readSetting("Settings", "OS");
+  if (Len(program_.menu.RatedSpeed) < kShortestSpeed) program_.menu.RatedSpeed = "0";
+  Combo1.text = program_.menu.RatedSpeed;
   // A text that is no number stays as it is.
-  skip([&] { program_.RatedSpeed = Format(toNumber(program_.RatedSpeed), "#"); });
+  skip([&] { program_.menu.RatedSpeed = Format(toNumber(program_.menu.RatedSpeed), "#"); });
 }
 
 void startup::showAddresses() {
-  const std::string& local = program_.LocalIp;
-  const std::string& seen = program_.PublicIp;
+  const std::string& local = program_.start.LocalIp;
+  const std::string& seen = program_.start.PublicIp;
   if (local == seen || seen.empty()) {
     Label4.caption = "Your IP - " + local;
   } else {
@@ -144,11 +141,11 @@ void startup::showAddresses() {
 
 // Systems on which an MTU is not set this way, by their names.
 void startup::judgeSystem() {
-  program_.PostVistaOs = 0;
+  program_.menu.PostVistaOs = 0;
   for (const char* name : {"Windows 7", "Vista"}) {
-    if (InStr(1, program_.OsName, name, Compare::IgnoreCase) == 0) continue;
+    if (InStr(1, program_.summary.OsName, name, Compare::IgnoreCase) == 0) continue;
     Command7.enabled = false;
-    program_.PostVistaOs = 1;
+    program_.menu.PostVistaOs = 1;
   }
 }
 
@@ -170,9 +167,9 @@ void startup::Image2_Click() {
   });
 }
 
-void startup::Command8_Click() {
+void startup::openInPlaceOfMenu(WindowName window) {
   program_.platform.desktop.hide(*this);
-  program_.tools.showModal("MonOut");
+  program_.tools.showModal(window);
   program_.platform.desktop.show(*this);
 }
 

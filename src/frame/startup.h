@@ -49,10 +49,8 @@ class startup : public Form {
   void showAddresses();
   void judgeSystem();
   void wireTools();
-  void opens(CommandButton& button, const char* window);
-  void opensModally(CommandButton& button, const char* window);
+  void openInPlaceOfMenu(WindowName window);
 
-  void Command8_Click();
   void Combo1_LostFocus();
   void Image1_MouseDown(MouseButton button);
   void Image1_MouseMove(MouseButton button);

@@ -3,7 +3,9 @@
 
 #include <functional>
 #include <map>
-#include <string>
+#include <utility>
+
+#include "frame/window_name.h"
 
 namespace veltrin {
 
@@ -15,20 +17,20 @@ class ToolWindows {
     std::function<void()> showModal;  // returns when the window is unloaded
   };
 
-  void enter(const std::string& name, Opening opening) { openings_[name] = std::move(opening); }
+  void enter(WindowName name, Opening opening) { openings_[name] = std::move(opening); }
 
-  bool has(const std::string& name) const { return openings_.count(name) != 0; }
+  bool has(WindowName name) const { return openings_.count(name) != 0; }
 
   // Opens the window; nothing happens when no tool has entered it.
-  void show(const std::string& name) const {
+  void show(WindowName name) const {
     if (has(name)) openings_.at(name).show();
   }
-  void showModal(const std::string& name) const {
+  void showModal(WindowName name) const {
     if (has(name)) openings_.at(name).showModal();
   }
 
  private:
-  std::map<std::string, Opening> openings_;
+  std::map<WindowName, Opening> openings_;
 };
 
 }  // namespace veltrin

@@ -3,8 +3,24 @@
 #include <utility>
 
 #include "forms/form.h"
+#include "text/statement.h"
 
 namespace veltrin {
+namespace {
+
+// Marks that a routine is on the stack, also when it is left by a failure.
+class OnStack {
+ public:
+  explicit OnStack(bool& mark) : mark_(mark) { mark_ = true; }
+  ~OnStack() { mark_ = false; }
+  OnStack(const OnStack&) = delete;
+  OnStack& operator=(const OnStack&) = delete;
+
+ private:
+  bool& mark_;
+};
+
+}  // namespace
 
 Winsock::Winsock(Platform& platform)
     : platform_(platform),
@@ -62,13 +78,18 @@ void Winsock::arrive() {
   post([this] { deliverArrival(); });
 }
 
+// What came meanwhile is told behind the routine, even if that was left by a failure.
 void Winsock::deliverArrival() {
   arrivalPosted_ = false;
   if (!untold_) return;
   untold_ = false;
-  arriving_ = true;
-  raise(DataArrival);
-  arriving_ = false;
+  try {
+    const OnStack arriving(arriving_);
+    raise(DataArrival);
+  } catch (const StatementFailed&) {
+    if (untold_) arrive();
+    throw;
+  }
   if (untold_) arrive();
 }
 

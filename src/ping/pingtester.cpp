@@ -27,10 +27,12 @@ const char* const kSection = "Ping";
 }  // namespace
 
 pingtester::pingtester(Program& program)
-    : Form("pingtester", program),
+    : Form(nameOf(WindowName::pingtester), program),
       program_(program),
       destinations_(program, kSection, "Pingit ", {&url[0], &url[1], &url[2], &url[3], &url[4]}),
-      objDOS7(program.platform) {
+      run_(program.shared<PingValues>()),
+      objDOS7(*this, program.platform,
+              [this](const std::string& chunk) { objDOS7_ReceiveOutputs(chunk); }) {
   own("url", url);
   own("pingcur", pingcur);
   own("pinglow", pinglow);
@@ -73,15 +75,12 @@ pingtester::pingtester(Program& program)
   Label10.caption = "Size";
   data1.visible = false;
   playit.visible = false;
-  Text1.visible = false;
-  Text2.visible = false;
 
   Command1.click = [this] { Command1_Click(); };
   Command2.click = [this] { Command2_Click(); };
   Command3.click = [this] { Command3_Click(); };
   Command4.click = [this] { Command4_Click(); };
   Timer1.timer = [this] { Timer1_Timer(); };
-  objDOS7.ReceiveOutputs = [this](const std::string& chunk) { objDOS7_ReceiveOutputs(chunk); };
 }
 
 void pingtester::Form_Load() {
@@ -119,10 +118,10 @@ void pingtester::start() {
   playBusyClip(program_, playit);
   playit.visible = true;
   data1.text = "";
-  program_.PingPasses = Combo1.text.get();
-  program_.PingPassNo = 0;
+  run_.PingPasses = Combo1.text.get();
+  run_.PingPassNo = 0;
   Command1.caption = "Stop";
-  program_.PingStop = 0;
+  run_.PingStop = 0;
   for (std::size_t row = 0; row < kRows; ++row) {
     buff[row].clear();
     packetloss[row].caption = "0";
@@ -138,7 +137,7 @@ void pingtester::start() {
 void pingtester::stop() {
   Timer1.enabled = false;
   Command1.caption = "Start";
-  program_.PingStop = 1;
+  run_.PingStop = 1;
   mousePointer = MousePointer::Default;
   stopAnimation();
 }
@@ -168,13 +167,13 @@ void pingtester::Command4_Click() {
 
 void pingtester::Timer1_Timer() {
   mousePointer = MousePointer::Hourglass;
-  if (!(Val(program_.PingPasses) > program_.PingPassNo)) {
+  if (!(Val(run_.PingPasses) > run_.PingPassNo)) {
     complete();
     return;
   }
-  ++program_.PingPassNo;
+  ++run_.PingPassNo;
   skip([&] {
-    const double remaining = program_.PingPasses.number() + 1 - program_.PingPassNo;
+    const double remaining = run_.PingPasses.number() + 1 - run_.PingPassNo;
     Label9.caption = "Test Remaining = " + toText(remaining);
   });
   if (runPass()) mousePointer = MousePointer::Default;
@@ -190,60 +189,61 @@ void pingtester::complete() {
   mousePointer = MousePointer::Default;
 }
 
-// One echo to each destination. False when the user stopped it; an echo that was
-// under way then is not counted. The row is one of the run and not of the pass: a
-// start during the pause of a stopped pass lets that pass go on inside the new run.
+// One echo to each destination. False when the user stopped it or closed the window; an
+// echo that was under way then is not counted. The row is one of the run and not of the
+// pass: a start during the pause of a stopped pass lets that pass go on inside the new run.
 bool pingtester::runPass() {
-  for (program_.PingRow = 0; program_.PingRow < static_cast<int>(kRows); ++program_.PingRow) {
-    const auto row = static_cast<std::size_t>(program_.PingRow);
-    if (program_.PingStop == 1) return false;
+  for (run_.PingRow = 0; run_.PingRow < static_cast<int>(kRows); ++run_.PingRow) {
+    const auto row = static_cast<std::size_t>(run_.PingRow);
+    if (isOver()) return false;
     if (url[row].text == "") continue;
     ping(row);
-    if (program_.PingStop == 1) return false;
+    if (isOver()) return false;
     skip([&] { program_.Wait(kEchoPause); });
-    if (program_.PingStop == 1) return false;
+    if (isOver()) return false;
     takeReading(row);
   }
   return true;
 }
 
+bool pingtester::isOver() const { return run_.PingStop == 1 || !objDOS7; }
+
 void pingtester::ping(std::size_t row) {
-  program_.PingTime = kNoReply;
-  objDOS7.CommandLine = "ping " + url[row].text.get() + " -n 1 -l " + Combo2.text.get();
-  objDOS7.ExecuteCommand();
+  run_.PingTime = kNoReply;
+  objDOS7.run("ping " + url[row].text.get() + " -n 1 -l " + Combo2.text.get());
 }
 
 void pingtester::objDOS7_ReceiveOutputs(const std::string& chunk) {
-  readAverage(chunk, program_.PingTime);
+  readAverage(chunk, run_.PingTime);
 }
 
 void pingtester::takeReading(std::size_t row) {
-  const std::string reading = program_.PingTime.text();
+  const std::string reading = run_.PingTime.text();
   pingcur[row].caption = reading;
   buff[row].add(reading);
-  if (program_.PingPassNo == 1) {
+  if (run_.PingPassNo == 1) {
     pinglow[row].caption = reading;
     pingav[row].caption = reading;
     pinghi[row].caption = reading;
   } else {
     updateFigures(row);
   }
-  if (Val(program_.PingTime) > kLostAbove) {
+  if (Val(run_.PingTime) > kLostAbove) {
     packetloss[row].caption = toText(Loose(packetloss[row].caption.get()).number() + 1);
   }
 }
 
 // A lost echo counts as a sample of 99999 in all figures.
 void pingtester::updateFigures(std::size_t row) {
-  const double reading = Val(program_.PingTime);
-  if (Val(pinglow[row].caption) > reading) pinglow[row].caption = program_.PingTime.text();
-  if (Val(pinghi[row].caption) < reading) pinghi[row].caption = program_.PingTime.text();
-  program_.PingSum = 0;
+  const double reading = Val(run_.PingTime);
+  if (Val(pinglow[row].caption) > reading) pinglow[row].caption = run_.PingTime.text();
+  if (Val(pinghi[row].caption) < reading) pinghi[row].caption = run_.PingTime.text();
+  run_.PingSum = 0;
   const std::size_t count = buff[row].count();
-  for (program_.PingItem = 0; program_.PingItem <= count; ++program_.PingItem) {
-    program_.PingSum += Val(buff[row].item(program_.PingItem));
+  for (run_.PingItem = 0; run_.PingItem <= count; ++run_.PingItem) {
+    run_.PingSum += Val(buff[row].item(run_.PingItem));
   }
-  pingav[row].caption = Format(program_.PingSum / static_cast<double>(count), "###");
+  pingav[row].caption = Format(run_.PingSum / static_cast<double>(count), "###");
 }
 
 void pingtester::gather() {

@@ -12,9 +12,10 @@
 #include "forms/list_box.h"
 #include "forms/text_box.h"
 #include "forms/timer.h"
-#include "frame/DOSOutputs.h"
 #include "frame/destinations.h"
 #include "frame/program.h"
+#include "frame/window_runner.h"
+#include "ping/ping_values.h"
 
 namespace veltrin {
 
@@ -76,6 +77,7 @@ class pingtester : public Form {
   void complete();
   void stopAnimation();
   bool runPass();
+  bool isOver() const;
   void ping(std::size_t row);
   void takeReading(std::size_t row);
   void updateFigures(std::size_t row);
@@ -85,7 +87,8 @@ class pingtester : public Form {
 
   Program& program_;
   Destinations destinations_;
-  DOSOutputs objDOS7;
+  PingValues& run_;
+  WindowRunner objDOS7;
 };
 
 }  // namespace veltrin

@@ -20,7 +20,7 @@ void pingtester::Chartit() {
   PingChart.wallColour = kWall;
   PingChart.chartType = ChartType::Line;
   PingChart.setColumnCount(static_cast<double>(counted));
-  skip([&] { PingChart.setRowCount(Val(program_.PingPasses)); });
+  skip([&] { PingChart.setRowCount(Val(run_.PingPasses)); });
   plot(counted);
 }
 
@@ -50,7 +50,7 @@ void pingtester::plot(std::size_t columns) {
       std::string value = buff[column].item(pass - 1);
       if (value.empty()) value = "0";
       program_.MsgBox(value);
-      skip([&] { PingChart.setData(Val(value)); });
+      PingChart.setData(Val(value));
     }
   }
 }

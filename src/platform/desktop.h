@@ -17,8 +17,9 @@ inline constexpr int kAnswerOk = 1;
 inline constexpr int kAnswerYes = 6;
 inline constexpr int kAnswerNo = 7;
 
-// The style of a critical message that comes before all other windows.
-inline constexpr int kMessageSetForeground = 0x10000;
+// Added to a style: the message comes to the foreground, before other programs' windows
+// (MB_SETFOREGROUND).
+inline constexpr int kMessageToForeground = 0x10000;
 
 // A place on the screen, in pixels.
 struct ScreenPoint {

@@ -4,7 +4,7 @@
 
 namespace veltrin {
 
-indepth::indepth(Program& program) : indepth_window("indepth", program) {
+indepth::indepth(Program& program) : indepth_window(WindowName::indepth, program) {
   own("Label4", Label4);
   Label4.caption = "How to Read";
   Label4.click = [this] { openHelpPage(program_); };

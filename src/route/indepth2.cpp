@@ -2,7 +2,7 @@
 
 namespace veltrin {
 
-indepth2::indepth2(Program& program) : indepth_window("indepth2", program) {
+indepth2::indepth2(Program& program) : indepth_window(WindowName::indepth2, program) {
   own("Label4", Label4);
   own("PingL", PingL);
   own("Label6", Label6);
@@ -17,7 +17,7 @@ void indepth2::Form_Load() {
 }
 
 void indepth2::loadValues() {
-  if (program_.lastBadHop) Text1.text = program_.lastBadHop();
+  if (run_.lastBadHop) Text1.text = run_.lastBadHop();
 }
 
 }  // namespace veltrin

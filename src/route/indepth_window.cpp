@@ -1,5 +1,7 @@
 #include "route/indepth_window.h"
 
+#include <cmath>
+
 #include "frame/busy_clip.h"
 #include "frame/copy_text.h"
 #include "frame/growing_text.h"
@@ -16,12 +18,6 @@ constexpr std::string_view kLinkRemark = "  Overall Loss/Congestion - Possibly C
 
 const char* const kSection = "InDepth";
 const char* const kTitle = "InDepth Internet Analysis";
-
-// Seconds since midnight.
-double secondsOfDay(const DateTime& moment) {
-  constexpr int kSixty = 60;
-  return (moment.hour * kSixty + moment.minute) * kSixty + moment.second;
-}
 
 std::vector<std::string> steps(int first, int last, int step) {
   std::vector<std::string> texts;
@@ -45,8 +41,12 @@ std::string withRemarks(const std::string& chunk) {
 
 }  // namespace
 
-indepth_window::indepth_window(const std::string& name, Program& program)
-    : Form(name, program), program_(program) {
+indepth_window::indepth_window(WindowName name, Program& program)
+    : Form(nameOf(name), program),
+      program_(program),
+      run_(program.shared<InDepthValues>()),
+      objDOS6(*this, program.platform,
+              [this](const std::string& chunk) { objDOS6_ReceiveOutputs(chunk); }) {
   ownControls();
   caption = kTitle;
   Label1.caption = "Analyze to:";
@@ -103,34 +103,28 @@ void indepth_window::wireHelp() {
   explain(Label3, &LanguageTexts::TipPeriod);
   explain(text4, &LanguageTexts::TipPeriod);
   mouseMove = [this](MouseButton) {
-    if (program_.InDepthRunning == 0) info.text = "Veltrin";
+    if (run_.InDepthRunning == 0) info.text = "Veltrin";
   };
 }
 
 void indepth_window::explain(Control& control, std::string LanguageTexts::*text) {
   control.mouseMove = [this, text](MouseButton) {
-    if (program_.InDepthRunning == 0) info.text = program_.texts.*text;
+    if (run_.InDepthRunning == 0) info.text = program_.texts.*text;
   };
 }
 
 void indepth_window::Form_Load() {
   chooseLanguage(program_.LanguageId, program_.texts);
-  objDOS6 = std::make_shared<DOSOutputs>(program_.platform);
-  objDOS6->ReceiveOutputs = [this](const std::string& chunk) { objDOS6_ReceiveOutputs(chunk); };
   dosbox.text = program_.texts.TextInDepthIntro;
   text3.items = steps(10, 100, 10);
   text4.items = steps(100, 500, 25);
   loadValues();
-  if (program_.PostVistaOs != 1) return;
+  if (program_.menu.PostVistaOs != 1) return;
   for (CheckBox* missing : {&Check3, &Check4}) {
     missing->value = kUnchecked;
     missing->visible = false;
   }
 }
-
-// The runner goes with the window. Of a test that outlives it, the tool under way is
-// read to its end, and no other one is started.
-void indepth_window::Form_Unload() { objDOS6.reset(); }
 
 void indepth_window::Command1_Click() {
   beginTest();
@@ -139,10 +133,10 @@ void indepth_window::Command1_Click() {
   skip([&] { program_.Wait(kPause); });
   Command3.enabled = true;
   Command4.enabled = true;
-  runTool("ping " + Text1.text.get() + " -n 10");
+  objDOS6.run("ping " + Text1.text.get() + " -n 10");
   skip([&] { program_.Wait(kPause); });
-  program_.InDepthOptions = options();
-  runTool("pathping " + program_.InDepthOptions + " " + Text1.text.get());
+  run_.InDepthOptions = options();
+  objDOS6.run("pathping " + run_.InDepthOptions + " " + Text1.text.get());
   endTest();
 }
 
@@ -151,12 +145,12 @@ void indepth_window::beginTest() {
   playBusyClip(program_, playit);
   info.visible = false;
   Command5.visible = false;
-  program_.InDepthStart = secondsOfDay(program_.platform.clock.now());
-  program_.InDepthRunning = 1;
+  run_.InDepthStart = secondsSinceMidnight(program_.platform.clock.now());
+  run_.InDepthRunning = 1;
 }
 
 void indepth_window::endTest() {
-  program_.InDepthRunning = 0;
+  run_.InDepthRunning = 0;
   playit.stop();
   info.visible = true;
   mousePointer = MousePointer::Default;
@@ -184,17 +178,16 @@ std::string indepth_window::options() const {
   return composed;
 }
 
-void indepth_window::runTool(const std::string& commandLine) {
-  const std::shared_ptr<DOSOutputs> runner = objDOS6;
-  if (!runner) return;
-  runner->CommandLine = commandLine;
-  runner->ExecuteCommand();
+// Seconds since the test began, to the millisecond. Over midnight a test is younger than it
+// was when it began, and nothing is replaced.
+double indepth_window::age() const {
+  constexpr double kThousandths = 1000;
+  const double seconds = secondsSinceMidnight(program_.platform.clock.now()) - run_.InDepthStart;
+  return std::nearbyint(seconds * kThousandths) / kThousandths;
 }
 
-// Over midnight a test is younger than it was when it began, and nothing is replaced.
 void indepth_window::objDOS6_ReceiveOutputs(const std::string& chunk) {
-  const double age = secondsOfDay(program_.platform.clock.now()) - program_.InDepthStart;
-  dosbox.text += age > kFirstTextOfTools ? withRemarks(chunk) : chunk;
+  dosbox.text += age() > kFirstTextOfTools ? withRemarks(chunk) : chunk;
   program_.platform.events.DoEvents();
 }
 

@@ -2,7 +2,6 @@
 // options, and their text as it comes.
 #pragma once
 
-#include <memory>
 #include <string>
 
 #include "forms/animation.h"
@@ -11,8 +10,9 @@
 #include "forms/command_button.h"
 #include "forms/label.h"
 #include "forms/text_box.h"
-#include "frame/DOSOutputs.h"
 #include "frame/program.h"
+#include "frame/window_runner.h"
+#include "route/route_values.h"
 
 namespace veltrin {
 
@@ -40,10 +40,9 @@ class indepth_window : public Form {
   Animation playit;
 
  protected:
-  indepth_window(const std::string& name, Program& program);
+  indepth_window(WindowName name, Program& program);
 
   void Form_Load() override;
-  void Form_Unload() override;
 
   // Fills in the destination, the queries and the pause at load.
   virtual void loadValues() = 0;
@@ -51,6 +50,7 @@ class indepth_window : public Form {
   void Command1_Click();
 
   Program& program_;
+  InDepthValues& run_;
 
  private:
   void ownControls();
@@ -65,9 +65,9 @@ class indepth_window : public Form {
   void endTest();
   void rememberValues();
   std::string options() const;
-  void runTool(const std::string& commandLine);
+  double age() const;
 
-  std::shared_ptr<DOSOutputs> objDOS6;  // as long as the window is loaded
+  WindowRunner objDOS6;
 };
 
 }  // namespace veltrin

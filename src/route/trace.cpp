@@ -24,10 +24,13 @@ const std::vector<std::string> kPasses = {"1", "2", "3", "4",  "5",  "6",
 }  // namespace
 
 trace::trace(Program& program)
-    : Form("trace", program),
+    : Form(nameOf(WindowName::trace), program),
       program_(program),
       boxes_{&trace1, &trace2, &trace3, &trace4, &trace5},
-      destinations_(program, "Trace", "Trace", boxes_) {
+      destinations_(program, "Trace", "Trace", boxes_),
+      run_(program.shared<RouteValues>()),
+      objDOS(*this, program.platform,
+             [this](const std::string& chunk) { objDOS_ReceiveOutputs(chunk); }) {
   own("menuclear", menuclear);
   own("menudef", menudef);
   own("Label1", Label1);
@@ -69,8 +72,6 @@ trace::trace(Program& program)
 }
 
 void trace::Form_Load() {
-  objDOS = std::make_shared<DOSOutputs>(program_.platform);
-  objDOS->ReceiveOutputs = [this](const std::string& chunk) { objDOS_ReceiveOutputs(chunk); };
   txtOutputs.text = "";
   menuColour(program_.platform.desktop, *this, kMenuColour);
   Combo1.text = "1";
@@ -79,16 +80,12 @@ void trace::Form_Load() {
   setToolTips(program_.LanguageId, *this);
 }
 
-// A run that outlives its window finds no runner: the tool under way is read to its
-// end, no other one is started, and the run ends.
-void trace::Form_Unload() { objDOS.reset(); }
-
 void trace::startit_Click() {
   enableButtons(false);
   clearOldText();
   mousePointer = MousePointer::Hourglass;
-  program_.RoutePasses = Combo1.text.get();
-  txtOutputs.text += program_.RoutePasses.text() + program_.texts.TextPassesRun;
+  run_.RoutePasses = Combo1.text.get();
+  txtOutputs.text += run_.RoutePasses.text() + program_.texts.TextPassesRun;
   skip([&] { program_.Wait(kPauseAtStart); });
   runPasses();
   txtOutputs.text += program_.texts.TextTestComplete;
@@ -117,11 +114,11 @@ void trace::clearOldText() {
 // with the counter as the loop before left it.
 void trace::runPasses() {
   double passes = 0;
-  if (!skip([&] { passes = program_.RoutePasses.number(); })) {
+  if (!skip([&] { passes = run_.RoutePasses.number(); })) {
     runPass();
     return;
   }
-  for (program_.RoutePass = 1; objDOS && program_.RoutePass <= passes; ++program_.RoutePass) {
+  for (run_.RoutePass = 1; objDOS && run_.RoutePass <= passes; ++run_.RoutePass) {
     runPass();
   }
 }
@@ -138,7 +135,7 @@ void trace::runPass() {
 void trace::traceTo(const TextBox& destination) {
   runTool("ping ", destination);
   skip([&] { program_.Wait(kPauseBehindTool); });
-  txtOutputs.text += program_.texts.TextTracePass + std::to_string(program_.RoutePass) + " to " +
+  txtOutputs.text += program_.texts.TextTracePass + std::to_string(run_.RoutePass) + " to " +
                      destination.text.get() + std::string(kLineBreak);
   runTool("tracert ", destination);
   skip([&] { program_.Wait(kPauseBehindTool); });
@@ -146,10 +143,7 @@ void trace::traceTo(const TextBox& destination) {
 
 void trace::runTool(const std::string& tool, const TextBox& destination) {
   Text1.text = tool + destination.text.get();
-  const std::shared_ptr<DOSOutputs> runner = objDOS;
-  if (!runner) return;
-  runner->CommandLine = Text1.text.get();
-  runner->ExecuteCommand();
+  objDOS.run(Text1.text);
 }
 
 void trace::objDOS_ReceiveOutputs(const std::string& chunk) {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <array>
-#include <memory>
 #include <string>
 
 #include "forms/combo_box.h"
@@ -11,9 +10,10 @@
 #include "forms/label.h"
 #include "forms/menu_entry.h"
 #include "forms/text_box.h"
-#include "frame/DOSOutputs.h"
 #include "frame/destinations.h"
 #include "frame/program.h"
+#include "frame/window_runner.h"
+#include "route/route_values.h"
 
 namespace veltrin {
 
@@ -44,7 +44,6 @@ class trace : public Form {
 
  private:
   void Form_Load() override;
-  void Form_Unload() override;
 
   void startit_Click();
   void copy1_Click();
@@ -62,7 +61,8 @@ class trace : public Form {
   Program& program_;
   std::array<TextBox*, Destinations::kCount> boxes_;
   Destinations destinations_;
-  std::shared_ptr<DOSOutputs> objDOS;  // from load to unload
+  RouteValues& run_;
+  WindowRunner objDOS;
 };
 
 }  // namespace veltrin

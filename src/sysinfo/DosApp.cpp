@@ -18,7 +18,10 @@ constexpr std::size_t kFewLines = 10;
 }  // namespace
 
 DosApp::DosApp(Program& program)
-    : Form("DosApp", program), program_(program), objDOSB(program.platform) {
+    : Form(nameOf(WindowName::DosApp), program),
+      program_(program),
+      objDOSB(*this, program.platform,
+              [this](const std::string& chunk) { objDOSB_ReceiveOutputs(chunk); }) {
   own("DosBox", DosBox);
   own("List1", List1);
   own("List2", List2);
@@ -28,7 +31,6 @@ DosApp::DosApp(Program& program)
   own("List6", List6);
   own("List7", List7);
   own("List8", List8);
-  objDOSB.ReceiveOutputs = [this](const std::string& chunk) { objDOSB_ReceiveOutputs(chunk); };
 }
 
 void DosApp::SysInfo(const Loose& /*Mode*/) { collect(); }
@@ -46,11 +48,10 @@ void DosApp::collect() {
 }
 
 void DosApp::runTool() {
-  program_.WinDir = program_.platform.environment.variable("WinDir");
+  program_.start.WinDir = program_.platform.environment.variable("WinDir");
   DosBox.text = "";
   List1.clear();
-  objDOSB.CommandLine = program_.WinDir + "\\System32\\Systeminfo.exe";
-  objDOSB.ExecuteCommand();
+  objDOSB.run(program_.start.WinDir + "\\System32\\Systeminfo.exe");
 }
 
 void DosApp::objDOSB_ReceiveOutputs(const std::string& chunk) { DosBox.text += chunk; }

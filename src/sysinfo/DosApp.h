@@ -6,8 +6,8 @@
 
 #include "forms/list_box.h"
 #include "forms/text_box.h"
-#include "frame/DOSOutputs.h"
 #include "frame/program.h"
+#include "frame/window_runner.h"
 
 namespace veltrin {
 
@@ -46,7 +46,7 @@ class DosApp : public Form {
   void adjustFields();
 
   Program& program_;
-  DOSOutputs objDOSB;
+  WindowRunner objDOSB;
 };
 
 }  // namespace veltrin

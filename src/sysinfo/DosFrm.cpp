@@ -11,7 +11,11 @@ constexpr std::size_t kFewestLines = 11;  // of a text that tells anything
 
 }  // namespace
 
-DosFrm::DosFrm(Program& program) : Form("DosFrm", program), program_(program) {
+DosFrm::DosFrm(Program& program)
+    : Form(nameOf(WindowName::DosFrm), program),
+      program_(program),
+      objDOS(*this, program.platform,
+             [this](const std::string& chunk) { objDOS_ReceiveOutputs(chunk); }) {
   own("dosbox", dosbox);
   own("Buffer", Buffer);
   own("Label1", Label1);
@@ -20,33 +24,23 @@ DosFrm::DosFrm(Program& program) : Form("DosFrm", program), program_(program) {
 
 void DosFrm::getinfo() {
   mousePointer = MousePointer::Hourglass;
-  program_.WinDir = program_.platform.environment.variable("windir");
+  program_.start.WinDir = program_.platform.environment.variable("windir");
   dosbox.text = "";
-  runTool();
+  objDOS.run(toolPath());
   fillBuffer();
   if (Buffer.count() >= kFewestLines) {
     readBuffer();
     storeSummary(program_);
-    program_.writeSetting("Settings", "OS", program_.OsName);
+    program_.writeSetting("Settings", "OS", program_.summary.OsName);
   }
   mousePointer = MousePointer::Default;
 }
 
 // The first folder is no folder of Windows, unless somebody made one.
 std::string DosFrm::toolPath() const {
-  std::string preferred = program_.WinDir + "\\Sys64WOW\\Systeminfo.exe";
+  std::string preferred = program_.start.WinDir + "\\Sys64WOW\\Systeminfo.exe";
   if (program_.platform.files.exists(preferred)) return preferred;
-  return program_.WinDir + "\\System32\\Systeminfo.exe";
-}
-
-// A run that starts while the message of a failed one stands makes a runner of its own;
-// this one lives on until it returns.
-void DosFrm::runTool() {
-  const auto runner = std::make_shared<DOSOutputs>(program_.platform);
-  objDOS = runner;
-  runner->ReceiveOutputs = [this](const std::string& chunk) { objDOS_ReceiveOutputs(chunk); };
-  runner->CommandLine = toolPath();
-  runner->ExecuteCommand();
+  return program_.start.WinDir + "\\System32\\Systeminfo.exe";
 }
 
 void DosFrm::objDOS_ReceiveOutputs(const std::string& chunk) { dosbox.text += chunk; }

@@ -2,14 +2,13 @@
 // window is loaded and never shown.
 #pragma once
 
-#include <memory>
 #include <string>
 
 #include "forms/label.h"
 #include "forms/list_box.h"
 #include "forms/text_box.h"
-#include "frame/DOSOutputs.h"
 #include "frame/program.h"
+#include "frame/window_runner.h"
 
 namespace veltrin {
 
@@ -29,12 +28,11 @@ class DosFrm : public Form {
   void objDOS_ReceiveOutputs(const std::string& chunk);
 
   std::string toolPath() const;
-  void runTool();
   void fillBuffer();
   void readBuffer();
 
   Program& program_;
-  std::shared_ptr<DOSOutputs> objDOS;
+  WindowRunner objDOS;
 };
 
 }  // namespace veltrin

@@ -9,10 +9,10 @@
 namespace veltrin {
 
 void provideTools(Program& program) {
-  program.provide<pingtester>("pingtester");
-  program.provide<trace>("trace");
-  program.provide<indepth>("indepth");
-  program.provide<indepth2>("indepth2");
+  program.provide<pingtester>(WindowName::pingtester);
+  program.provide<trace>(WindowName::trace);
+  program.provide<indepth>(WindowName::indepth);
+  program.provide<indepth2>(WindowName::indepth2);
   program.getinfo = [&program] { program.keep<DosFrm>()->getinfo(); };
 }
 

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "frame/window_name.h"
 #include "ui_About.h"
 #include "ui_indepth.h"
 #include "ui_indepth2.h"
@@ -15,7 +16,7 @@ namespace veltrin {
 namespace {
 
 struct Entry {
-  const char* name;
+  WindowName name;
   void (*lay)(FormWindow&);
   Qt::WindowFlags flags = Qt::Window;
 };
@@ -26,21 +27,21 @@ void lay(FormWindow& window) {
 }
 
 constexpr std::array<Entry, 8> kWindows = {{
-    {"starter", lay<Ui::starter>, Qt::Window | Qt::FramelessWindowHint},
-    {"startup", lay<Ui::startup>},
-    {"About", lay<Ui::About>, Qt::Dialog},
-    {"setlang", lay<Ui::setlang>},
-    {"pingtester", lay<Ui::pingtester>},
-    {"trace", lay<Ui::trace>},
-    {"indepth", lay<Ui::indepth>},
-    {"indepth2", lay<Ui::indepth2>},
+    {WindowName::starter, lay<Ui::starter>, Qt::Window | Qt::FramelessWindowHint},
+    {WindowName::startup, lay<Ui::startup>},
+    {WindowName::About, lay<Ui::About>, Qt::Dialog},
+    {WindowName::setlang, lay<Ui::setlang>},
+    {WindowName::pingtester, lay<Ui::pingtester>},
+    {WindowName::trace, lay<Ui::trace>},
+    {WindowName::indepth, lay<Ui::indepth>},
+    {WindowName::indepth2, lay<Ui::indepth2>},
 }};
 
 }  // namespace
 
 std::unique_ptr<FormWindow> makeWindow(const std::string& name) {
   for (const Entry& entry : kWindows) {
-    if (name != entry.name) continue;
+    if (name != nameOf(entry.name)) continue;
     auto window = std::make_unique<FormWindow>();
     window->setWindowFlags(entry.flags);
     entry.lay(*window);
@@ -52,7 +53,7 @@ std::unique_ptr<FormWindow> makeWindow(const std::string& name) {
 std::vector<std::string> windowNames() {
   std::vector<std::string> names;
   names.reserve(kWindows.size());
-  for (const Entry& entry : kWindows) names.emplace_back(entry.name);
+  for (const Entry& entry : kWindows) names.push_back(nameOf(entry.name));
   return names;
 }
 

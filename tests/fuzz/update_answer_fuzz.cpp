@@ -47,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   require(simulation.loop.gate().escapedFailures() == 0);
   const std::string& answer = first.empty() || first == "XXX" ? second : first;
   const bool answered = !answer.empty() && answer != "XXX";
-  require(program.UpdateWaiting == (answered ? 0 : 1));
-  require(program.PublicIp == (answered && answer.size() > 4 ? answer.substr(4) : ""));
+  require(program.start.UpdateWaiting == (answered ? 0 : 1));
+  require(program.start.PublicIp == (answered && answer.size() > 4 ? answer.substr(4) : ""));
   return 0;
 }

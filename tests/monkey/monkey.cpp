@@ -31,7 +31,8 @@ constexpr std::array<const char*, 18> kTexts = {"",
                                                 " 7 "};
 
 // Windows that a user opens from the menu.
-constexpr std::array<const char*, 3> kWindows = {"pingtester", "trace", "indepth"};
+constexpr std::array<WindowName, 3> kWindows = {WindowName::pingtester, WindowName::trace,
+                                                WindowName::indepth};
 
 // Captions of the buttons that close their windows.
 constexpr std::array<const char*, 3> kEnds = {"Quit", "Exit", "Close"};
@@ -133,8 +134,8 @@ void Monkey::openInDepth() {
   });
   if (!reachable) return;
   const std::string hops = typedText();
-  program.lastBadHop = [hops] { return std::string(hops); };
-  program.tools.showModal("indepth2");
+  program.shared<InDepthValues>().lastBadHop = [hops] { return std::string(hops); };
+  program.tools.showModal(WindowName::indepth2);
 }
 
 void Monkey::actOnWindow(Form& form) {

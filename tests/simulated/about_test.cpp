@@ -44,7 +44,7 @@ TEST_F(AboutWindow, StaysOpenAtAClickOnItsEmptyText) {
 }
 
 TEST_F(AboutWindow, OpensTheReportModallyAboveItself) {
-  simulation.program().provide<Tool<30>>("frmSysInfo");
+  simulation.program().provide<Tool<30>>(WindowName::frmSysInfo);
   openAbout();
   bool above = false;
   simulation.loop.after(100,
@@ -57,7 +57,7 @@ TEST_F(AboutWindow, OpensTheReportModallyAboveItself) {
 
 TEST_F(AboutWindow, ItsWayToTheReportIsDisabledWithoutOne) {
   openAbout();
-  EXPECT_EQ(about->Label1.enabled.get(), simulation.program().tools.has("frmSysInfo"));
+  EXPECT_EQ(about->Label1.enabled.get(), simulation.program().tools.has(WindowName::frmSysInfo));
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ class InDepth2 : public InDepthRun {
     keepTheProgramRunning();
     keepBadHops();
     at(0, [this] {
-      simulation.program().tools.showModal("indepth2");
+      simulation.program().tools.showModal(WindowName::indepth2);
       returned = simulation.loop.milliseconds();
     });
     at(closing,
@@ -92,7 +92,7 @@ TEST_F(InDepth2, RunsItsTestInsideItsLoad) {
 }
 
 TEST_F(InDepth2, OnLaterSystemsTwoOptionsAreGone) {
-  simulation.program().PostVistaOs = 1;
+  simulation.program().menu.PostVistaOs = 1;
   const indepth2& opened = openWindow<indepth2>();
   EXPECT_FALSE(opened.Check3.visible);
   EXPECT_FALSE(opened.Check4.visible);

@@ -53,7 +53,7 @@ class InDepthRun : public RouteRun {
   // The list of silent hops is kept as a loaded Hop Stability Test keeps it.
   void keepBadHops() {
     if (!badHop) return;
-    simulation.program().lastBadHop = [this] { return *badHop; };
+    simulation.program().shared<InDepthValues>().lastBadHop = [this] { return *badHop; };
   }
 
   std::optional<std::string> badHop = "3";  // nothing when nobody keeps the list

@@ -52,7 +52,7 @@ TEST_F(InDepthTest, ShowsThatItRuns) {
     playing = opened.playit.playing;
     infoShown = opened.info.visible;
     describes = opened.Command5.visible;
-    running = simulation.program().InDepthRunning;
+    running = simulation.program().shared<InDepthValues>().InDepthRunning;
   });
   test(opened);
   EXPECT_TRUE(hourglass);
@@ -66,7 +66,7 @@ TEST_F(InDepthTest, ShowsThatItRuns) {
 TEST_F(InDepthTest, ShowsThatItHasEnded) {
   indepth& opened = openFor("near.example");
   test(opened);
-  EXPECT_EQ(simulation.program().InDepthRunning, 0);
+  EXPECT_EQ(simulation.program().shared<InDepthValues>().InDepthRunning, 0);
   EXPECT_FALSE(opened.playit.playing);
   EXPECT_TRUE(opened.info.visible);
   EXPECT_EQ(opened.mousePointer.get(), MousePointer::Default);
@@ -134,7 +134,8 @@ TEST_F(InDepthTest, AllTickedTheOptionsStandInTheirOrderBeforeTheDestination) {
   }
   test(opened);
   EXPECT_EQ(commands().back(), "pathping -q 100 -p 25 -n -P -R -T -4 -6 near.example");
-  EXPECT_EQ(simulation.program().InDepthOptions, "-q 100 -p 25 -n -P -R -T -4 -6");
+  EXPECT_EQ(simulation.program().shared<InDepthValues>().InDepthOptions,
+            "-q 100 -p 25 -n -P -R -T -4 -6");
 }
 
 TEST_F(InDepthTest, EachBoxGivesItsOwnOption) {
@@ -165,7 +166,7 @@ TEST_F(InDepthTest, AnEmptyRememberedPauseGivesAPauseOf25InTheCommand) {
 }
 
 TEST_F(InDepthTest, OnLaterSystemsTwoLettersNeverReachTheCommand) {
-  simulation.program().PostVistaOs = 1;
+  simulation.program().menu.PostVistaOs = 1;
   indepth& opened = openFor("near.example");
   for (CheckBox* box : {&opened.Check1, &opened.Check2, &opened.Check3, &opened.Check4,
                         &opened.Check5, &opened.Check6}) {
@@ -284,7 +285,7 @@ TEST_F(InDepthTest, ASecondPressDuringATestRunsNestedInTheFirst) {
   int runningBehindTheInner = 1;
   at(10, [&] {
     test(opened);
-    runningBehindTheInner = simulation.program().InDepthRunning;
+    runningBehindTheInner = simulation.program().shared<InDepthValues>().InDepthRunning;
   });
   test(opened);
   EXPECT_EQ(commands(),
@@ -307,7 +308,7 @@ TEST_F(InDepthTest, ClosedDuringATestItReadsTheToolUnderWayAndStartsNoOther) {
   EXPECT_EQ(commands(), (std::vector<std::string>{"ping near.example -n 10"}));
   EXPECT_EQ(opened.dosbox.text.get(),
             kIntroduction + "Test Started at 09:05\r\nfirst second third ");
-  EXPECT_EQ(simulation.program().InDepthRunning, 0);
+  EXPECT_EQ(simulation.program().shared<InDepthValues>().InDepthRunning, 0);
 }
 
 TEST_F(InDepthTest, ClosedDuringATestItStillYieldsBetweenTheChunksOfTheTool) {
@@ -355,7 +356,7 @@ TEST_F(InDepthTest, AToolThatIsMissingIsToldByTheRunnerAndTheTestGoesOn) {
   ASSERT_EQ(simulation.desktop.messages.size(), 2U);
   EXPECT_EQ(simulation.desktop.messages[1].text, "File or command not found");
   EXPECT_EQ(opened.dosbox.text.get(), kIntroduction + "Test Started at 09:05\r\n");
-  EXPECT_EQ(simulation.program().InDepthRunning, 0);
+  EXPECT_EQ(simulation.program().shared<InDepthValues>().InDepthRunning, 0);
   for (int handle = 1; handle <= 4; ++handle) simulation.processes.CloseHandle(handle);
 }
 

@@ -104,7 +104,7 @@ TEST_F(InDepth, RefreshesTheTextsOfTheLanguageAtLoad) {
 }
 
 TEST_F(InDepth, OnLaterSystemsTwoOptionsAreGone) {
-  simulation.program().PostVistaOs = 1;
+  simulation.program().menu.PostVistaOs = 1;
   const indepth& opened = open();
   EXPECT_FALSE(opened.Check3.visible);
   EXPECT_FALSE(opened.Check4.visible);
@@ -115,7 +115,7 @@ TEST_F(InDepth, OnLaterSystemsTwoOptionsAreGone) {
 }
 
 TEST_F(InDepth, OnLaterSystemsTheOptionsThatAreGoneAreSetToOff) {
-  simulation.program().PostVistaOs = 1;
+  simulation.program().menu.PostVistaOs = 1;
   const auto designed = std::make_shared<indepth>(simulation.program());
   for (CheckBox* box : {&designed->Check2, &designed->Check3, &designed->Check4}) box->value = 1;
   designed->load();
@@ -125,7 +125,7 @@ TEST_F(InDepth, OnLaterSystemsTheOptionsThatAreGoneAreSetToOff) {
 }
 
 TEST_F(InDepth, IsOpenedByItsName) {
-  simulation.program().tools.show("indepth");
+  simulation.program().tools.show(WindowName::indepth);
   EXPECT_TRUE(simulation.program().isLoaded<indepth>());
 }
 
@@ -227,7 +227,7 @@ TYPED_TEST(BothInDepth, TheHelpIsShownInDutch) {
 TYPED_TEST(BothInDepth, TheHelpIsNotShownWhileATestRunsInAnyWindow) {
   indepth_window& opened = this->template openWindow<TypeParam>();
   this->simulation.desktop.moveMouse(opened.Check5);
-  this->simulation.program().InDepthRunning = 1;
+  this->simulation.program().template shared<InDepthValues>().InDepthRunning = 1;
   this->simulation.desktop.moveMouse(opened.Check1);
   opened.moveMouse(MouseButton::None);
   EXPECT_EQ(opened.info.text.get(), "Force the use of Internet Protocol version 4 (IPv4)");

@@ -23,7 +23,7 @@ class MenuRun : public StartRun {
 
   // The menu with a tool behind the name of a window.
   template <int Number>
-  startup& openWith(const char* name) {
+  startup& openWith(WindowName name) {
     simulation.program().provide<Tool<Number>>(name);
     return open();
   }

@@ -74,7 +74,7 @@ TEST_F(PingTesterReport, StopSetsTheWindowBackAndEnablesNothing) {
   simulation.run(1700);
   EXPECT_EQ(opened.Command1.caption.get(), "Start");
   EXPECT_FALSE(opened.Timer1.enabled);
-  EXPECT_EQ(simulation.program().PingStop, 1);
+  EXPECT_EQ(simulation.program().shared<PingValues>().PingStop, 1);
   EXPECT_EQ(opened.mousePointer.get(), MousePointer::Default);
   EXPECT_FALSE(opened.playit.visible);
   EXPECT_FALSE(opened.playit.playing);
@@ -198,7 +198,7 @@ TEST_F(PingTesterReport, QuitInMidPassLeavesTheStopFlagAloneAndEndsTheProgramWit
   simulation.desktop.click(opened.Command1);
   clickAt(1500, opened.Command4);
   simulation.run(10000);
-  EXPECT_EQ(simulation.program().PingStop, 0);
+  EXPECT_EQ(simulation.program().shared<PingValues>().PingStop, 0);
   EXPECT_FALSE(opened.Timer1.enabled);
   EXPECT_TRUE(simulation.loop.gate().hasEnded());
   EXPECT_EQ(simulation.processes.starts.size(), 1U);

@@ -124,7 +124,7 @@ TEST_F(PingTester, StartSetsTheRunUpAndPlaysTheClip) {
   EXPECT_EQ(opened.packetloss[4].caption.get(), "0");
   EXPECT_EQ(opened.Timer1.interval.get(), 1000);
   EXPECT_TRUE(opened.Timer1.enabled);
-  EXPECT_EQ(simulation.program().PingStop, 0);
+  EXPECT_EQ(simulation.program().shared<PingValues>().PingStop, 0);
 }
 
 TEST_F(PingTester, TheFirstPassStartsOneSecondAfterTheClick) {

@@ -70,9 +70,10 @@ TEST_F(ResultFile, StandsBeforeItsMessageIsShown) {
 
 TEST_F(ResultFile, LeavesFolderAndNameInTheProgramsValuesAndNoStream) {
   save("near.example");
-  EXPECT_EQ(program.ResultFolder, kFolder);
-  EXPECT_EQ(program.ResultFile, kFolder + "\\Traceroute_ near.example_07Mar2026_0905.txt");
-  EXPECT_EQ(program.ResultStream, nullptr);
+  EXPECT_EQ(program.shared<ResultValues>().ResultFolder, kFolder);
+  EXPECT_EQ(program.shared<ResultValues>().ResultFile,
+            kFolder + "\\Traceroute_ near.example_07Mar2026_0905.txt");
+  EXPECT_EQ(program.shared<ResultValues>().ResultStream, nullptr);
 }
 
 TEST_F(ResultFile, TwoSavesOfOneMinuteLeaveOneFileWithTheSecondText) {
@@ -101,7 +102,7 @@ TEST_F(ResultFile, AnEmptyTextLeavesAnEmptyFile) {
 // --- The temporary folder ---
 
 TEST_F(ResultFile, GoesToTheTemporaryFolderWhenThatIsAskedFor) {
-  program.UseTempFolder = 1;
+  program.shared<ResultValues>().UseTempFolder = 1;
   save("near.example", "the text");
   EXPECT_EQ(simulation.files.folders, (std::vector<std::string>{"c:\\Temp", "c:\\Temp\\Veltrin"}));
   EXPECT_EQ(
@@ -112,14 +113,14 @@ TEST_F(ResultFile, GoesToTheTemporaryFolderWhenThatIsAskedFor) {
 }
 
 TEST_F(ResultFile, MakesNoTemporaryFolderForAnotherValue) {
-  program.UseTempFolder = 2;
+  program.shared<ResultValues>().UseTempFolder = 2;
   save("near.example");
   EXPECT_TRUE(simulation.files.folders.empty());
-  EXPECT_EQ(program.ResultFolder, kFolder);
+  EXPECT_EQ(program.shared<ResultValues>().ResultFolder, kFolder);
 }
 
 TEST_F(ResultFile, TellsOfTheFileWhenTheTemporaryFolderCannotBeMade) {
-  program.UseTempFolder = 1;
+  program.shared<ResultValues>().UseTempFolder = 1;
   simulation.files.refuseOpening = true;
   save("near.example");
   EXPECT_EQ(simulation.files.contents, Contents{});

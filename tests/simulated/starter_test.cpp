@@ -54,20 +54,20 @@ TEST_F(Starter, TakesTheHostNameAndTheLocalAddressFromItsSocket) {
   simulation.sockets.hostName = "KITCHEN";
   simulation.sockets.address = "198.51.100.20";
   start();
-  EXPECT_EQ(simulation.program().HostName, "KITCHEN");
-  EXPECT_EQ(simulation.program().LocalIp, "198.51.100.20");
+  EXPECT_EQ(simulation.program().start.HostName, "KITCHEN");
+  EXPECT_EQ(simulation.program().start.LocalIp, "198.51.100.20");
 }
 
 TEST_F(Starter, ReadsTheLocalAddressBehindTheLastWait) {
   simulation.loop.at(3000, [this] { simulation.sockets.address = "203.0.113.4"; });
   start();
-  EXPECT_EQ(simulation.program().LocalIp, "203.0.113.4");
+  EXPECT_EQ(simulation.program().start.LocalIp, "203.0.113.4");
 }
 
 TEST_F(Starter, ReadsTheBoardModelOfAnEarlierSummary) {
   settingsAre("[SysInfo]\r\nMB Model=Board 7\r\n");
   start();
-  EXPECT_EQ(simulation.program().BoardModel, "Board 7");
+  EXPECT_EQ(simulation.program().summary.MbModel, "Board 7");
 }
 
 TEST_F(Starter, TakesTheWaitsItTellsWhenNobodyAnswers) {
@@ -79,7 +79,7 @@ TEST_F(Starter, TakesTheWaitsItTellsWhenNobodyAnswers) {
 TEST_F(Starter, ReadsTheWindowsFolderBehindTheUpdateDialogue) {
   simulation.loop.at(2000, [this] { simulation.environment.variables["windir"] = "D:\\Win"; });
   start();
-  EXPECT_EQ(simulation.program().WinDir, "D:\\Win");
+  EXPECT_EQ(simulation.program().start.WinDir, "D:\\Win");
 }
 
 TEST_F(Starter, OpensTheMenuWhichTakesTheSplashAway) {
@@ -165,7 +165,7 @@ TEST_F(Starter, CollectsNoSummaryAtALaterStart) {
   settingsAre("[Settings]\r\nOS=something\r\n");
   start();
   EXPECT_EQ(collections, 0);
-  EXPECT_EQ(simulation.program().OsName, "something");
+  EXPECT_EQ(simulation.program().summary.OsName, "something");
 }
 
 TEST_F(Starter, WritesTheVersionWhenItDiffers) {
@@ -185,8 +185,8 @@ TEST_F(Starter, LeavesTheVersionAloneWhenItIsTheSame) {
 TEST_F(Starter, ProvesTheCounterServiceByTheIdleTimeOfTheFirstProcessor) {
   start();
   EXPECT_THAT(simulation.counters.paths, ElementsAre("\\\\MYPC\\Processor(0)\\% Idle Time"));
-  EXPECT_EQ(simulation.program().PdhQuery, 1);
-  EXPECT_EQ(simulation.program().PdhFailed, 0);
+  EXPECT_EQ(simulation.program().start.PdhQuery, 1);
+  EXPECT_EQ(simulation.program().start.PdhFailed, 0);
   EXPECT_THAT(simulation.desktop.messages, IsEmpty());
 }
 
@@ -196,7 +196,7 @@ TEST_F(Starter, TellsThatTheCounterServiceIsBrokenAndGoesOn) {
   ASSERT_EQ(simulation.desktop.messages.size(), 1U);
   EXPECT_EQ(simulation.desktop.messages[0].text, "Windows performance service disabled or broken!");
   EXPECT_EQ(simulation.desktop.messages[0].style, 65552);
-  EXPECT_EQ(simulation.program().PdhFailed, 1);
+  EXPECT_EQ(simulation.program().start.PdhFailed, 1);
   EXPECT_TRUE(menuIsOpen());
 }
 
@@ -217,8 +217,8 @@ TEST_F(Starter, AsksTheFirstPortAndBehindItsSilenceTheSecond) {
               ElementsAre("connect update.example 31112", "connect update.example 31113"));
   EXPECT_EQ(simulation.sockets.moments[0], 100);
   EXPECT_EQ(simulation.sockets.moments[1], 2600);
-  EXPECT_EQ(simulation.program().PublicIp, "");
-  EXPECT_EQ(simulation.program().UpdateWaiting, 1);
+  EXPECT_EQ(simulation.program().start.PublicIp, "");
+  EXPECT_EQ(simulation.program().start.UpdateWaiting, 1);
 }
 
 TEST_F(Starter, ListensOnceBeforeTheSecondPortWhenTheFirstRefused) {
@@ -234,8 +234,8 @@ TEST_F(Starter, ListensOnceBeforeTheSecondPortWhenTheFirstRefused) {
 TEST_F(Starter, TakesTheAddressBehindTheVersion) {
   answers(kFirstUpdatePort, {{1200, "1.03198.51.100.7"}});
   start();
-  EXPECT_EQ(simulation.program().PublicIp, "198.51.100.7");
-  EXPECT_EQ(simulation.program().UpdateWaiting, 0);
+  EXPECT_EQ(simulation.program().start.PublicIp, "198.51.100.7");
+  EXPECT_EQ(simulation.program().start.UpdateWaiting, 0);
   EXPECT_THAT(connections(), ElementsAre("connect update.example 31112"));
   EXPECT_THAT(simulation.desktop.messages, IsEmpty());
   EXPECT_EQ(now(), kToldWaits);
@@ -244,8 +244,8 @@ TEST_F(Starter, TakesTheAddressBehindTheVersion) {
 TEST_F(Starter, AnAnswerOfJustItsOwnVersionAsksNothingAndLeavesTheAddressEmpty) {
   answers(kFirstUpdatePort, {{50, "1.03"}});
   start();
-  EXPECT_EQ(simulation.program().PublicIp, "");
-  EXPECT_EQ(simulation.program().UpdateWaiting, 0);
+  EXPECT_EQ(simulation.program().start.PublicIp, "");
+  EXPECT_EQ(simulation.program().start.UpdateWaiting, 0);
   EXPECT_THAT(simulation.desktop.messages, IsEmpty());
 }
 
@@ -274,7 +274,7 @@ TEST_F(Starter, AnAnswerInTheSecondOfTheConnectingShortensTheWaitForIt) {
 TEST_F(Starter, TakesAnAnswerOfTheSecondPortInTheLastWait) {
   answers(kSecondUpdatePort, {{100, "1.03198.51.100.7"}});
   start();
-  EXPECT_EQ(simulation.program().PublicIp, "198.51.100.7");
+  EXPECT_EQ(simulation.program().start.PublicIp, "198.51.100.7");
   EXPECT_EQ(now(), 2600 + 100 + kVersionWait);
 }
 
@@ -289,21 +289,21 @@ TEST_F(Starter, AnAnswerOfDigitPointDigitNeverAsks) {
   answers(kFirstUpdatePort, {{50, "9.9"}});
   start();
   EXPECT_THAT(simulation.desktop.messages, IsEmpty());
-  EXPECT_EQ(simulation.program().PublicIp, "");
-  EXPECT_EQ(simulation.program().UpdateWaiting, 0);
+  EXPECT_EQ(simulation.program().start.PublicIp, "");
+  EXPECT_EQ(simulation.program().start.UpdateWaiting, 0);
 }
 
 TEST_F(Starter, AnAnswerShorterThanFourCharactersKeepsTheAddressItHad) {
-  simulation.program().PublicIp = "192.0.2.77";
+  simulation.program().start.PublicIp = "192.0.2.77";
   answers(kFirstUpdatePort, {{50, "1.0"}});
   start();
-  EXPECT_EQ(simulation.program().PublicIp, "192.0.2.77");
+  EXPECT_EQ(simulation.program().start.PublicIp, "192.0.2.77");
 }
 
 TEST_F(Starter, TriesTheSecondPortBehindXxxAndSilence) {
   answers(kFirstUpdatePort, {{50, "XXX"}});
   start();
-  EXPECT_EQ(simulation.program().UpdateWaiting, 1);
+  EXPECT_EQ(simulation.program().start.UpdateWaiting, 1);
   EXPECT_THAT(connections(),
               ElementsAre("connect update.example 31112", "connect update.example 31113"));
 }
@@ -311,20 +311,20 @@ TEST_F(Starter, TriesTheSecondPortBehindXxxAndSilence) {
 TEST_F(Starter, TakesAnAnswerBehindXxx) {
   answers(kFirstUpdatePort, {{50, "XXX"}, {400, "1.03198.51.100.7"}});
   start();
-  EXPECT_EQ(simulation.program().PublicIp, "198.51.100.7");
+  EXPECT_EQ(simulation.program().start.PublicIp, "198.51.100.7");
   EXPECT_THAT(connections(), ElementsAre("connect update.example 31112"));
 }
 
 TEST_F(Starter, TakesXxxInSmallLettersForAnAnswer) {
   answers(kFirstUpdatePort, {{50, "xxx"}});
   start();
-  EXPECT_EQ(simulation.program().UpdateWaiting, 0);
+  EXPECT_EQ(simulation.program().start.UpdateWaiting, 0);
 }
 
 TEST_F(Starter, GoesByTheFirstOfTwoPieces) {
   answers(kFirstUpdatePort, {{1200, "1.0"}, {1210, "3198.51.100.7"}});
   start();
-  EXPECT_EQ(simulation.program().PublicIp, "");
+  EXPECT_EQ(simulation.program().start.PublicIp, "");
   EXPECT_THAT(simulation.desktop.messages, IsEmpty());
   EXPECT_EQ(now(), kToldWaits);
 }
@@ -342,7 +342,7 @@ TEST_F(Starter, AnEndpointThatNeverStopsTalkingCostsNoMoreThanAnAnswer) {
 TEST_F(Starter, AMegabyteOfBytesIsNoUpdate) {
   answers(kFirstUpdatePort, {{1200, std::string(1'000'000, '\xF0')}});
   start();
-  EXPECT_EQ(simulation.program().PublicIp.size(), 1'000'000U - 4);
+  EXPECT_EQ(simulation.program().start.PublicIp.size(), 1'000'000U - 4);
   EXPECT_THAT(simulation.desktop.messages, IsEmpty());
   EXPECT_EQ(now(), kToldWaits);
 }

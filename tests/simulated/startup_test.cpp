@@ -58,28 +58,28 @@ TEST_F(Startup, ShowsTheStoredSpeedWithItsSeparatorsAndKeepsItWithout) {
   settingsAre("[Settings]\r\nRated Speed=1,500\r\n");
   open();
   EXPECT_EQ(menu->Combo1.text.get(), "1,500");
-  EXPECT_EQ(simulation.program().RatedSpeed, "1500");
+  EXPECT_EQ(simulation.program().menu.RatedSpeed, "1500");
 }
 
 TEST_F(Startup, TakesAStoredSpeedOfTwoDigitsForNone) {
   settingsAre("[Settings]\r\nRated Speed=64\r\n");
   open();
   EXPECT_EQ(menu->Combo1.text.get(), "0");
-  EXPECT_EQ(simulation.program().RatedSpeed, "");
+  EXPECT_EQ(simulation.program().menu.RatedSpeed, "");
 }
 
 TEST_F(Startup, KeepsAStoredSpeedOfThreeDigits) {
   settingsAre("[Settings]\r\nRated Speed=256\r\n");
   open();
   EXPECT_EQ(menu->Combo1.text.get(), "256");
-  EXPECT_EQ(simulation.program().RatedSpeed, "256");
+  EXPECT_EQ(simulation.program().menu.RatedSpeed, "256");
 }
 
 TEST_F(Startup, KeepsAStoredSpeedThatIsNoNumber) {
   settingsAre("[Settings]\r\nRated Speed=fast\r\n");
   open();
   EXPECT_EQ(menu->Combo1.text.get(), "fast");
-  EXPECT_EQ(simulation.program().RatedSpeed, "fast");
+  EXPECT_EQ(simulation.program().menu.RatedSpeed, "fast");
 }
 
 TEST_F(Startup, SpeaksEnglishAtEveryStart) {
@@ -92,45 +92,45 @@ TEST_F(Startup, SpeaksEnglishAtEveryStart) {
 }
 
 TEST_F(Startup, ShowsOneAddressWhenTheWorldSeesTheLocalOne) {
-  simulation.program().LocalIp = "192.0.2.20";
-  simulation.program().PublicIp = "192.0.2.20";
+  simulation.program().start.LocalIp = "192.0.2.20";
+  simulation.program().start.PublicIp = "192.0.2.20";
   open();
   EXPECT_EQ(menu->Label4.caption.get(), "Your IP - 192.0.2.20");
 }
 
 TEST_F(Startup, ShowsTheLocalAddressWhenNobodyToldAnother) {
-  simulation.program().LocalIp = "192.0.2.20";
+  simulation.program().start.LocalIp = "192.0.2.20";
   open();
   EXPECT_EQ(menu->Label4.caption.get(), "Your IP - 192.0.2.20");
 }
 
 TEST_F(Startup, ShowsBothAddressesWhenTheyDiffer) {
-  simulation.program().LocalIp = "192.0.2.20";
-  simulation.program().PublicIp = "198.51.100.7";
+  simulation.program().start.LocalIp = "192.0.2.20";
+  simulation.program().start.PublicIp = "198.51.100.7";
   open();
   EXPECT_EQ(menu->Label4.caption.get(), "Your IP - 198.51.100.7\r\nLocal - 192.0.2.20");
 }
 
 TEST_F(Startup, DisablesTheMtuButtonOnWindows7) {
   settingsAre("[Settings]\r\nOS=Microsoft WINDOWS 7 Home Premium\r\n");
-  openWith<7>("mtutest");
+  openWith<7>(WindowName::mtutest);
   EXPECT_FALSE(menu->Command7.enabled);
-  EXPECT_EQ(simulation.program().PostVistaOs, 1);
+  EXPECT_EQ(simulation.program().menu.PostVistaOs, 1);
 }
 
 TEST_F(Startup, DisablesTheMtuButtonOnVista) {
   settingsAre("[Settings]\r\nOS=Windows vista\r\n");
-  openWith<7>("mtutest");
+  openWith<7>(WindowName::mtutest);
   EXPECT_FALSE(menu->Command7.enabled);
-  EXPECT_EQ(simulation.program().PostVistaOs, 1);
+  EXPECT_EQ(simulation.program().menu.PostVistaOs, 1);
 }
 
 TEST_F(Startup, LetsTheMtuBeSetOnOtherSystems) {
   settingsAre("[Settings]\r\nOS=00000-00000-00000-AA\r\n");
-  simulation.program().PostVistaOs = 1;
-  openWith<7>("mtutest");
+  simulation.program().menu.PostVistaOs = 1;
+  openWith<7>(WindowName::mtutest);
   EXPECT_TRUE(menu->Command7.enabled);
-  EXPECT_EQ(simulation.program().PostVistaOs, 0);
+  EXPECT_EQ(simulation.program().menu.PostVistaOs, 0);
 }
 
 TEST_F(Startup, SetsItsToolTips) {
@@ -180,11 +180,11 @@ TEST_F(Startup, ASecondCopyWritesNoLanguage) {
 
 TEST_F(Startup, ShowsTheToolsThatDoNotBlockIt) {
   Program& program = simulation.program();
-  program.provide<Tool<1>>("trace");
-  program.provide<Tool<2>>("indepth");
-  program.provide<Tool<4>>("pingtester");
-  program.provide<Tool<10>>("frmNetwork");
-  program.provide<Tool<12>>("frmIP");
+  program.provide<Tool<1>>(WindowName::trace);
+  program.provide<Tool<2>>(WindowName::indepth);
+  program.provide<Tool<4>>(WindowName::pingtester);
+  program.provide<Tool<10>>(WindowName::frmNetwork);
+  program.provide<Tool<12>>(WindowName::frmIP);
   open();
   simulation.desktop.click(menu->Command1);
   simulation.desktop.click(menu->Command2);
@@ -200,7 +200,7 @@ TEST_F(Startup, ShowsTheToolsThatDoNotBlockIt) {
 }
 
 TEST_F(Startup, ShowsTheStabilityTestModally) {
-  openWith<9>("Stability");
+  openWith<9>(WindowName::Stability);
   bool blocked = false;
   simulation.loop.after(100, [&] { blocked = !simulation.desktop.takesInput(*menu); });
   closeFrontAfter(200);
@@ -210,7 +210,7 @@ TEST_F(Startup, ShowsTheStabilityTestModally) {
 }
 
 TEST_F(Startup, ShowsTheMtuWindowModally) {
-  openWith<7>("mtutest");
+  openWith<7>(WindowName::mtutest);
   bool blocked = false;
   simulation.loop.after(100, [&] { blocked = !simulation.desktop.takesInput(*menu); });
   closeFrontAfter(200);
@@ -219,7 +219,7 @@ TEST_F(Startup, ShowsTheMtuWindowModally) {
 }
 
 TEST_F(Startup, ShowsTheDownloadTestModally) {
-  openWith<3>("testdl");
+  openWith<3>(WindowName::testdl);
   bool blocked = false;
   simulation.loop.after(100, [&] { blocked = !simulation.desktop.takesInput(*menu); });
   closeFrontAfter(200);
@@ -228,7 +228,7 @@ TEST_F(Startup, ShowsTheDownloadTestModally) {
 }
 
 TEST_F(Startup, HidesWhileTheOutageMonitorIsOpenAndComesBack) {
-  openWith<8>("MonOut");
+  openWith<8>(WindowName::MonOut);
   std::vector<std::string> meanwhile;
   simulation.loop.after(100, [&] {
     for (const Form* form : simulation.desktop.shown) meanwhile.push_back(form->name());
@@ -240,13 +240,13 @@ TEST_F(Startup, HidesWhileTheOutageMonitorIsOpenAndComesBack) {
 }
 
 TEST_F(Startup, DisablesTheButtonsWhoseToolsAreNotThere) {
-  const auto hasTool = [this](const char* name) { return simulation.program().tools.has(name); };
+  const auto hasTool = [this](WindowName name) { return simulation.program().tools.has(name); };
   open();
-  EXPECT_EQ(menu->Command8.enabled.get(), hasTool("MonOut"));
-  EXPECT_EQ(menu->Command9.enabled.get(), hasTool("Stability"));
-  EXPECT_EQ(menu->Command10.enabled.get(), hasTool("frmNetwork"));
-  EXPECT_EQ(menu->Command12.enabled.get(), hasTool("frmIP"));
-  EXPECT_EQ(menu->Image3.enabled.get(), hasTool("testdl"));
+  EXPECT_EQ(menu->Command8.enabled.get(), hasTool(WindowName::MonOut));
+  EXPECT_EQ(menu->Command9.enabled.get(), hasTool(WindowName::Stability));
+  EXPECT_EQ(menu->Command10.enabled.get(), hasTool(WindowName::frmNetwork));
+  EXPECT_EQ(menu->Command12.enabled.get(), hasTool(WindowName::frmIP));
+  EXPECT_EQ(menu->Image3.enabled.get(), hasTool(WindowName::testdl));
   EXPECT_TRUE(menu->Command4.enabled);
 }
 
@@ -334,7 +334,7 @@ TEST_F(Startup, ClosedByItsFrameItStoresTheSpeedToo) {
 // --- The end of the program ---
 
 TEST_F(Startup, ToolsStayWhenTheMenuCloses) {
-  openWith<4>("pingtester");
+  openWith<4>(WindowName::pingtester);
   simulation.desktop.click(menu->Command4);
   simulation.desktop.click(menu->Command3);
   EXPECT_TRUE(isOpen<4>());
@@ -342,7 +342,7 @@ TEST_F(Startup, ToolsStayWhenTheMenuCloses) {
 }
 
 TEST_F(Startup, TheLastToolEndsTheProgram) {
-  openWith<4>("pingtester");
+  openWith<4>(WindowName::pingtester);
   simulation.desktop.click(menu->Command4);
   simulation.desktop.click(menu->Command3);
   simulation.desktop.closeWindow(*simulation.desktop.shown.back());

@@ -89,10 +89,10 @@ TEST_F(FullSummary, DoesNotLookIntoTheOtherFolder) {
 }
 
 TEST_F(FullSummary, ReadsTheWindowsFolderAnew) {
-  program.WinDir = "X:\\Old";
+  program.start.WinDir = "X:\\Old";
   simulation.environment.variables = {{"WinDir", "D:\\Win"}};
   form->SysInfo("1");
-  EXPECT_EQ(program.WinDir, "D:\\Win");
+  EXPECT_EQ(program.start.WinDir, "D:\\Win");
   EXPECT_THAT(commandLines(), ElementsAre("D:\\Win\\System32\\Systeminfo.exe"));
 }
 
@@ -146,7 +146,7 @@ TEST_F(FullSummary, NeverWritesTheIdentifier) {
   program.writeSetting("Settings", "OS", "known");
   EXPECT_EQ(settingsAfter(printed(desktop(12, 0))),
             "[Settings]\r\nOS=known\r\n" + std::string(kSettingsOfTheMachine));
-  EXPECT_EQ(program.OsName, "12345-678-9012345-67");
+  EXPECT_EQ(program.summary.OsName, "12345-678-9012345-67");
 }
 
 TEST_F(FullSummary, WithoutCardsWritesNoneOfTheirKeys) {

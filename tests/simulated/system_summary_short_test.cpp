@@ -53,10 +53,10 @@ TEST_F(ShortSummary, LooksForTheToolItselfAndNotForItsFolder) {
 }
 
 TEST_F(ShortSummary, ReadsTheWindowsFolderAnew) {
-  program.WinDir = "X:\\Old";
+  program.start.WinDir = "X:\\Old";
   simulation.environment.variables["windir"] = "D:\\Win";
   form->getinfo();
-  EXPECT_EQ(program.WinDir, "D:\\Win");
+  EXPECT_EQ(program.start.WinDir, "D:\\Win");
   EXPECT_THAT(commandLines(), ElementsAre("D:\\Win\\System32\\Systeminfo.exe"));
 }
 
@@ -96,8 +96,8 @@ TEST_F(ShortSummary, WritesEachKeyOnce) {
 TEST_F(ShortSummary, FillsTheSummaryOfTheProgram) {
   prints(printed(machine()));
   form->getinfo();
-  EXPECT_EQ(program.OsName, "12345-678-9012345-67");
-  EXPECT_EQ(program.BoardModel, "Board 7");
+  EXPECT_EQ(program.summary.OsName, "12345-678-9012345-67");
+  EXPECT_EQ(program.summary.MbModel, "Board 7");
   EXPECT_EQ(summary.TotalRam, "3,957");
 }
 

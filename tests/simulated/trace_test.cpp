@@ -124,7 +124,7 @@ TEST_F(Trace, HasNoTipsInDutch) {
 }
 
 TEST_F(Trace, IsOpenedByItsName) {
-  simulation.program().tools.show("trace");
+  simulation.program().tools.show(WindowName::trace);
   EXPECT_TRUE(simulation.program().isLoaded<trace>());
 }
 

@@ -34,7 +34,8 @@ TEST(DueTimeAfter, ATimeBelowZeroIsAPositiveNumberWhichHasPassed) { expectHalves
 
 TEST(DueTimeAfter, BothHalvesTogetherAreTheNegatedTimeInUnits) {
   for (const std::int32_t milliSeconds :
-       {0, 1, 2, 999, 214'748, 214'749, 429'496, 429'497, 858'994, 86'400'000, INT32_MAX, -1}) {
+       {0, 1, 2, 999, 214'748, 214'749, 429'496, 429'497, 858'994, 86'400'000, INT32_MAX, -1,
+        -214'749, -429'497, -86'400'000, INT32_MIN}) {
     EXPECT_EQ(dueTimeAfter(milliSeconds).units(), std::int64_t{-10'000} * milliSeconds);
   }
 }

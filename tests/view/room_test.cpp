@@ -79,8 +79,8 @@ TEST_F(Room, Splash) {
 }
 
 TEST_F(Room, MenuWithTheLongestAddresses) {
-  program.LocalIp = "fd00:1234:5678:9abc:def0:1234:5678:9abc";
-  program.PublicIp = "2001:db8:85a3:8d3:1319:8a2e:370:7348";
+  program.start.LocalIp = "fd00:1234:5678:9abc:def0:1234:5678:9abc";
+  program.start.PublicIp = "2001:db8:85a3:8d3:1319:8a2e:370:7348";
   shown<startup>();
 
   EXPECT_THAT(cut(), IsEmpty());

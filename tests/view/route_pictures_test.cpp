@@ -148,7 +148,7 @@ TEST_F(RoutePictures, InDepthComplete) {
 }
 
 TEST_F(RoutePictures, InDepthOnALaterSystem) {
-  program.PostVistaOs = 1;
+  program.menu.PostVistaOs = 1;
   shown<indepth>();
   photograph("indepth-later");
 }

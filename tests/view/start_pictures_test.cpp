@@ -11,18 +11,22 @@ class StartPictures : public Pictures {
  protected:
   // The tools that the program is to have one day.
   void provideAllTools() {
-    for (const char* name : {"pingtester", "trace", "indepth", "Stability", "MonOut", "mtutest",
-                             "frmNetwork", "frmIP", "testdl", "frmSysInfo"}) {
+    for (const WindowName name :
+         {WindowName::pingtester, WindowName::trace, WindowName::indepth, WindowName::Stability,
+          WindowName::MonOut, WindowName::mtutest, WindowName::frmNetwork, WindowName::frmIP,
+          WindowName::testdl, WindowName::frmSysInfo}) {
       program.tools.enter(name, {});
     }
   }
 
   void provideToolsOfToday() {
-    for (const char* name : {"pingtester", "trace", "indepth"}) program.tools.enter(name, {});
+    for (const WindowName name : {WindowName::pingtester, WindowName::trace, WindowName::indepth}) {
+      program.tools.enter(name, {});
+    }
   }
 
   std::shared_ptr<startup> menu() {
-    program.LocalIp = "192.168.178.24";
+    program.start.LocalIp = "192.168.178.24";
     profiles.write("Settings", "Rated Speed", "50,000", program.settingsFile);
     return shown<startup>();
   }
@@ -52,14 +56,14 @@ TEST_F(StartPictures, Menu) {
 
 TEST_F(StartPictures, MenuWithAllTools) {
   provideAllTools();
-  program.PublicIp = "203.0.113.201";
+  program.start.PublicIp = "203.0.113.201";
   menu();
   photograph("startup-all");
 }
 
 TEST_F(StartPictures, MenuWithTheLongestAddresses) {
   provideToolsOfToday();
-  program.PublicIp = "2001:db8:85a3:8d3:1319:8a2e:370:7348";
+  program.start.PublicIp = "2001:db8:85a3:8d3:1319:8a2e:370:7348";
   menu();
   photograph("startup-long");
 }

@@ -17,9 +17,9 @@ using testing::SizeIs;
 class StartWindows : public ViewTest {
  protected:
   // Enters a tool that logs that it was opened.
-  void provide(const std::string& name) {
-    program.tools.enter(name, {[this, name] { log.push_back("show " + name); },
-                               [this, name] { log.push_back("show modally " + name); }});
+  void provide(WindowName name) {
+    program.tools.enter(name, {[this, name] { log.push_back("show " + nameOf(name)); },
+                               [this, name] { log.push_back("show modally " + nameOf(name)); }});
   }
 
   std::shared_ptr<startup> menu() { return shown<startup>(); }
@@ -67,7 +67,7 @@ TEST_F(StartWindows, TheSplashKeepsItsSizeWhenTheNewestVersionComes) {
 }
 
 TEST_F(StartWindows, AClickOnAToolOpensIt) {
-  provide("trace");
+  provide(WindowName::trace);
   menu();
 
   atRest([&] { clickAt(widget("Command1")); });
@@ -76,8 +76,8 @@ TEST_F(StartWindows, AClickOnAToolOpensIt) {
 }
 
 TEST_F(StartWindows, EnterOpensTheToolThatHasTheKeyboard) {
-  provide("pingtester");
-  provide("indepth");
+  provide(WindowName::pingtester);
+  provide(WindowName::indepth);
   menu();
   widget("Command2")->setFocus();
 
@@ -96,7 +96,7 @@ TEST_F(StartWindows, AToolToComeCannotBePressed) {
 }
 
 TEST_F(StartWindows, AClickOnThePictureOpensTheDownloadTest) {
-  provide("testdl");
+  provide(WindowName::testdl);
   menu();
 
   atRest([&] { clickAt(widget("Image3")); });
@@ -166,8 +166,8 @@ TEST_F(StartWindows, BesideTheGripThePointerIsTheUsualOne) {
 }
 
 TEST_F(StartWindows, TheAddressesStandOnTwoLines) {
-  program.LocalIp = "192.168.178.24";
-  program.PublicIp = "203.0.113.201";
+  program.start.LocalIp = "192.168.178.24";
+  program.start.PublicIp = "203.0.113.201";
   menu();
 
   EXPECT_EQ(widget<QLabel>("Label4")->text(), "Your IP - 203.0.113.201\nLocal - 192.168.178.24");
@@ -200,7 +200,7 @@ class AboutTest : public StartWindows {
  protected:
   void SetUp() override {
     StartWindows::SetUp();
-    provide("frmSysInfo");
+    provide(WindowName::frmSysInfo);
     menu();
     about = shown<About>();
   }

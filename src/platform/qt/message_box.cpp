@@ -71,6 +71,9 @@ MessageBox::MessageBox(const std::string& text, int style, const std::string& ti
   box_->layout()->setContentsMargins(leftMargin(*box_), kMargin, kMargin, kMargin);
   place(*box_, front);
   box_->show();
+  if ((style & kMessageToForeground) == 0) return;
+  box_->raise();
+  box_->activateWindow();
 }
 
 MessageBox::~MessageBox() { delete box_.data(); }
