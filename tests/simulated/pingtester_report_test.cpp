@@ -1,4 +1,7 @@
 // The Ping Test: failures, Stop and Start, the report, and Quit.
+#include <algorithm>
+#include <sstream>
+
 #include "simulated/pingtester_run.h"
 
 namespace veltrin {
@@ -156,6 +159,49 @@ TEST_F(PingTesterReport, CopyPutsTheReportOnTheClipboardAndSaysSo) {
             "Your information is now copied. You can either paste it in a document or an email."
             "\r\n\r\nOpen the document/email and right click in the text area, then select PASTE."
             "\r\n \r\n");
+}
+
+// The samples of the first row in the report, line by line, when their numbers are 1 to
+// `count`.
+std::vector<std::string> sampleLines(pingtester& opened, int count) {
+  opened.buff[0].clear();
+  for (int sample = 1; sample <= count; ++sample) opened.buff[0].add(std::to_string(sample));
+  opened.gather();
+  std::vector<std::string> lines;
+  std::istringstream report(opened.data1.text.get());
+  for (std::string line; std::getline(report, line);) lines.push_back(line);
+  constexpr std::size_t kHead = 3;  // the title, an empty line, the first row's figures
+  const auto end = std::find(lines.begin() + kHead, lines.end(), "\r");
+  return {lines.begin() + kHead, end};
+}
+
+std::string samples(int first, int last) {
+  std::string line;
+  for (int sample = first; sample <= last; ++sample) line += std::to_string(sample) + " | ";
+  return line + "\r";
+}
+
+TEST_F(PingTesterReport, TwentySamplesStandOnOneLine) {
+  pingtester& opened = open();
+  EXPECT_EQ(sampleLines(opened, 1), (std::vector<std::string>{samples(1, 1)}));
+  EXPECT_EQ(sampleLines(opened, 19), (std::vector<std::string>{samples(1, 19)}));
+  EXPECT_EQ(sampleLines(opened, 20), (std::vector<std::string>{samples(1, 20)}));
+}
+
+TEST_F(PingTesterReport, TheTwentyFirstSampleBeginsASecondLine) {
+  EXPECT_EQ(sampleLines(open(), 21), (std::vector<std::string>{samples(1, 20), samples(21, 21)}));
+}
+
+TEST_F(PingTesterReport, AHundredSamplesAreFiveLines) {
+  EXPECT_EQ(sampleLines(open(), 100),
+            (std::vector<std::string>{samples(1, 20), samples(21, 40), samples(41, 60),
+                                      samples(61, 80), samples(81, 100)}));
+}
+
+TEST_F(PingTesterReport, SamplesBeyondAHundredStandOnTheFifthLine) {
+  EXPECT_EQ(sampleLines(open(), 130),
+            (std::vector<std::string>{samples(1, 20), samples(21, 40), samples(41, 60),
+                                      samples(61, 80), samples(81, 130)}));
 }
 
 TEST_F(PingTesterReport, CopyThenSaveHoldTheSameText) {

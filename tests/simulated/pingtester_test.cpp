@@ -25,7 +25,9 @@ TEST_F(PingTester, ShowsItsDefaultsWhenNothingIsRemembered) {
   EXPECT_FALSE(opened.PingChart.visible);
   EXPECT_FALSE(opened.playit.visible);
   EXPECT_FALSE(opened.data1.visible);
-  EXPECT_FALSE(opened.buff[0].visible);
+  for (const ListBox& samples : opened.buff) EXPECT_FALSE(samples.visible);
+  EXPECT_TRUE(opened.Text1.visible);
+  EXPECT_TRUE(opened.Text2.visible);
   EXPECT_EQ(opened.Timer1.interval.get(), 0);
 }
 

@@ -143,6 +143,22 @@ TEST_F(ResultFile, AFullDiskIsNotReported) {
             "File created is " + kFolder + "\\Traceroute_ near.example_07Mar2026_0905.txt");
 }
 
+TEST_F(ResultFile, ATextThatCannotBeWrittenIsNotReportedAndItsFileIsClosed) {
+  simulation.files.refuseText = true;
+  save("near.example");
+  EXPECT_EQ(simulation.files.closings, 1);
+  EXPECT_EQ(program.shared<ResultValues>().ResultStream, nullptr);
+  ASSERT_EQ(simulation.desktop.messages.size(), 1U);
+}
+
+TEST_F(ResultFile, AFullDiskLeavesTheFileOfTheSaveBefore) {
+  save("near.example", "first");
+  simulation.files.refuseWriting = true;
+  save("near.example", "second");
+  EXPECT_EQ(simulation.files.contents,
+            (Contents{{kFolder + "\\Traceroute_ near.example_07Mar2026_0905.txt", "first"}}));
+}
+
 TEST_F(ResultFile, AFailedSaveWritesNothingToTheFileOfTheSaveBefore) {
   save("near.example", "first");
   simulation.files.refuseOpening = true;

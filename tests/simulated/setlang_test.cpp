@@ -45,6 +45,12 @@ TEST_F(SetLang, EnglishChangesTheTextsRemembersItAndCloses) {
   EXPECT_FALSE(program.isLoaded<setlang>());
 }
 
+TEST_F(SetLang, TheTextsChangeBeforeTheSettingAndTheWindowGoesLast) {
+  simulation.keepJournal();
+  simulation.desktop.click(window->Command2);
+  EXPECT_EQ(simulation.journal, (Journal{"write Settings/Lang=4", "remove setlang"}));
+}
+
 TEST_F(SetLang, LanguagesToComeDoNothing) {
   for (CommandButton* button :
        {&window->Command3, &window->Command4, &window->Command5, &window->Command6}) {

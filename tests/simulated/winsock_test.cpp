@@ -85,6 +85,33 @@ TEST_F(WinsockControl, TellsOfWhatArrivesDuringItsRoutineBehindIt) {
   EXPECT_THAT(order, ElementsAre("begin first", "end", "begin second", "end"));
 }
 
+TEST_F(WinsockControl, TellsOfLaterArrivalsBehindARoutineThatFailed) {
+  socket().DataArrival = [&] {
+    told.push_back(socket().GetData());
+    if (told.size() == 1) throw StatementFailed("The first one fails");
+  };
+  connect();
+  wire().comeData("first");
+  simulation.loop.DoEvents();
+  wire().comeData("second");
+  simulation.loop.DoEvents();
+  EXPECT_THAT(told, ElementsAre("first", "second"));
+  EXPECT_EQ(simulation.loop.gate().escapedFailures(), 1);
+}
+
+TEST_F(WinsockControl, TellsOfWhatArrivedDuringARoutineThatFailedBehindIt) {
+  socket().DataArrival = [&] {
+    told.push_back(socket().GetData());
+    if (told.size() > 1) return;
+    wire().comeData("second");
+    throw StatementFailed("The first one fails");
+  };
+  connect();
+  wire().comeData("first");
+  simulation.loop.DoEvents();
+  EXPECT_THAT(told, ElementsAre("first", "second"));
+}
+
 TEST_F(WinsockControl, ForgetsWhatArrivedBeforeItWasClosed) {
   connect();
   wire().comeData("late");

@@ -12,13 +12,18 @@ constexpr std::uint32_t kFirstWindow = 2;
 }  // namespace
 
 void SimulatedDesktop::show(Form& form) {
+  note("show " + form.name());
   std::erase(shown, &form);
   shown.push_back(&form);
 }
 
-void SimulatedDesktop::hide(Form& form) { std::erase(shown, &form); }
+void SimulatedDesktop::hide(Form& form) {
+  note("hide " + form.name());
+  std::erase(shown, &form);
+}
 
 void SimulatedDesktop::remove(Form& form) {
+  note("remove " + form.name());
   std::erase(shown, &form);
   std::erase(modal_, &form);
   topmost.erase(&form);
@@ -29,6 +34,7 @@ void SimulatedDesktop::remove(Form& form) {
 void SimulatedDesktop::makeModal(Form& form) { modal_.push_back(&form); }
 
 int SimulatedDesktop::messageBox(const std::string& text, int style, const std::string& title) {
+  note("message " + text);
   messages.push_back({loop_.milliseconds(), text, style, title.empty() ? title_ : title});
   Answer answer = habit;
   if (!answers.empty()) {

@@ -16,11 +16,12 @@
 #include "forms/menu_entry.h"
 #include "forms/text_box.h"
 #include "platform/desktop.h"
+#include "support/journal.h"
 #include "support/simulated_loop.h"
 
 namespace veltrin {
 
-class SimulatedDesktop : public Desktop {
+class SimulatedDesktop : public Desktop, public Journalled {
  public:
   explicit SimulatedDesktop(SimulatedLoop& loop) : loop_(loop) {}
 
@@ -29,10 +30,19 @@ class SimulatedDesktop : public Desktop {
   void remove(Form& form) override;
   void makeModal(Form& form) override;
   int messageBox(const std::string& text, int style, const std::string& title) override;
-  void clearClipboard() override { clipboard.clear(); }
-  void setClipboardText(const std::string& text) override { clipboard += text; }
+  void clearClipboard() override {
+    note("clear clipboard");
+    clipboard.clear();
+  }
+  void setClipboardText(const std::string& text) override {
+    note("copy");
+    clipboard += text;
+  }
   std::string applicationTitle() const override { return title_; }
-  void setApplicationTitle(const std::string& title) override { title_ = title; }
+  void setApplicationTitle(const std::string& title) override {
+    note("application title " + title);
+    title_ = title;
+  }
   std::uint32_t findWindow(const std::string& title) override;
   void setMenuBackground(Form& form, Colour colour) override { menuColours[&form] = colour; }
   void setTopmost(Form& form, bool above) override;

@@ -8,7 +8,8 @@
 namespace veltrin {
 namespace {
 
-constexpr std::int64_t kNanoseconds = 1'000'000;  // in a millisecond
+constexpr std::int64_t kNanoseconds = 1'000'000;       // in a millisecond
+constexpr std::int64_t kUnitsPerMillisecond = 10'000;  // of due times
 
 }  // namespace
 
@@ -48,6 +49,7 @@ SimulatedLoop::Handle SimulatedLoop::create(const std::string& name, std::uint32
 }
 
 void SimulatedLoop::set(Handle timer, DueTime due) {
+  if (due.units() != -1) note("wait " + std::to_string(-due.units() / kUnitsPerMillisecond));
   log("set " + std::to_string(due.low) + " " + std::to_string(due.high));
   named_.set(timer, due);
 }

@@ -10,12 +10,13 @@
 #include "platform/event_loop.h"
 #include "platform/portable/named_timers.h"
 #include "platform/waitable_timers.h"
+#include "support/journal.h"
 
 namespace veltrin {
 
 // A virtual clock with scripted events. Every run is the same: what falls due at
 // one moment comes in the order in which it was scripted, timers behind it.
-class SimulatedLoop : public EventLoop, public WaitableTimers {
+class SimulatedLoop : public EventLoop, public WaitableTimers, public Journalled {
  public:
   SimulatedLoop();
 

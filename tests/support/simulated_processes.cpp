@@ -15,6 +15,7 @@ bool SimulatedProcesses::CreatePipe(Handle& readEnd, Handle& writeEnd) {
 
 int SimulatedProcesses::CreateProcess(const std::string& commandLine, Handle writeEnd,
                                       ProcessInformation& started) {
+  note("run " + commandLine);
   starts.push_back({loop_.milliseconds(), commandLine});
   auto writes = tool ? tool(commandLine) : std::nullopt;
   if (!writes) return 0;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/processes.h"
+#include "support/journal.h"
 #include "support/simulated_loop.h"
 
 namespace veltrin {
@@ -22,7 +23,7 @@ struct ToolWrite {
   std::string text;
 };
 
-class SimulatedProcesses : public Processes {
+class SimulatedProcesses : public Processes, public Journalled {
  public:
   explicit SimulatedProcesses(SimulatedLoop& loop) : loop_(loop) {}
 

@@ -12,22 +12,40 @@
 namespace veltrin {
 namespace {
 
+constexpr int kBadFileMode = 54;
+
+// Replaces its file when it is closed, as the real one does.
 class SimulatedStream : public TextStream {
  public:
-  SimulatedStream(SimulatedFiles& files, std::string path)
-      : files_(files), path_(std::move(path)) {}
+  SimulatedStream(SimulatedFiles& files, std::string path, std::string content)
+      : files_(files), path_(std::move(path)), content_(std::move(content)) {}
+  ~SimulatedStream() override {
+    skip([this] { finish(); });
+  }
+  SimulatedStream(const SimulatedStream&) = delete;
+  SimulatedStream& operator=(const SimulatedStream&) = delete;
 
   void Write(const std::string& text) override {
-    if (files_.refuseWriting) throw StatementFailed("Disk full", kDiskFull);
-    text_ += text;
+    if (closed_ || files_.refuseText) throw StatementFailed("Bad file mode", kBadFileMode);
+    content_ += text;
   }
 
-  void Close() override { files_.contents[path_] = text_; }
+  void Close() override {
+    ++files_.closings;
+    finish();
+  }
 
  private:
+  void finish() {
+    if (closed_) return;
+    closed_ = true;
+    files_.replace(path_, content_);
+  }
+
   SimulatedFiles& files_;
   std::string path_;
-  std::string text_;
+  std::string content_;
+  bool closed_ = false;
 };
 
 std::string keyPath(const std::string& path) { return LCase(path); }
@@ -44,10 +62,22 @@ void SimulatedFiles::CreateFolder(const std::string& path) {
 }
 
 std::unique_ptr<TextStream> SimulatedFiles::OpenTextFile(const std::string& folder,
-                                                         const std::string& name, FileMode, bool) {
+                                                         const std::string& name, FileMode mode,
+                                                         bool create) {
   requireFileName(folder, name);
+  if (mode == FileMode::Reading) throw StatementFailed("Bad file mode", kBadFileMode);
   if (refuseOpening) throw StatementFailed("Permission denied", kPermissionDenied);
-  return std::make_unique<SimulatedStream>(*this, folder + name);
+  const std::string path = folder + name;
+  const bool exists = contents.count(path) != 0;
+  if (!exists && !create) throw StatementFailed("File not found", kFileNotFound);
+  if (!exists) replace(path, {});
+  return std::make_unique<SimulatedStream>(*this, path,
+                                           mode == FileMode::Appending ? contents[path] : "");
+}
+
+void SimulatedFiles::replace(const std::string& path, const std::string& content) {
+  if (refuseWriting) throw StatementFailed("Disk full", kDiskFull);
+  contents[path] = content;
 }
 
 std::string SimulatedProfiles::read(const std::optional<std::string>& section,
@@ -55,6 +85,7 @@ std::string SimulatedProfiles::read(const std::optional<std::string>& section,
                                     const std::string& fallback, std::size_t size,
                                     const std::string& path) {
   ++reads;
+  note("read " + section.value_or("*") + "/" + key.value_or("*"));
   const ProfileText profile(contents[path]);
   if (!section) return {};
   if (!key) {
@@ -69,6 +100,7 @@ std::string SimulatedProfiles::read(const std::optional<std::string>& section,
 bool SimulatedProfiles::write(const std::string& section, const std::optional<std::string>& key,
                               const std::optional<std::string>& value, const std::string& path) {
   ++writes;
+  note("write " + section + "/" + key.value_or("*") + "=" + value.value_or("*"));
   if (refuseWriting) return false;
   ProfileText profile(contents[path]);
   if (!key) {
@@ -94,6 +126,7 @@ std::int32_t SimulatedRegistry::open(std::uint32_t hive, const std::string& path
 
 std::int32_t SimulatedRegistry::query(Key key, const std::string& name, std::uint32_t& type,
                                       std::uint32_t& size, char* data) {
+  note("registry " + name);
   const auto& values = *reinterpret_cast<Values*>(key);
   const auto found = values.find(name);
   if (found == values.end()) return kRegistryNotFound;

@@ -12,17 +12,23 @@
 #include "platform/files.h"
 #include "platform/profile_store.h"
 #include "platform/registry.h"
+#include "support/journal.h"
 #include "support/simulated_loop.h"
 
 namespace veltrin {
 
-class SimulatedFiles : public Files {
+class SimulatedFiles : public Files, public Journalled {
  public:
   std::map<std::string, std::string> contents;  // by full path
   std::vector<std::string> folders;             // made by CreateFolder
   std::vector<std::string> others;              // what else exists, by full path
   bool refuseOpening = false;                   // the folder is not writable
   bool refuseWriting = false;                   // the disk is full
+  bool refuseText = false;                      // an open file takes no text
+  int closings = 0;                             // of files, by their Close
+
+  // Stores the whole content of a file. Throws StatementFailed on a full disk.
+  void replace(const std::string& path, const std::string& content);
 
   std::string programFolder() const override { return "C:\\Program Files\\Veltrin"; }
   std::string native(const std::string& path) const override { return path; }
@@ -33,7 +39,7 @@ class SimulatedFiles : public Files {
 };
 
 // Profile files as the portable engine reads and writes them.
-class SimulatedProfiles : public ProfileStore {
+class SimulatedProfiles : public ProfileStore, public Journalled {
  public:
   std::map<std::string, std::string> contents;  // by full path
   bool refuseWriting = false;
@@ -46,7 +52,7 @@ class SimulatedProfiles : public ProfileStore {
              const std::optional<std::string>& value, const std::string& path) override;
 };
 
-class SimulatedRegistry : public Registry {
+class SimulatedRegistry : public Registry, public Journalled {
  public:
   struct Value {
     std::uint32_t type = 0;

@@ -15,16 +15,19 @@ constexpr std::int32_t kInvalidHandle = static_cast<std::int32_t>(0xC0000BBC);  
 
 bool SimulatedShell::execute(const std::string& verb, const std::string& file,
                              const std::string& parameters, const std::string& folder, int show) {
+  note("execute " + file);
   executions.push_back({verb, file, parameters, folder, show});
   return !refuse;
 }
 
 void SimulatedShell::run(const std::string& commandLine, int show) {
+  note("run " + commandLine);
   runs.push_back({commandLine, show});
   if (refuse) throw StatementFailed("File not found", kFileNotFound);
 }
 
 std::string SimulatedEnvironment::variable(const std::string& name) const {
+  note("variable " + name);
   for (const auto& [key, value] : variables) {
     if (equalIgnoringCase(key, name)) return value;
   }
@@ -32,12 +35,14 @@ std::string SimulatedEnvironment::variable(const std::string& name) const {
 }
 
 std::int32_t SimulatedCounters::PdhOpenQuery(Query& query) {
+  note("open counters");
   if (openStatus == 0) query = 1;
   return openStatus;
 }
 
 std::int32_t SimulatedCounters::PdhVbAddCounter(Query /*query*/, const std::string& path,
                                                 Counter& counter) {
+  note("add " + path);
   paths.push_back(path);
   if (addStatus == 0) counter = static_cast<Counter>(paths.size());
   return addStatus;
@@ -66,7 +71,7 @@ SimulatedTcpSocket::~SimulatedTcpSocket() { std::erase(network_.sockets, this); 
 void SimulatedTcpSocket::connect(const std::string& host, std::uint16_t port,
                                  std::uint16_t /*localPort*/) {
   ++network_.uses_[this];
-  network_.note("connect " + host + " " + std::to_string(port));
+  network_.enter("connect " + host + " " + std::to_string(port));
   arrived_.clear();
   state_ = SocketState::Connecting;
   if (network_.onConnect) network_.onConnect(*this, port);
@@ -74,13 +79,13 @@ void SimulatedTcpSocket::connect(const std::string& host, std::uint16_t port,
 
 void SimulatedTcpSocket::listen(std::uint16_t localPort) {
   ++network_.uses_[this];
-  network_.note("listen " + std::to_string(localPort));
+  network_.enter("listen " + std::to_string(localPort));
   arrived_.clear();
   state_ = SocketState::Listening;
 }
 
 void SimulatedTcpSocket::accept(std::intptr_t request) {
-  network_.note("accept " + std::to_string(request));
+  network_.enter("accept " + std::to_string(request));
   state_ = SocketState::Connected;
 }
 
@@ -95,7 +100,7 @@ std::string SimulatedTcpSocket::receive() { return std::exchange(arrived_, {}); 
 
 void SimulatedTcpSocket::close() {
   ++network_.uses_[this];
-  network_.note("close");
+  network_.enter("close");
   arrived_.clear();
   state_ = SocketState::Closed;
 }
@@ -130,7 +135,18 @@ std::unique_ptr<TcpSocket> SimulatedSockets::makeTcpSocket(TcpSocket::Routines r
   return socket;
 }
 
-void SimulatedSockets::note(const std::string& call) {
+std::string SimulatedSockets::localHostName() const {
+  note("local host name");
+  return hostName;
+}
+
+std::string SimulatedSockets::localAddress() const {
+  note("local address");
+  return address;
+}
+
+void SimulatedSockets::enter(const std::string& call) {
+  note(call);
   calls.push_back(call);
   moments.push_back(loop_.milliseconds());
 }

@@ -13,11 +13,12 @@
 #include "platform/shell.h"
 #include "platform/sockets.h"
 #include "platform/wmi.h"
+#include "support/journal.h"
 #include "support/simulated_loop.h"
 
 namespace veltrin {
 
-class SimulatedShell : public Shell {
+class SimulatedShell : public Shell, public Journalled {
  public:
   struct Execution {
     std::string verb;
@@ -41,7 +42,7 @@ class SimulatedShell : public Shell {
   void run(const std::string& commandLine, int show) override;
 };
 
-class SimulatedEnvironment : public Environment {
+class SimulatedEnvironment : public Environment, public Journalled {
  public:
   std::map<std::string, std::string> variables{{"windir", "C:\\Windows"},
                                                {"ProgramFiles", "C:\\Program Files"}};
@@ -51,7 +52,7 @@ class SimulatedEnvironment : public Environment {
   std::string systemFolder() const override { return "C:\\Windows\\System32"; }
 };
 
-class SimulatedCounters : public Counters {
+class SimulatedCounters : public Counters, public Journalled {
  public:
   std::int32_t openStatus = 0;
   std::int32_t addStatus = 0;
@@ -104,7 +105,7 @@ class SimulatedTcpSocket : public TcpSocket {
   std::string arrived_;
 };
 
-class SimulatedSockets : public Sockets {
+class SimulatedSockets : public Sockets, public Journalled {
  public:
   explicit SimulatedSockets(SimulatedLoop& loop) : loop_(loop) {}
 
@@ -125,15 +126,15 @@ class SimulatedSockets : public Sockets {
              std::function<void(SimulatedTcpSocket&)> action);
 
   std::unique_ptr<TcpSocket> makeTcpSocket(TcpSocket::Routines routines) override;
-  std::string localHostName() const override { return hostName; }
-  std::string localAddress() const override { return address; }
+  std::string localHostName() const override;
+  std::string localAddress() const override;
 
   // The sockets that live.
   std::vector<SimulatedTcpSocket*> sockets;
 
  private:
   friend class SimulatedTcpSocket;
-  void note(const std::string& call);
+  void enter(const std::string& call);
 
   SimulatedLoop& loop_;
   std::map<const SimulatedTcpSocket*, int> uses_;  // one more with each connect, listen, close

@@ -1,8 +1,18 @@
 #include "support/simulation.h"
 
+#include <initializer_list>
+
 #include "toolbox/toolbox.h"
 
 namespace veltrin {
+
+void Simulation::keepJournal() {
+  for (Journalled* part :
+       std::initializer_list<Journalled*>{&loop, &desktop, &files, &processes, &profiles, &registry,
+                                          &shell, &environment, &sockets, &counters}) {
+    part->journal = &journal;
+  }
+}
 
 Program& Simulation::program() {
   if (!program_) {

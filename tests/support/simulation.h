@@ -27,6 +27,10 @@ class Simulation {
   Platform platform{loop,     loop,  clock,       desktop, files,    processes, profiles,
                     registry, shell, environment, sockets, counters, wmi,       "Veltrin"};
 
+  // Keeps what the program asks of all parts of the platform from now on, in one order.
+  void keepJournal();
+  Journal journal;
+
   // The program, made on first use so that a test can prepare what it reads at
   // its start. It speaks English.
   Program& program();

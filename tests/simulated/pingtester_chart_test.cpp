@@ -1,0 +1,133 @@
+// The chart of the Ping Test, which nothing calls yet.
+#include "simulated/pingtester_run.h"
+
+namespace veltrin {
+namespace {
+
+class PingTesterChart : public PingTesterRun {
+ protected:
+  // A window with samples by hand, as a run of so many passes leaves them.
+  pingtester& openWithRows(const std::vector<std::vector<std::string>>& rows,
+                           const std::string& passes) {
+    pingtester& opened = open();
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+      for (const std::string& sample : rows[row]) opened.buff[row].add(sample);
+    }
+    simulation.desktop.type(opened.Combo1, passes);
+    simulation.program().shared<PingValues>().PingPasses = passes;
+    return opened;
+  }
+
+  std::vector<std::string> messages() const {
+    std::vector<std::string> texts;
+    for (const auto& message : simulation.desktop.messages) texts.push_back(message.text);
+    return texts;
+  }
+};
+
+TEST_F(PingTesterChart, IsShownWithAScaleOfItsOwnOnAColouredWall) {
+  pingtester& opened = openWithRows({}, "1");
+  opened.Chartit();
+  EXPECT_TRUE(opened.PingChart.visible);
+  EXPECT_FALSE(opened.PingChart.automaticScale);
+  EXPECT_EQ(opened.PingChart.wallColour.get(), (Colour{235, 234, 225}));
+  EXPECT_EQ(opened.PingChart.chartType.get(), ChartType::Line);
+  EXPECT_EQ(static_cast<int>(opened.PingChart.chartType.get()), 3);
+}
+
+TEST_F(PingTesterChart, TheAxisGoesFromTheLowestToTheHighestFigureOfAllRows) {
+  pingtester& opened = openWithRows({}, "1");
+  const std::vector<std::string> lows{"30", "9", "", "8.5", "100"};
+  const std::vector<std::string> highs{"40", "200", "", "31", "99"};
+  for (std::size_t row = 0; row < pingtester::kRows; ++row) {
+    opened.pinglow[row].caption = lows[row];
+    opened.pinghi[row].caption = highs[row];
+  }
+  opened.Chartit();
+  EXPECT_EQ(opened.Text2.text.get(), "Lower = 8.5");
+  EXPECT_EQ(opened.PingChart.axisMinimum.get(), 8.5);
+  EXPECT_EQ(opened.Text1.text.get(), "Upper = 200");
+  EXPECT_EQ(opened.PingChart.axisMaximum.get(), 200);
+}
+
+TEST_F(PingTesterChart, TheLastRowCountsForTheAxis) {
+  pingtester& opened = openWithRows({}, "1");
+  opened.pinglow[0].caption = "30";
+  opened.pinghi[0].caption = "40";
+  opened.pinglow[4].caption = "5";
+  opened.pinghi[4].caption = "50";
+  opened.Chartit();
+  EXPECT_EQ(opened.Text2.text.get(), "Lower = 5");
+  EXPECT_EQ(opened.Text1.text.get(), "Upper = 50");
+}
+
+TEST_F(PingTesterChart, AFirstRowWithoutFiguresIsBelowAllOthers) {
+  pingtester& opened = openWithRows({}, "1");
+  opened.pinglow[1].caption = "20";
+  opened.pinghi[1].caption = "60";
+  opened.Chartit();
+  EXPECT_EQ(opened.Text2.text.get(), "Lower = ");
+  EXPECT_EQ(opened.PingChart.axisMinimum.get(), 0);
+  EXPECT_EQ(opened.Text1.text.get(), "Upper = 60");
+  EXPECT_EQ(opened.PingChart.axisMaximum.get(), 60);
+}
+
+TEST_F(PingTesterChart, YieldsBehindTheAxisAndBeforeTheCells) {
+  pingtester& opened = openWithRows({{"20"}}, "1");
+  opened.pinghi[0].caption = "20";
+  std::string upper;
+  std::size_t rows = 99;
+  simulation.loop.after(0, [&] {
+    upper = opened.Text1.text;
+    rows = opened.PingChart.rowCount();
+  });
+  opened.Chartit();
+  EXPECT_EQ(upper, "Upper = 20");
+  EXPECT_EQ(rows, 0U);
+}
+
+TEST_F(PingTesterChart, HasARowForEachPassOfTheRunAndAColumnForEachRowWithSamples) {
+  pingtester& opened = openWithRows({{"20", "21"}, {}, {"5"}}, "2");
+  simulation.desktop.type(opened.Combo1, "7");
+  opened.Chartit();
+  EXPECT_EQ(opened.PingChart.columnCount(), 2U);
+  EXPECT_EQ(opened.PingChart.rowCount(), 2U);
+}
+
+TEST_F(PingTesterChart, PassesThatAreTooManyLeaveTheRowsOfTheBox) {
+  pingtester& opened = openWithRows({}, "40000");
+  simulation.desktop.type(opened.Combo1, "3");
+  opened.Chartit();
+  EXPECT_EQ(opened.PingChart.rowCount(), 3U);
+}
+
+TEST_F(PingTesterChart, ABoxThatHoldsNoNumberIsPassedOver) {
+  pingtester& opened = openWithRows({{"20"}}, "1");
+  simulation.desktop.type(opened.Combo1, "many");
+  opened.Chartit();
+  EXPECT_EQ(opened.PingChart.rowCount(), 1U);
+}
+
+// The second column is the second list, whichever rows have samples.
+TEST_F(PingTesterChart, EachCellIsToldByTwoMessagesAndHoldsItsSample) {
+  pingtester& opened = openWithRows({{"20", "21"}, {"7", "99999"}}, "2");
+  opened.Chartit();
+  EXPECT_EQ(messages(), (std::vector<std::string>{"1 - 0", "20", "2 - 0", "21", "1 - 1", "7",
+                                                  "2 - 1", "99999"}));
+  for (const auto& message : simulation.desktop.messages) {
+    EXPECT_EQ(message.style, 0);
+    EXPECT_EQ(message.title, "Veltrin");
+  }
+  EXPECT_EQ(opened.PingChart.values(0), (std::vector<double>{20, 21}));
+  EXPECT_EQ(opened.PingChart.values(1), (std::vector<double>{7, 99999}));
+}
+
+TEST_F(PingTesterChart, APassWithoutASampleCountsAsZero) {
+  pingtester& opened = openWithRows({{"20"}}, "2");
+  opened.Chartit();
+  EXPECT_EQ(messages(), (std::vector<std::string>{"1 - 0", "20", "2 - 0", "0"}));
+  EXPECT_EQ(opened.PingChart.values(0), (std::vector<double>{20, 0}));
+}
+
+}  // namespace
+}  // namespace veltrin
