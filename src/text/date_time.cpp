@@ -24,6 +24,12 @@ std::string shortMonth(int month) {
 
 }  // namespace
 
+double Timer(const DateTime& moment) {
+  const int seconds = (moment.hour * 60 + moment.minute) * 60 + moment.second;
+  // One division of a whole number, so that the result is the nearest to its decimals.
+  return (seconds * 1000 + moment.millisecond) / 1000.0;
+}
+
 std::string Format(const DateTime& moment, std::string_view pattern) {
   const std::string wanted = LCase(pattern);
   std::string text;

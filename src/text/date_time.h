@@ -9,12 +9,17 @@ namespace veltrin {
 // A moment of the local calendar.
 struct DateTime {
   int year = 1970;
-  int month = 1;   // 1 to 12
-  int day = 1;     // 1 to 31
-  int hour = 0;    // 0 to 23
-  int minute = 0;  // 0 to 59
-  int second = 0;  // 0 to 59
+  int month = 1;        // 1 to 12
+  int day = 1;          // 1 to 31
+  int hour = 0;         // 0 to 23
+  int minute = 0;       // 0 to 59
+  int second = 0;       // 0 to 59
+  int millisecond = 0;  // 0 to 999
 };
+
+// Seconds since midnight with their parts, 0 to 86399.999: what starts at 0 again
+// in the night.
+double Timer(const DateTime& moment);
 
 // Prints a moment by a pattern. "dd", "mmm" (English short name), "yyyy", "hh",
 // "nn" and "ss" are replaced in any case; "mm" directly behind "hh" means

@@ -1,3 +1,5 @@
+#include <chrono>
+#include <cmath>
 #include <cstdlib>
 #include <ctime>
 #include <gtest/gtest.h>
@@ -45,6 +47,41 @@ TEST(LinuxClock, TellsThePresentMoment) {
                 now.hour, now.minute, now.second);
   EXPECT_LE(before, text);
   EXPECT_LE(text, after);
+}
+
+TEST(LinuxClock, GoesOnByTheMillisecondsThatPass) {
+  using std::chrono::steady_clock;
+  const LinuxClock clock;
+  const auto secondsSince = [](steady_clock::time_point start) {
+    return std::chrono::duration<double>(steady_clock::now() - start).count();
+  };
+  const auto before = steady_clock::now();
+  const double first = Timer(clock.now());
+  const auto behindFirst = steady_clock::now();
+  while (secondsSince(behindFirst) < 0.025) {
+  }
+  const double least = secondsSince(behindFirst);
+  const double last = Timer(clock.now());
+  const double most = secondsSince(before);
+  const double passed = std::fmod(last - first + 86400, 86400);  // midnight may lie between
+  EXPECT_GT(passed, least - 0.002);
+  EXPECT_LT(passed, most + 0.002);
+}
+
+TEST(LinuxClock, TellsMillisecondsOfEverySize) {
+  const LinuxClock clock;
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(3);
+  bool early = false;
+  bool late = false;
+  while (!(early && late) && std::chrono::steady_clock::now() < end) {
+    const int millisecond = clock.now().millisecond;
+    ASSERT_GE(millisecond, 0);
+    ASSERT_LE(millisecond, 999);
+    early = early || (millisecond > 0 && millisecond < 500);
+    late = late || millisecond >= 500;
+  }
+  EXPECT_TRUE(early);
+  EXPECT_TRUE(late);
 }
 
 TEST(LinuxClock, TellsHoursAndMinutesInAPlainEnvironment) {

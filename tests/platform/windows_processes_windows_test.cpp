@@ -163,6 +163,22 @@ TEST(WindowsClock, TellsThePresentMoment) {
   EXPECT_LE(now.second, 59);
 }
 
+TEST(WindowsClock, TellsMillisecondsOfEverySize) {
+  const WindowsClock clock;
+  const ULONGLONG end = GetTickCount64() + 3000;
+  bool early = false;
+  bool late = false;
+  while (!(early && late) && GetTickCount64() < end) {
+    const int millisecond = clock.now().millisecond;
+    ASSERT_GE(millisecond, 0);
+    ASSERT_LE(millisecond, 999);
+    early = early || (millisecond > 0 && millisecond < 500);
+    late = late || millisecond >= 500;
+  }
+  EXPECT_TRUE(early);
+  EXPECT_TRUE(late);
+}
+
 TEST(WindowsClock, TellsHoursAndMinutesWithoutSeconds) {
   const std::string shown = WindowsClock().shortTime();
   EXPECT_EQ(std::count(shown.begin(), shown.end(), ':'), 1) << shown;

@@ -112,7 +112,7 @@ void SimulatedRegistry::close(Key) { --openKeys; }
 DateTime SimulatedClock::now() const {
   using namespace std::chrono;
   constexpr auto kStart = sys_days{year{2026} / March / 7} + hours{9} + minutes{5};
-  const auto moment = floor<seconds>(kStart + milliseconds{loop_.milliseconds()});
+  const auto moment = kStart + milliseconds{loop_.milliseconds()};
   const auto day = floor<days>(moment);
   const year_month_day date(day);
   const hh_mm_ss time(moment - day);
@@ -121,7 +121,8 @@ DateTime SimulatedClock::now() const {
           static_cast<int>(static_cast<unsigned>(date.day())),
           static_cast<int>(time.hours().count()),
           static_cast<int>(time.minutes().count()),
-          static_cast<int>(time.seconds().count())};
+          static_cast<int>(time.seconds().count()),
+          static_cast<int>(time.subseconds().count())};
 }
 
 std::string SimulatedClock::shortTime() const { return Format(now(), "hh:nn"); }

@@ -76,6 +76,21 @@ TEST(FormatDate, PrintsThePatternsOfTheProgram) {
   EXPECT_EQ(Format(moment, "hh:mm dd.mm."), "09:05 07.03.");
 }
 
+TEST(FormatDate, LeavesPartsOfASecondOut) {
+  EXPECT_EQ(Format(DateTime{2026, 3, 7, 9, 5, 2, 345}, "hh:nn:ss"), "09:05:02");
+}
+
+TEST(TimerOfDay, CountsSecondsWithTheirPartsFromMidnight) {
+  EXPECT_EQ(Timer(DateTime{2026, 3, 7, 0, 0, 0, 0}), 0);
+  EXPECT_EQ(Timer(DateTime{2026, 3, 7, 0, 0, 0, 1}), 0.001);
+  EXPECT_EQ(Timer(DateTime{2026, 3, 7, 9, 5, 2, 345}), 32702.345);
+  EXPECT_EQ(Timer(DateTime{2026, 3, 7, 23, 59, 59, 999}), 86399.999);
+}
+
+TEST(TimerOfDay, IsWholeForAMomentWithoutParts) {
+  EXPECT_EQ(Timer(DateTime{2026, 3, 7, 0, 1, 5}), 65);
+}
+
 TEST(Mid, CutsWhatThereIs) {
   EXPECT_EQ(Mid("abcdef", 3, 2), "cd");
   EXPECT_EQ(Mid("abcdef", 5, 9), "ef");

@@ -11,8 +11,15 @@ namespace {
 
 constexpr std::string_view kPlainPattern = "%H:%M";
 
-std::tm localTime() {
-  const std::time_t seconds = std::time(nullptr);
+constexpr long kNanosecondsInMillisecond = 1'000'000;
+
+std::timespec currentTime() {
+  std::timespec time{};
+  clock_gettime(CLOCK_REALTIME, &time);
+  return time;
+}
+
+std::tm localTime(std::time_t seconds) {
   std::tm parts{};
   localtime_r(&seconds, &parts);
   return parts;
@@ -77,7 +84,8 @@ LinuxClock::LinuxClock() : locale_(userLocale()), pattern_(patternOf(locale_)) {
 LinuxClock::~LinuxClock() { freelocale(locale_); }
 
 DateTime LinuxClock::now() const {
-  const std::tm parts = localTime();
+  const std::timespec time = currentTime();
+  const std::tm parts = localTime(time.tv_sec);
   DateTime moment;
   moment.year = parts.tm_year + 1900;
   moment.month = parts.tm_mon + 1;
@@ -85,11 +93,12 @@ DateTime LinuxClock::now() const {
   moment.hour = parts.tm_hour;
   moment.minute = parts.tm_min;
   moment.second = parts.tm_sec < 60 ? parts.tm_sec : 59;  // 60 in a leap second
+  moment.millisecond = static_cast<int>(time.tv_nsec / kNanosecondsInMillisecond);
   return moment;
 }
 
 std::string LinuxClock::shortTime() const {
-  const std::tm parts = localTime();
+  const std::tm parts = localTime(currentTime().tv_sec);
   std::array<char, 128> text{};
   const std::size_t length =
       strftime_l(text.data(), text.size(), pattern_.c_str(), &parts, locale_);

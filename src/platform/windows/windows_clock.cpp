@@ -15,6 +15,7 @@ DateTime WindowsClock::now() const {
   moment.hour = parts.wHour;
   moment.minute = parts.wMinute;
   moment.second = parts.wSecond;
+  moment.millisecond = parts.wMilliseconds;
   return moment;
 }
 
