@@ -24,7 +24,7 @@ std::string shortMonth(int month) {
 
 }  // namespace
 
-double Timer(const DateTime& moment) {
+double secondsSinceMidnight(const DateTime& moment) {
   const int seconds = (moment.hour * 60 + moment.minute) * 60 + moment.second;
   // One division of a whole number, so that the result is the nearest to its decimals.
   return (seconds * 1000 + moment.millisecond) / 1000.0;

@@ -19,7 +19,7 @@ struct DateTime {
 
 // Seconds since midnight with their parts, 0 to 86399.999: what starts at 0 again
 // in the night.
-double Timer(const DateTime& moment);
+double secondsSinceMidnight(const DateTime& moment);
 
 // Prints a moment by a pattern. "dd", "mmm" (English short name), "yyyy", "hh",
 // "nn" and "ss" are replaced in any case; "mm" directly behind "hh" means

@@ -8,12 +8,12 @@ namespace {
 
 TEST(SimulatedClock, GoesWithTheVirtualClockByTheMillisecond) {
   Simulation simulation;
-  EXPECT_EQ(Timer(simulation.clock.now()), 32700);
+  EXPECT_EQ(secondsSinceMidnight(simulation.clock.now()), 32700);
   simulation.loop.run(61'234);
   const DateTime moment = simulation.clock.now();
   EXPECT_EQ(Format(moment, "hh:nn:ss"), "09:06:01");
   EXPECT_EQ(moment.millisecond, 234);
-  EXPECT_EQ(Timer(moment), 32761.234);
+  EXPECT_EQ(secondsSinceMidnight(moment), 32761.234);
 }
 
 }  // namespace

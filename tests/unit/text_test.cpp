@@ -80,15 +80,15 @@ TEST(FormatDate, LeavesPartsOfASecondOut) {
   EXPECT_EQ(Format(DateTime{2026, 3, 7, 9, 5, 2, 345}, "hh:nn:ss"), "09:05:02");
 }
 
-TEST(TimerOfDay, CountsSecondsWithTheirPartsFromMidnight) {
-  EXPECT_EQ(Timer(DateTime{2026, 3, 7, 0, 0, 0, 0}), 0);
-  EXPECT_EQ(Timer(DateTime{2026, 3, 7, 0, 0, 0, 1}), 0.001);
-  EXPECT_EQ(Timer(DateTime{2026, 3, 7, 9, 5, 2, 345}), 32702.345);
-  EXPECT_EQ(Timer(DateTime{2026, 3, 7, 23, 59, 59, 999}), 86399.999);
+TEST(SecondsSinceMidnight, CountWithTheirParts) {
+  EXPECT_EQ(secondsSinceMidnight(DateTime{2026, 3, 7, 0, 0, 0, 0}), 0);
+  EXPECT_EQ(secondsSinceMidnight(DateTime{2026, 3, 7, 0, 0, 0, 1}), 0.001);
+  EXPECT_EQ(secondsSinceMidnight(DateTime{2026, 3, 7, 9, 5, 2, 345}), 32702.345);
+  EXPECT_EQ(secondsSinceMidnight(DateTime{2026, 3, 7, 23, 59, 59, 999}), 86399.999);
 }
 
-TEST(TimerOfDay, IsWholeForAMomentWithoutParts) {
-  EXPECT_EQ(Timer(DateTime{2026, 3, 7, 0, 1, 5}), 65);
+TEST(SecondsSinceMidnight, AreWholeForAMomentWithoutParts) {
+  EXPECT_EQ(secondsSinceMidnight(DateTime{2026, 3, 7, 0, 1, 5}), 65);
 }
 
 TEST(Mid, CutsWhatThereIs) {
