@@ -332,7 +332,7 @@ TEST(SummaryHotfixes, AListThatIsNotReadIsCountedToo) {
 
 // --- Cards ---
 
-TEST(SummaryCards, TheCountIsAWholeCharacter) {
+TEST(SummaryCardCount, IsAWholeCharacter) {
   SystemSummary summary;
   SummaryReader reader(summary);
   reader.readLine("Network Card(s):           \u20AC2 NIC(s) Installed.");
