@@ -90,8 +90,8 @@ bool isBetweenCharacters(std::string_view text, std::size_t at) {
 }
 
 struct Stretch {
-  std::size_t bytes = 0;
-  std::uint64_t characters = 0;
+  std::size_t bytes;
+  std::uint64_t characters;
 };
 
 // Bytes at the start of a text that are ASCII, up to `most` of them.
