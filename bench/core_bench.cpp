@@ -1,12 +1,18 @@
 // Costs of what runs for each chunk of a console tool's text and for each setting.
+#include <algorithm>
 #include <benchmark/benchmark.h>
+#include <chrono>
 #include <string>
+#include <vector>
 
+#include "byte_texts.h"
 #include "forms/text_box.h"
 #include "ping/pingmod.h"
 #include "ping/pingtester.h"
 #include "platform/portable/profile_text.h"
+#include "route/tracert_reader.h"
 #include "support/simulation.h"
+#include "text/strings.h"
 
 namespace {
 
@@ -22,6 +28,129 @@ void readAverageOfAChunk(benchmark::State& state) {
   }
 }
 BENCHMARK(readAverageOfAChunk);
+
+double median(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+// Nanoseconds of one call among many.
+template <class Routine>
+double costOf(Routine&& routine) {
+  constexpr int kCalls = 500;
+  const auto start = std::chrono::steady_clock::now();
+  for (int call = 0; call < kCalls; ++call) benchmark::DoNotOptimize(routine());
+  const std::chrono::duration<double, std::nano> passed = std::chrono::steady_clock::now() - start;
+  return passed.count() / kCalls;
+}
+
+// What counts characters beside what counts bytes, by turns, so that other load on the
+// machine meets both: the median costs of a call, and their ratio.
+template <class Characters, class Bytes>
+void compare(benchmark::State& state, Characters&& characters, Bytes&& bytes) {
+  std::vector<double> ofCharacters;
+  std::vector<double> ofBytes;
+  for (auto _ : state) {
+    ofCharacters.push_back(costOf(characters));
+    ofBytes.push_back(costOf(bytes));
+  }
+  state.counters["characters_ns"] = median(ofCharacters);
+  state.counters["bytes_ns"] = median(ofBytes);
+  state.counters["ratio"] = median(ofCharacters) / median(ofBytes);
+}
+
+// A chunk's worth of ping's text that ends in the summary line, with some text before it.
+std::string chunkOfPing(const std::string& before) {
+  const std::string end = "    Minimum = 124ms, Maximum = 124ms, Average = 124ms \r\n";
+  std::string chunk = before;
+  const std::string reply = pingReply(124);
+  while (chunk.size() < kReadGrain) chunk += reply;
+  return chunk.substr(0, kReadGrain - end.size()) + end;
+}
+
+// A chunk's worth of tracert's lines.
+std::string chunkOfTracert(const std::string& name) {
+  std::string chunk = "over a maximum of 30 hops:\r\n\r\n";
+  chunk += "  1    <1 ms    <1 ms    <1 ms  " + name + " [192.0.2.1] \r\n";
+  chunk += "  2     *        *        *     Request timed out.\r\n";
+  while (chunk.size() < kReadGrain) chunk += "  3    12 ms    11 ms    12 ms  198.51.100.5 \r\n";
+  return chunk.substr(0, kReadGrain);
+}
+
+// ASCII, and for information a text with letters beyond it.
+std::string pingText(const benchmark::State& state) {
+  return chunkOfPing(state.range(0) == 0 ? "" : "Zeit\u00FCberschreitung der Anforderung, \u20AC ");
+}
+
+std::string tracertText(const benchmark::State& state) {
+  return chunkOfTracert(state.range(0) == 0 ? "gateway.example" : "m\u00FCnchen\u20AC.example");
+}
+
+void lengthOfAChunk(benchmark::State& state) {
+  const std::string chunk = pingText(state);
+  compare(
+      state, [&] { return Len(chunk); }, [&] { return bytes::Len(chunk); });
+}
+BENCHMARK(lengthOfAChunk)->ArgName("beyondAscii")->Arg(0)->Arg(1);
+
+void frontOfAChunk(benchmark::State& state) {
+  const std::string chunk = pingText(state);
+  compare(
+      state, [&] { return Left(chunk, 27); }, [&] { return bytes::Left(chunk, 27); });
+}
+BENCHMARK(frontOfAChunk)->ArgName("beyondAscii")->Arg(0)->Arg(1);
+
+void middleOfAChunk(benchmark::State& state) {
+  const std::string chunk = pingText(state);
+  compare(
+      state, [&] { return Mid(chunk, 128, 9); }, [&] { return bytes::Mid(chunk, 128, 9); });
+}
+BENCHMARK(middleOfAChunk)->ArgName("beyondAscii")->Arg(0)->Arg(1);
+
+void searchInAChunk(benchmark::State& state) {
+  const std::string chunk = pingText(state);
+  compare(
+      state, [&] { return InStr(1, chunk, "Average = "); },
+      [&] { return bytes::InStr(1, chunk, "Average = "); });
+}
+BENCHMARK(searchInAChunk)->ArgName("beyondAscii")->Arg(0)->Arg(1);
+
+void searchInAnyCaseInAChunk(benchmark::State& state) {
+  const std::string chunk = pingText(state);
+  compare(
+      state, [&] { return InStr(1, chunk, "Average = ", Compare::IgnoreCase); },
+      [&] { return bytes::InStr(1, chunk, "Average = ", Compare::IgnoreCase); });
+}
+BENCHMARK(searchInAnyCaseInAChunk)->ArgName("beyondAscii")->Arg(0)->Arg(1);
+
+void chainReadingOfAChunk(benchmark::State& state) {
+  const std::string chunk = pingText(state);
+  Loose time;
+  const auto reading = [&](auto&& read) {
+    return [&, read] {
+      read(chunk, time);
+      return &time;
+    };
+  };
+  compare(state, reading(&readAverage), reading(&bytes::readAverage));
+}
+BENCHMARK(chainReadingOfAChunk)->ArgName("beyondAscii")->Arg(0)->Arg(1);
+
+void tailReadingOfAChunk(benchmark::State& state) {
+  const std::string chunk = pingText(state);
+  Loose time;
+  compare(
+      state, [&] { return readTail(chunk, time); }, [&] { return bytes::readTail(chunk, time); });
+}
+BENCHMARK(tailReadingOfAChunk)->ArgName("beyondAscii")->Arg(0)->Arg(1);
+
+void readingOfAChunkOfTracert(benchmark::State& state) {
+  const std::string chunk = tracertText(state);
+  compare(
+      state, [&] { return readTracert(chunk); }, [&] { return bytes::readTracert(chunk); });
+}
+BENCHMARK(readingOfAChunkOfTracert)->ArgName("beyondAscii")->Arg(0)->Arg(1);
 
 // A value in the last of so many sections of twenty keys.
 void readASetting(benchmark::State& state) {

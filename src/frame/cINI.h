@@ -18,7 +18,7 @@ class cINI {
   std::string Default;              // what a read gives when the key is absent
   std::int32_t LastReturnCode = 0;  // of the last write: 0 when it failed
 
-  // The value, at most 1023 bytes of it.
+  // The value, at most 1023 characters of it.
   std::string Value() const;
 
   // Stores a text under the key, without its NUL characters.
@@ -30,7 +30,7 @@ class cINI {
   // Drops the section with all its keys.
   void DeleteSection();
 
-  // The names of the section's keys, each followed by a NUL, at most 255 bytes.
+  // The names of the section's keys, each followed by a NUL, at most 255 characters.
   std::string INISection() const;
 
   // Writes with no key, which drops the section whatever the text holds.

@@ -38,16 +38,15 @@ void readAverage(const std::string& chunk, Loose& PingTime) {
 }
 
 std::optional<std::string> readTail(const std::string& chunk, Loose& PingTime) {
-  const std::int64_t length = Len(chunk);
-  if (!holds([&] { return Mid(chunk, length - kUnitFromEnd, 2) == "ms"; })) return std::nullopt;
-  skip([&] { PingTime = Mid(chunk, length - kWindowFromEnd, kWindowLength); });
+  // What stands before these places of the chunk is not looked at.
+  const std::string end = Right(chunk, kWindowFromEnd + 1);
+  const std::int64_t length = Len(end);
+  if (!holds([&] { return Mid(end, length - kUnitFromEnd, 2) == "ms"; })) return std::nullopt;
+  skip([&] { PingTime = Mid(end, length - kWindowFromEnd, kWindowLength); });
   const std::string window = PingTime.text();
+  const std::int64_t sign = InStr(1, Left(window, kWindowLength), "=");
   std::optional<std::string> value;
-  for (std::int64_t i = 1; i <= kWindowLength; ++i) {
-    if (Mid(window, i, 1) != "=") continue;
-    skip([&] { value = Mid(window, i + 2, kDigits - i); });
-    break;
-  }
+  if (sign > 0) skip([&] { value = Mid(window, sign + 2, kDigits - sign); });
   return value;
 }
 

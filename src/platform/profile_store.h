@@ -17,7 +17,7 @@ class ProfileStore {
   virtual ~ProfileStore() = default;
 
   // The value of `key` in `section`, or `fallback` when there is none, at most
-  // size - 1 bytes of it. Without a key: the key names of the section, each
+  // size - 1 characters of it. Without a key: the key names of the section, each
   // followed by a NUL; without a section: the section names in that form; a list
   // that does not fit is cut so that it ends in two NULs within `size`. What is
   // returned is what the call counts as copied, without the closing NUL.

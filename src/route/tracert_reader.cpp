@@ -31,12 +31,13 @@ std::string addressInBrackets(std::string_view line, std::int64_t open) {
 // line's end, sixteen characters where there is none. The search stops where the line
 // begins, too. Throws StatementFailed for a line of fewer than nine characters.
 std::string bareAddress(std::string_view line) {
-  const std::int64_t length = Len(line);
+  const std::string end = Right(line, kLastFromEnd + 1);
+  const std::int64_t length = Len(end);
   std::int64_t fromEnd = kFirstFromEnd;
-  while (fromEnd <= kLastFromEnd && !holds([&] { return Mid(line, length - fromEnd, 1) == " "; })) {
+  while (fromEnd <= kLastFromEnd && !holds([&] { return Mid(end, length - fromEnd, 1) == " "; })) {
     ++fromEnd;
   }
-  return Mid(line, length - fromEnd + 1);
+  return Mid(end, length - fromEnd + 1);
 }
 
 // A line that is too short to hold an address gives none.

@@ -17,7 +17,7 @@ constexpr std::int64_t kUnitLength = 3;  // " MB"
 struct Label {
   std::string_view text;
   std::string SystemSummary::*field;
-  std::int64_t dropped;  // bytes at the end of the value
+  std::int64_t dropped;  // characters at the end of the value
   SummaryForm from;      // the least form that reads it
 };
 
@@ -122,7 +122,7 @@ void SummaryReader::readLine(const std::string& line) {
 }
 
 // Only a list whose number has two digits is read. With another width the start is
-// taken as 35 bytes long against the 33 of the line that are compared, and never fits.
+// taken as 35 characters long against the 33 of the line that are compared, and never fits.
 bool SummaryReader::readHotfix(const std::string& line) {
   if (!inHotfixes_) return false;
   ++hotfixLines_;

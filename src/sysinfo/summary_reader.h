@@ -18,7 +18,7 @@ std::vector<std::string> piecesOf(std::string_view text);
 
 // Stores what stands behind a line's label in the label's field of the summary. False
 // for a line that bears none of the form's labels. A label is its text padded with
-// blanks to 27 bytes, and the line has to start with all of them.
+// blanks to 27 characters, and the line has to start with all of them.
 bool readLabelledLine(SummaryForm form, const std::string& line, SystemSummary& summary);
 
 // Reads the lines of one text in the full form, with their indents: labels, names of

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "route/tracert_reader.h"
+#include "tests/support/characters.h"
 #include "text/strings.h"
 
 namespace {
@@ -77,8 +78,9 @@ bool has(const std::string& text, std::string_view wanted) {
 void checkAddress(const std::string& line, const std::string& address) {
   check(has(line, address));
   if (has(line, "[")) return;
-  check(line.size() >= 9 && address.size() >= 9 && address.size() <= 16);
-  check(line.substr(line.size() - address.size()) == address);
+  const std::size_t length = veltrin::charactersOf(address).size();
+  check(length >= 9 && length <= 16);
+  check(line.ends_with(address));
 }
 
 void checkLine(const std::string& line, const TracertEvent& event, bool wasReading,
@@ -102,7 +104,7 @@ void checkLine(const std::string& line, const TracertEvent& event, bool wasReadi
     check(isReading == wasReading);
   }
   if (wasReading && event.line == TracertLine::Ignored) {
-    check(line.size() < 9 || veltrin::Trim(line).empty());
+    check(veltrin::charactersOf(line).size() < 9 || veltrin::Trim(line).empty());
   }
 }
 

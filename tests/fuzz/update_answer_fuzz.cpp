@@ -8,6 +8,7 @@
 #include "frame/starter.h"
 #include "frame/startup.h"
 #include "support/simulation.h"
+#include "tests/support/characters.h"
 
 namespace {
 
@@ -48,6 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string& answer = first.empty() || first == "XXX" ? second : first;
   const bool answered = !answer.empty() && answer != "XXX";
   require(program.start.UpdateWaiting == (answered ? 0 : 1));
-  require(program.start.PublicIp == (answered && answer.size() > 4 ? answer.substr(4) : ""));
+  const std::string address = veltrin::joinedCharacters(veltrin::charactersOf(answer), 4);
+  require(program.start.PublicIp == (answered ? address : ""));
   return 0;
 }

@@ -33,6 +33,31 @@ TEST(CodePage, KeepsNuls) {
   EXPECT_EQ(fromAnsi("a\0b\0"s), "a\0b\0"s);
 }
 
+constexpr UINT kJapanese = 932;  // characters of one and of two bytes
+
+TEST(CodePage, DropsTheCutCharacterAtTheEndOfUtf8) {
+  EXPECT_EQ(withoutCutCharacter("ab\xC3", CP_UTF8), "ab");
+  EXPECT_EQ(withoutCutCharacter("ab\xE2\x82", CP_UTF8), "ab");
+  EXPECT_EQ(withoutCutCharacter("ab\xF0\x9F\x98", CP_UTF8), "ab");
+  EXPECT_EQ(withoutCutCharacter("\xC3\xA4\xC3", CP_UTF8), "\xC3\xA4");
+}
+
+TEST(CodePage, DropsTheCutCharacterAtTheEndOfAPageOfTwoBytes) {
+  EXPECT_EQ(withoutCutCharacter("\x93\xFA\x96", kJapanese), "\x93\xFA");
+  EXPECT_EQ(withoutCutCharacter("\x93\xFA\x96\x7B", kJapanese), "\x93\xFA\x96\x7B");
+}
+
+TEST(CodePage, KeepsWholeCharactersAtTheEnd) {
+  EXPECT_EQ(withoutCutCharacter("ab\xC3\xA4", CP_UTF8), "ab\xC3\xA4");
+  EXPECT_EQ(withoutCutCharacter("ab\xE4", kWestern), "ab\xE4");
+  EXPECT_EQ(withoutCutCharacter("ab", CP_UTF8), "ab");
+  EXPECT_EQ(withoutCutCharacter("", CP_UTF8), "");
+}
+
+TEST(CodePage, DropsNothingOfOtherBytesThatAreNoCharacters) {
+  EXPECT_EQ(withoutCutCharacter("a\xFFz", CP_UTF8), "a\xFFz");
+}
+
 TEST(CodePage, KeepsTheEmptyText) {
   EXPECT_EQ(toAnsi(""), "");
   EXPECT_EQ(fromAnsi(""), "");

@@ -275,6 +275,13 @@ TEST_F(LinuxProcessesTest, TakesTheLongestCommandLineButNoLongerOne) {
   EXPECT_EQ(outputOf(longest + "x"), "not started");
 }
 
+TEST_F(LinuxProcessesTest, CountsTheCharactersOfACommandLine) {
+  std::string echoed;
+  while (echoed.size() < 2 * (kLongestCommandLine - 5)) echoed += "\u00E9";
+  EXPECT_EQ(outputOf("echo " + echoed), echoed + "\n");
+  EXPECT_EQ(outputOf("echo " + echoed + "x"), "not started");
+}
+
 TEST_F(LinuxProcessesTest, StartsNothingForAMissingProgram) {
   EXPECT_EQ(outputOf("no-such-program"), "not started");
   EXPECT_EQ(outputOf("/no/such/program"), "not started");

@@ -409,6 +409,22 @@ TEST(WindowsProfileStore, KeepsTextsOutsideAsciiInTheCodePage) {
   EXPECT_EQ(pair.readTheirs("S\xC3\xA4", "k\xC3\xBC", ""), "\xE2\x82\xAC");
 }
 
+TEST(WindowsProfileStore, CutsLettersOfTheCodePageWhereOursAreCut) {
+  if (GetACP() != 1252) GTEST_SKIP() << "the code page of this machine is not 1252";
+  Pair pair;
+  pair.fill("");
+  const std::string value = "a\xC3\xA4\xE2\x82\xAC\xC3\xBC z";
+  pair.writeOurs("A", "k\xC3\xBC", value);
+  pair.writeTheirs("A", "k\xC3\xBC", value);
+  for (std::size_t size = 3; size <= 9; ++size) {
+    EXPECT_EQ(pair.readOurs("A", "k\xC3\xBC", "", size),
+              pair.readTheirs("A", "k\xC3\xBC", "", size))
+        << size;
+  }
+  EXPECT_EQ(pair.readOurs("A", kNone, "", 3), "k");
+  EXPECT_EQ(pair.readTheirs("A", kNone, "", 3), "k");
+}
+
 TEST(WindowsProfileStore, GivesBackItsOwnFilesByteOrderMark) {
   Pair pair;
   pair.fill("\xEF\xBB\xBF[A]\r\nk=1\r\n");

@@ -56,6 +56,25 @@ TEST_F(ProfileFileTest, TakesQuotationMarksOffBeforeItCuts) {
   EXPECT_EQ(read("A", "k", "", 6), "12345");
 }
 
+TEST_F(ProfileFileTest, CutsAValueBehindAWholeCharacter) {
+  fill("[A]\r\nk=\u00E9\u20AC\U0001F600x\r\n");
+  EXPECT_EQ(read("A", "k", "", 5), "\u00E9\u20AC\U0001F600x");
+  EXPECT_EQ(read("A", "k", "", 4), "\u00E9\u20AC\U0001F600");
+  EXPECT_EQ(read("A", "k", "", 3), "\u00E9\u20AC");
+  EXPECT_EQ(read("A", "k", "", 2), "\u00E9");
+  EXPECT_EQ(read("A", "k", "", 1), "");
+}
+
+TEST_F(ProfileFileTest, CutsAValueOfOtherBytesAtAnyOfThem) {
+  fill("[A]\r\nk=\xE4\xFF\xE2\x82x\r\n");
+  EXPECT_EQ(read("A", "k", "", 5), "\xE4\xFF\xE2\x82");
+  EXPECT_EQ(read("A", "k", "", 4), "\xE4\xFF\xE2");
+}
+
+TEST_F(ProfileFileTest, CutsTheFallbackBehindAWholeCharacter) {
+  EXPECT_EQ(read("A", "k", "\u00E9\u20ACx", 3), "\u00E9\u20AC");
+}
+
 TEST_F(ProfileFileTest, GivesTheFallbackForAMissingFile) {
   EXPECT_EQ(read("A", "k", "other"), "other");
 }
@@ -105,6 +124,14 @@ TEST_F(ProfileFileTest, CutsAListToTwoLessThanTheSize) {
   EXPECT_EQ(read("A", kNone, "", 5), "k1\0"s);
   EXPECT_EQ(read("A", kNone, "", 4), "k1");
   EXPECT_EQ(read("A", kNone, "", 3), "k");
+}
+
+TEST_F(ProfileFileTest, CutsAListBehindAWholeCharacter) {
+  fill("[A]\r\n\u00E91=1\r\n\u20AC2=2\r\n");
+  EXPECT_EQ(read("A", kNone, "", 7), "\u00E91\0\u20AC2\0"s);
+  EXPECT_EQ(read("A", kNone, "", 6), "\u00E91\0\u20AC"s);
+  EXPECT_EQ(read("A", kNone, "", 5), "\u00E91\0"s);
+  EXPECT_EQ(read("A", kNone, "", 3), "\u00E9");
 }
 
 TEST_F(ProfileFileTest, GivesNothingOfAListWithoutRoomForTwoNuls) {

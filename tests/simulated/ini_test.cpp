@@ -81,6 +81,23 @@ TEST_F(Ini, CutsAValueOf2000CharactersAt1023) {
   EXPECT_EQ(ini.Value(), std::string(1023, 'x'));
 }
 
+// So many times the same text.
+std::string times(int count, const std::string& text) {
+  std::string all;
+  for (; count > 0; --count) all += text;
+  return all;
+}
+
+TEST_F(Ini, CutsAValueOf2000CharactersOfTwoBytesAt1023WholeOnes) {
+  ini.setValue(times(2000, "\u00E9"));
+  EXPECT_EQ(ini.Value(), times(1023, "\u00E9"));
+}
+
+TEST_F(Ini, ReadsAValueOf1023CharactersOfFourBytesWhole) {
+  ini.setValue(times(1023, "\U0001F600"));
+  EXPECT_EQ(ini.Value(), times(1023, "\U0001F600"));
+}
+
 TEST_F(Ini, DeleteValueEmptiesTheValueAndKeepsItsLine) {
   file() = "[Settings]\r\nRated Speed=800\r\nVersion=1.03\r\n";
   ini.DeleteValue();
@@ -107,6 +124,12 @@ TEST_F(Ini, INISectionHoldsAtMost255Characters) {
   }
   EXPECT_LE(ini.INISection().size(), 255U);
   EXPECT_EQ(ini.INISection().rfind(std::string("A key of some length 0\0A key of", 31), 0), 0U);
+}
+
+TEST_F(Ini, INISectionIsCutBehindAWholeCharacter) {
+  ini.Key = times(300, "\u20AC");
+  ini.setValue("1");
+  EXPECT_EQ(ini.INISection(), times(253, "\u20AC"));
 }
 
 TEST_F(Ini, SettingINISectionDropsTheSectionWhateverTheText) {

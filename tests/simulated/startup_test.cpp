@@ -68,6 +68,12 @@ TEST_F(Startup, TakesAStoredSpeedOfTwoDigitsForNone) {
   EXPECT_EQ(simulation.program().menu.RatedSpeed, "");
 }
 
+TEST_F(Startup, TakesAStoredSpeedOfTwoCharactersForNoneWhateverTheirBytes) {
+  settingsAre("[Settings]\r\nRated Speed=\u00BD\u00BD\r\n");
+  open();
+  EXPECT_EQ(menu->Combo1.text.get(), "0");
+}
+
 TEST_F(Startup, KeepsAStoredSpeedOfThreeDigits) {
   settingsAre("[Settings]\r\nRated Speed=256\r\n");
   open();

@@ -91,7 +91,8 @@ std::string SimulatedProfiles::read(const std::optional<std::string>& section,
   if (!key) {
     std::string names;
     for (const std::string& name : profile.keys(*section)) names += name + '\0';
-    return Left(names, static_cast<std::int64_t>(size));
+    const auto room = static_cast<std::int64_t>(size);
+    return Len(names) < room ? names : Left(names, room - 2);
   }
   return Left(profile.value(*section, *key).value_or(fallback),
               static_cast<std::int64_t>(size) - 1);

@@ -200,5 +200,57 @@ TEST(TailReading, ASignRightBeforeTheUnitGivesTheEmptyText) {
   EXPECT_EQ(tail("12345 = ms \r\n"), Reading(""));
 }
 
+// --- Letters beyond ASCII: places count characters ---
+
+TEST(ChainReading, PassesOverLettersBeyondAsciiBeforeTheWord) {
+  EXPECT_EQ(chain("Paquets envoy\u00E9s \u00BD, Average = 24ms\r\n"), "24");
+}
+
+TEST(ChainReading, AFirstCharacterBeyondAsciiIsKeptWhole) {
+  EXPECT_EQ(chain("Average = \u00BDms"), "\u00BD");
+}
+
+TEST(ChainReading, AChunkThatEndsInsideACharacterKeepsItsBytes) {
+  EXPECT_EQ(chain("Average = 24\xC2"), "24\xC2");
+  EXPECT_EQ(chain("Average = 24ms\xC2"), "24");
+  EXPECT_EQ(chain("Average\xC2"), "99999");
+}
+
+TEST(TailReading, TheThreeCharactersBehindTheUnitMayBeOfSeveralBytes) {
+  EXPECT_EQ(tail("Average = 24ms\u00A0\r\n"), Reading("24"));
+  EXPECT_EQ(tail("Average = 24ms\U0001F600\u20AC\u00BD"), Reading("24"));
+}
+
+TEST(TailReading, ThreeBytesOfTwoCharactersBehindTheUnitChangeNothing) {
+  EXPECT_EQ(tail("Average = 24ms\u00A0\n"), Reading());
+}
+
+TEST(TailReading, LooksAtNineCharactersWhateverTheirBytes) {
+  Loose time = kSentinel;
+  EXPECT_EQ(readTail("moyenn\u00E9\u20AC= 124ms \r\n", time), Reading("124"));
+  EXPECT_EQ(time.text(), "\u00E9\u20AC= 124ms");
+}
+
+TEST(TailReading, ElevenCharactersOfMoreBytesAreTooFew) {
+  Loose time = "ge = 24ms";
+  EXPECT_EQ(readTail("\u00E9 = 77ms \r\n", time), Reading("24"));
+  EXPECT_EQ(time.text(), "ge = 24ms");
+}
+
+TEST(TailReading, TwelveCharactersAreReadWhateverTheirBytes) {
+  Loose time = "ge = 24ms";
+  EXPECT_EQ(readTail("n\u00E9 = 77ms \r\n", time), Reading("77"));
+  EXPECT_EQ(time.text(), "n\u00E9 = 77ms");
+}
+
+TEST(TailReading, AChunkThatBeginsInsideACharacterIsReadLikeAnyOther) {
+  EXPECT_EQ(tail("\xA9 Average = 24ms \r\n"), Reading("24"));
+}
+
+TEST(TailReading, HalfACharacterAtTheEndIsOneOfTheThree) {
+  EXPECT_EQ(tail("Average = 24ms \r\xC3"), Reading("24"));
+  EXPECT_EQ(tail("Average = 24ms \r\n\xC3"), Reading());
+}
+
 }  // namespace
 }  // namespace veltrin

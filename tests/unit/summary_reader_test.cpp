@@ -156,6 +156,28 @@ TEST(SummaryLabels, AValueOfThreeCharactersEmptiesTheSizes) {
   EXPECT_THAT(filled(summary), IsEmpty());
 }
 
+TEST(SummaryLabels, TheProductIdAndTheSizesLoseCharactersAndNoHalvesOfThem) {
+  SystemSummary summary;
+  readLabelledLine(SummaryForm::Full, "Product ID:                12345-\u00C4\u20AC\U0001F600",
+                   summary);
+  readLabelledLine(SummaryForm::Full, "Total Physical Memory:     3\u00A0957 M\u00F6", summary);
+  EXPECT_THAT(filled(summary), ElementsAre("12345-", "3\u00A0957"));
+}
+
+TEST(SummaryLabels, AValueOfTwoCharactersOfMoreBytesLeavesTheProductIdAlone) {
+  SystemSummary summary;
+  summary.OsName = "old";
+  EXPECT_TRUE(
+      readLabelledLine(SummaryForm::Full, "Product ID:                \u00BD\u00BD", summary));
+  EXPECT_EQ(summary.OsName, "old");
+}
+
+TEST(SummaryLabels, AValueKeepsLettersBeyondAsciiAndBytesThatAreNone) {
+  SystemSummary summary;
+  readLabelledLine(SummaryForm::Full, "System Model:              Br\u00FCck \xE2\x82", summary);
+  EXPECT_EQ(summary.MbModel, "Br\u00FCck \xE2\x82");
+}
+
 TEST(SummaryLabels, AValueKeepsTheBlanksAroundIt) {
   SystemSummary summary;
   readLabelledLine(SummaryForm::Full, "System Model:                Board 7  ", summary);
@@ -206,6 +228,18 @@ TEST(SummaryHotfixes, TheWidthIsTheTextForFourDigitsAndForNone) {
   EXPECT_EQ(widthOf("1200 Hotfix(s) Installed."), "1200 Hotfix(s) Installed.");
   EXPECT_EQ(widthOf("N/A"), "N/A");
   EXPECT_EQ(widthOf("12 hotfix(s) installed."), "12 hotfix(s) installed.");
+}
+
+TEST(SummaryHotfixes, TheWidthGoesByCharacters) {
+  EXPECT_EQ(widthOf("\u00BD\u00BD Hotfix(s)"), "2");
+  EXPECT_EQ(widthOf("\u00BD\u00BD\u20AC Hotfix(s)"), "3");
+  EXPECT_EQ(widthOf("\u00BD Hotfix(s)"), "\u00BD Hotfix(s)");
+}
+
+TEST(SummaryHotfixes, ANameKeepsItsLettersBeyondAscii) {
+  EXPECT_THAT(hotfixesIn({"Hotfix(s):                 12 Hotfix(s) Installed.",
+                          "                           [01]: \u00C4\u20AC1"}),
+              ElementsAre("\u00C4\u20AC1"));
 }
 
 TEST(SummaryHotfixes, TwelveAreListedByName) {
@@ -294,6 +328,15 @@ TEST(SummaryHotfixes, AListThatIsNotReadIsCountedToo) {
                           "Hotfix(s):                 12 Hotfix(s) Installed.",
                           "                           [02]: KB2"}),
               ElementsAre("KB2"));
+}
+
+// --- Cards ---
+
+TEST(SummaryCardCount, IsAWholeCharacter) {
+  SystemSummary summary;
+  SummaryReader reader(summary);
+  reader.readLine("Network Card(s):           \u20AC2 NIC(s) Installed.");
+  EXPECT_EQ(reader.cardCount(), "\u20AC");
 }
 
 }  // namespace

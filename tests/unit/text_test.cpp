@@ -1,4 +1,6 @@
+#include <cmath>
 #include <gtest/gtest.h>
+#include <string>
 
 #include "text/date_time.h"
 #include "text/loose.h"
@@ -38,6 +40,35 @@ TEST(Val, KnowsSignsExponentsAndPrefixes) {
 TEST(ToNumber, TakesAWholeNumberWithBlanksAndSeparators) {
   EXPECT_EQ(toNumber(" 1,500 "), 1500);
   EXPECT_EQ(toNumber("-2.5"), -2.5);
+}
+
+TEST(Val, GivesZeroForANumberTooSmallAndInfinityForOneTooLarge) {
+  EXPECT_EQ(Val("1e-999"), 0);
+  EXPECT_EQ(Val("-1e-999"), 0);
+  EXPECT_EQ(Val("1e999"), HUGE_VAL);
+  EXPECT_EQ(Val("-1e999"), -HUGE_VAL);
+  EXPECT_EQ(Val(std::string(400, '9') + "e-"), HUGE_VAL);
+}
+
+TEST(ToNumber, FailsForASignAPointAndAnExponentWithoutDigits) {
+  for (const char* text : {"-", "+", ".", "2e", "2e+", "e5", "-.e1"}) {
+    EXPECT_THROW(toNumber(text), StatementFailed) << text;
+  }
+}
+
+// What a statement fails with.
+std::string failureOf(const char* text) {
+  try {
+    toNumber(text);
+  } catch (const StatementFailed& failure) {
+    return std::to_string(failure.number()) + " " + failure.what();
+  }
+  return "none";
+}
+
+TEST(ToNumber, TellsATextThatIsNoNumberFromANumberTooLarge) {
+  EXPECT_EQ(failureOf("24ms"), "13 The text is no number");
+  EXPECT_EQ(failureOf("1e999"), "6 The number is too large");
 }
 
 TEST(ToNumber, FailsForAnEmptyTextAndForAnythingElse) {
@@ -80,14 +111,14 @@ TEST(FormatDate, LeavesPartsOfASecondOut) {
   EXPECT_EQ(Format(DateTime{2026, 3, 7, 9, 5, 2, 345}, "hh:nn:ss"), "09:05:02");
 }
 
-TEST(TimerOfDay, CountsSecondsWithTheirPartsFromMidnight) {
+TEST(SecondsSinceMidnight, CountWithTheirParts) {
   EXPECT_EQ(secondsSinceMidnight(DateTime{2026, 3, 7, 0, 0, 0, 0}), 0);
   EXPECT_EQ(secondsSinceMidnight(DateTime{2026, 3, 7, 0, 0, 0, 1}), 0.001);
   EXPECT_EQ(secondsSinceMidnight(DateTime{2026, 3, 7, 9, 5, 2, 345}), 32702.345);
   EXPECT_EQ(secondsSinceMidnight(DateTime{2026, 3, 7, 23, 59, 59, 999}), 86399.999);
 }
 
-TEST(TimerOfDay, IsWholeForAMomentWithoutParts) {
+TEST(SecondsSinceMidnight, AreWholeForAMomentWithoutParts) {
   EXPECT_EQ(secondsSinceMidnight(DateTime{2026, 3, 7, 0, 1, 5}), 65);
 }
 

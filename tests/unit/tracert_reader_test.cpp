@@ -210,6 +210,41 @@ TEST(TracertReader, ALineOfFewerThanNineCharactersHoldsNoAddress) {
   EXPECT_EQ(read("10.0.0.1"), kIgnored);
 }
 
+// --- Letters beyond ASCII: places count characters ---
+
+TEST(TracertReader, AnAddressIsFoundBehindAnyCharacters) {
+  EXPECT_EQ(read("  1     1 ms  m\u00FCnchen\u20AC.example [192.0.2.1] "), hop("192.0.2.1"));
+  EXPECT_EQ(read("  1     1 ms  m\u00FCnchen\u20AC.example [192.0.2.1 "), hop("192.0.2.1 "));
+}
+
+TEST(TracertReader, TheSearchFromTheEndGoesByCharacters) {
+  EXPECT_EQ(read("  6  192.0.2.1  h\u00F4te inacc\u00E9ssibl\u00E9s"),
+            hop("inacc\u00E9ssibl\u00E9s"));
+  EXPECT_EQ(read("  6  192.0.2.1  reports: \u00E9\u00E9\u00E9\u00E9 \u00E9\u00E9\u00E9\u00E9"),
+            hop("\u00E9\u00E9\u00E9\u00E9 \u00E9\u00E9\u00E9\u00E9"));
+}
+
+TEST(TracertReader, WithoutABlankTheLastSixteenCharactersAreTakenWhole) {
+  std::string address;
+  for (int count = 0; count < 16; ++count) address += "\u20AC";
+  EXPECT_EQ(read("\u20AC\u20AC" + address), hop(address));
+}
+
+TEST(TracertReader, ALineOfEightCharactersOfMoreBytesHoldsNoAddress) {
+  EXPECT_EQ(read("\u00E9\u00E9\u00E9\u00E9\u00E9\u00E9\u00E9\u00E9"), kIgnored);
+}
+
+TEST(TracertReader, ALineOfNineCharactersOfMoreBytesIsTakenWhole) {
+  EXPECT_EQ(read("\u00E9\u00E9\u00E9\u00E9\u00E9\u00E9\u00E9\u00E9i"),
+            hop("\u00E9\u00E9\u00E9\u00E9\u00E9\u00E9\u00E9\u00E9i"));
+}
+
+TEST(TracertReader, BytesThatAreNoCharacterCountAsOneEach) {
+  EXPECT_EQ(read("  6  x \xE2\x82 198.51.100.5"), hop("198.51.100.5"));
+  EXPECT_EQ(read("\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"),
+            hop("\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"));
+}
+
 // --- Whole texts ---
 
 TEST(TracertReader, ReadsAWholeTraceWithNames) {

@@ -1,11 +1,13 @@
 #include "platform/portable/profile_file.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 #include <vector>
 
 #include "platform/portable/atomic_file.h"
 #include "platform/portable/profile_text.h"
+#include "text/strings.h"
 
 namespace veltrin {
 namespace {
@@ -16,18 +18,19 @@ std::string withoutBlanksAtTheEnd(const std::string& text) {
   return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
-// A single value with its closing NUL in a buffer of `size` bytes.
+// A single value with its closing NUL in a buffer of `size` characters.
 std::string cutValue(const std::string& value, std::size_t size) {
-  return size == 0 ? std::string() : value.substr(0, size - 1);
+  return size == 0 ? std::string() : Left(value, static_cast<std::int64_t>(size) - 1);
 }
 
 // Names, each followed by a NUL, with one more NUL behind the last, in a buffer of
-// `size` bytes. A list that does not fit ends in the two NULs that close it.
+// `size` characters. A list that does not fit ends in the two NULs that close it.
 std::string cutList(const std::vector<std::string>& names, std::size_t size) {
   std::string list;
   for (const auto& name : names) list += name + '\0';
-  if (list.size() < size) return list;
-  return size < 2 ? std::string() : list.substr(0, size - 2);
+  const auto room = static_cast<std::int64_t>(size);
+  if (Len(list) < room) return list;
+  return room < 2 ? std::string() : Left(list, room - 2);
 }
 
 bool hasLineBreak(const std::string& name) { return name.find_first_of("\r\n") != name.npos; }

@@ -13,7 +13,8 @@ namespace veltrin {
 // whole by every write that changes it. A file that is missing reads as an empty
 // one. As in the system's calls, a text ends at its first NUL, an empty list of keys
 // reads as the fallback and an empty list of sections as nothing, and the fallback
-// loses the blanks at its end.
+// loses the blanks at its end. Sizes count characters, so that a value that is cut
+// ends in a whole one.
 class ProfileFile : public ProfileStore {
  public:
   // Turns a path of the program's into one of the system's.

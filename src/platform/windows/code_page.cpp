@@ -1,5 +1,6 @@
 #include "platform/windows/code_page.h"
 
+#include <algorithm>
 #include <windows.h>
 
 namespace veltrin {
@@ -24,6 +25,11 @@ std::string encoded(UINT codePage, std::wstring_view wide) {
   return bytes;
 }
 
+bool isWhole(std::string_view bytes, UINT codePage) {
+  return bytes.empty() || MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, bytes.data(),
+                                              static_cast<int>(bytes.size()), nullptr, 0) != 0;
+}
+
 }  // namespace
 
 std::wstring toWide(std::string_view utf8) { return decoded(CP_UTF8, utf8); }
@@ -33,5 +39,15 @@ std::string fromWide(std::wstring_view wide) { return encoded(CP_UTF8, wide); }
 std::string toAnsi(std::string_view utf8) { return encoded(CP_ACP, decoded(CP_UTF8, utf8)); }
 
 std::string fromAnsi(std::string_view ansi) { return encoded(CP_UTF8, decoded(CP_ACP, ansi)); }
+
+std::string_view withoutCutCharacter(std::string_view bytes, unsigned codePage) {
+  constexpr std::size_t kMostCutBytes = 3;  // of the four of a long character of UTF-8
+  const std::size_t most = std::min(bytes.size(), kMostCutBytes);
+  for (std::size_t cut = 0; cut <= most; ++cut) {
+    const std::string_view kept = bytes.substr(0, bytes.size() - cut);
+    if (isWhole(kept, codePage)) return kept;
+  }
+  return bytes;
+}
 
 }  // namespace veltrin

@@ -17,4 +17,8 @@ std::string fromWide(std::wstring_view wide);
 std::string toAnsi(std::string_view utf8);
 std::string fromAnsi(std::string_view ansi);
 
+// Bytes of a code page without the part of a character that a cut left at their end.
+// Bytes with other things in them that are no characters stay as they are.
+std::string_view withoutCutCharacter(std::string_view bytes, unsigned codePage);
+
 }  // namespace veltrin

@@ -7,6 +7,8 @@
 namespace veltrin {
 namespace {
 
+constexpr std::size_t kClosingNuls = 2;  // behind a list; a single value has one
+
 // A text of the call's, or the null pointer where there is none.
 class Argument {
  public:
@@ -31,7 +33,9 @@ std::string WindowsProfileStore::read(const std::optional<std::string>& section,
       Argument(section).pointer(), Argument(key).pointer(), Argument(fallback).pointer(),
       buffer.data(), static_cast<DWORD>(size), Argument(path).pointer());
   buffer.resize(copied);
-  return fromAnsi(buffer);
+  // What filled the buffer may have been cut inside a character of several bytes.
+  const bool mayBeCut = copied + kClosingNuls >= size;
+  return fromAnsi(mayBeCut ? withoutCutCharacter(buffer, CP_ACP) : std::string_view(buffer));
 }
 
 bool WindowsProfileStore::write(const std::string& section, const std::optional<std::string>& key,

@@ -7,7 +7,8 @@ namespace veltrin {
 
 // GetPrivateProfileStringA and WritePrivateProfileStringA, with texts and paths in
 // UTF-8 on this side and in the ANSI code page on the system's. `size` counts bytes
-// of the code page. A path without a folder means the Windows folder, as ever.
+// of the code page, in which most systems' characters have one; what is cut ends in a
+// whole character. A path without a folder means the Windows folder, as ever.
 class WindowsProfileStore : public ProfileStore {
  public:
   std::string read(const std::optional<std::string>& section, const std::optional<std::string>& key,
