@@ -31,6 +31,7 @@ constexpr std::uint16_t kPointerToQuestion = 0xC000 | kHeader;
 // Seconds for which a resolver may keep a record.
 constexpr std::uint16_t kKeepSeconds = 60;
 
+// Last labels of names that are none of the Internet outside.
 constexpr std::array<std::string_view, 6> kSetAside = {"arpa",  "example",   "invalid",
                                                        "local", "localhost", "test"};
 
