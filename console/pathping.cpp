@@ -11,10 +11,9 @@ namespace {
 // Of a query, when nothing else is said.
 constexpr Microseconds kTimeout = 3 * kSecond;
 
-// Queries with priority: how many each hop gets, how far apart, and the highest
-// priority that every user may give (SO_PRIORITY, socket(7)).
+// Queries with priority: how many each hop gets, and the highest priority that
+// every user may give (SO_PRIORITY, socket(7)).
 constexpr std::uint64_t kPriorityQueries = 3;
-constexpr Microseconds kPriorityPeriod = 100 * kMillisecond;
 constexpr int kPriority = 6;
 
 constexpr std::string_view kNoReservations =
@@ -35,9 +34,16 @@ Address noAddress(Family family) {
   return none;
 }
 
+// Milliseconds in which each hop gets one query. In turn, a router is asked so
+// seldom that one which limits its answers to a few a second still gives them all.
+std::uint64_t roundOf(const PathpingSettings& settings, std::size_t hops) {
+  const std::uint64_t periods = settings.sideBySide ? std::min<std::size_t>(hops, 1) : hops;
+  return periods * settings.period;
+}
+
 // Whole seconds that all queries take, rounded up.
 std::uint64_t secondsFor(const PathpingSettings& settings, std::size_t hops) {
-  return hops == 0 ? 0 : (settings.queries * settings.period + 999) / 1000;
+  return (settings.queries * roundOf(settings, hops) + 999) / 1000;
 }
 
 }  // namespace
@@ -205,8 +211,7 @@ void Pathping::tellPriorities(ProbeBook& book) {
     return;
   }
   session_.write("\r\nSending echoes with priority " + std::to_string(kPriority) + "...\r\n");
-  RouteStatistics statistics(book, static_cast<int>(path_.size()), kPriorityQueries,
-                             kPriorityPeriod, session_.now());
+  RouteStatistics statistics = statisticsOf(book, kPriorityQueries);
   query(statistics, kPriority);
   const std::vector<HopFigures> figures = statistics.figures(kNever);
   std::string text;
@@ -223,9 +228,7 @@ void Pathping::tellStatistics(ProbeBook& book) {
   }
   session_.write("\r\nComputing statistics for " +
                  std::to_string(secondsFor(settings_, path_.size())) + " seconds...\r\n");
-  RouteStatistics statistics(book, static_cast<int>(path_.size()), settings_.queries,
-                             static_cast<Microseconds>(settings_.period) * kMillisecond,
-                             session_.now());
+  RouteStatistics statistics = statisticsOf(book, settings_.queries);
   query(statistics, 0);
   const std::vector<HopFigures> figures =
       statistics.figures(session_.ended() ? session_.now() : kNever);
@@ -234,6 +237,11 @@ void Pathping::tellStatistics(ProbeBook& book) {
     hops.push_back(TableHop{labelOf(at), figures[at]});
   }
   session_.write(pathTable(machine_, hops));
+}
+
+RouteStatistics Pathping::statisticsOf(ProbeBook& book, std::uint64_t queries) {
+  const auto round = static_cast<Microseconds>(roundOf(settings_, path_.size()));
+  return {book, static_cast<int>(path_.size()), queries, round * kMillisecond, session_.now()};
 }
 
 // Between two queries it sleeps and then reads all answers that came meanwhile: they

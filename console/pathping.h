@@ -39,6 +39,8 @@ class Pathping {
   void tellReservations();
   void tellPriorities(ProbeBook& book);
   void tellStatistics(ProbeBook& book);
+  // So many queries to each hop of the path, from now on.
+  RouteStatistics statisticsOf(ProbeBook& book, std::uint64_t queries);
   void query(RouteStatistics& statistics, int priority);
   std::string labelOf(std::size_t hop) const;
 

@@ -68,8 +68,9 @@ Microseconds ProbeBook::patienceFor(int hop) const {
   if (nearest == longest_.end()) {
     return patience_.timeout;
   }
-  const Microseconds grace = hasAnswered(hop) ? kLateGrace : kGrace;
-  return std::min(patience_.timeout, kTrips * *nearest + grace);
+  const Microseconds wait = hasAnswered(hop) ? kTrips * *nearest + kLateGrace
+                                             : std::max(kSilentTrips * *nearest, kSilentLeast);
+  return std::min(patience_.timeout, wait);
 }
 
 int ProbeBook::underWay(int hop, Microseconds now) const {

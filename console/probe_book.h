@@ -69,18 +69,28 @@ class ProbeBook {
   // to no open probe, one that is too late, and a notice that is no answer.
   std::optional<ProbeAnswer> take(const Incoming& incoming);
 
-  // How long an answer of a hop is worth waiting for: the whole timeout while
-  // neither it nor a later hop has ever answered. From then on kTrips times the
-  // longest round trip of the nearest one that has, and a grace, as routers put
-  // off answering but not passing on: kGrace for a hop that has never answered
-  // itself, kLateGrace for one that has. At most the timeout.
+  // How long an answer of a hop is worth waiting for: the whole timeout when it is
+  // exact, and while neither the hop nor a later one has ever answered. Otherwise,
+  // and at most the timeout:
+  //
+  // - for a hop that has answered, kTrips times its longest round trip, and
+  //   kLateGrace, as routers put off answering but not passing on;
+  // - for one that never has, kSilentTrips times the longest round trip of the
+  //   nearest later hop that has, and kSilentLeast at least. How far away it is
+  //   shows in that trip, how slow it is to answer does not: to give it up too
+  //   early makes a silent hop of a slow one.
   Microseconds patienceFor(int hop) const;
   static constexpr int kTrips = 3;
-  static constexpr Microseconds kGrace = 100 * kMillisecond;
   static constexpr Microseconds kLateGrace = 400 * kMillisecond;
+  static constexpr int kSilentTrips = 10;
+  static constexpr Microseconds kSilentLeast = 500 * kMillisecond;
 
   // Whether an echo to a hop has ever been answered.
   bool hasAnswered(int hop) const { return longest_[static_cast<std::size_t>(hop)] >= 0; }
+
+  // Whether an answer of a hop is worth any wait when all else is done: not of one
+  // that has never answered, unless the timeout is exact.
+  bool isWorthAWait(int hop) const { return patience_.exact || hasAnswered(hop); }
 
   // The longest round trip of all; 0 before the first answer.
   Microseconds longestTrip() const { return longestTrip_; }

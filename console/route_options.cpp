@@ -149,6 +149,9 @@ class PathpingReading : public RouteReading<PathpingSettings> {
       return true;
     }
     switch (lowerLetter(letter)) {
+      case 'b':
+        settings.sideBySide = true;
+        return true;
       case 'g':
         takeThrough();
         return true;

@@ -26,6 +26,7 @@ struct TracertSettings : RouteSettings {};
 struct PathpingSettings : RouteSettings {
   std::uint64_t queries = 100;  // -q: to each hop, 1 to 65535
   std::uint64_t period = 250;   // -p: milliseconds from query to query, 1 to 3600000
+  bool sideBySide = false;      // -b: the period is that of each hop by itself
   bool reservations = false;    // -P
   bool reservingHops = false;   // -R
   bool priorities = false;      // -T

@@ -20,10 +20,10 @@ std::vector<HopLoss> lossesOf(const std::vector<HopFigures>& hops) {
 }
 
 RouteStatistics::RouteStatistics(ProbeBook& book, int hops, std::uint64_t queries,
-                                 Microseconds period, Microseconds start)
+                                 Microseconds round, Microseconds start)
     : book_(book),
       queries_(queries),
-      period_(period),
+      round_(round),
       start_(start),
       figures_(static_cast<std::size_t>(hops)) {
   book_.closeAll();
@@ -34,9 +34,9 @@ Microseconds RouteStatistics::nextAt() const {
   if (given_ >= queries_ * hops) {
     return kNever;
   }
-  const auto round = static_cast<Microseconds>(given_ / hops);
+  const auto rounds = static_cast<Microseconds>(given_ / hops);
   const auto turn = static_cast<Microseconds>(given_ % hops);
-  return start_ + round * period_ + turn * period_ / static_cast<Microseconds>(hops);
+  return start_ + rounds * round_ + turn * round_ / static_cast<Microseconds>(hops);
 }
 
 std::optional<Probe> RouteStatistics::next(Microseconds now) {
@@ -80,7 +80,7 @@ Microseconds RouteStatistics::overAt() const {
   }
   Microseconds over = 0;
   for (int hop = 1; hop <= static_cast<int>(figures_.size()); ++hop) {
-    if (book_.hasAnswered(hop)) {
+    if (book_.isWorthAWait(hop)) {
       over = std::max(over, book_.settledAt(hop));
     }
   }

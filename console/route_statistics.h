@@ -1,9 +1,9 @@
-// Measures the loss and the round trips of all hops of a known path side by side:
-// decides which echo goes out when and what its answer counts for. Knows no
-// socket, no clock and no text.
+// Measures the loss and the round trips of all hops of a known path: decides which
+// echo goes out when and what its answer counts for. Knows no socket, no clock and
+// no text.
 //
-// Each period sees one query to every hop, spread evenly over it, so that the
-// whole takes queries times period however long the path is.
+// Queries go to the hops in turn, evenly spread over rounds: each hop gets one a
+// round, so that the whole takes queries times round.
 #pragma once
 
 #include <cstddef>
@@ -44,8 +44,8 @@ std::vector<HopLoss> lossesOf(const std::vector<HopFigures>& hops);
 
 class RouteStatistics {
  public:
-  // Of `hops` hops, 0 to as many as the book is made for.
-  RouteStatistics(ProbeBook& book, int hops, std::uint64_t queries, Microseconds period,
+  // Of `hops` hops, 0 to as many as the book is made for; `queries` to each.
+  RouteStatistics(ProbeBook& book, int hops, std::uint64_t queries, Microseconds round,
                   Microseconds start);
 
   // The next query, when one is due.
@@ -58,8 +58,8 @@ class RouteStatistics {
   void take(const Incoming& incoming);
 
   // The moment at which all is over if no answer comes before; kNever while
-  // queries are left. Hops that have never answered, not
-  // in the book's earlier probes either, are not waited for.
+  // queries are left. Hops that have never answered, not in the book's earlier
+  // probes either, are waited for only when the book's timeout is exact.
   Microseconds overAt() const;
 
   // The hops' counts, nearest first. Queries that may still be answered at `now`
@@ -69,7 +69,7 @@ class RouteStatistics {
  private:
   ProbeBook& book_;
   std::uint64_t queries_;
-  Microseconds period_;
+  Microseconds round_;
   Microseconds start_;
   std::uint64_t given_ = 0;  // queries given, to all hops together
   std::vector<HopFigures> figures_;

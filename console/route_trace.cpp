@@ -36,7 +36,7 @@ std::optional<Probe> RouteTrace::waiting() const {
 
 // When the trace looks further although nothing has come from there.
 Microseconds RouteTrace::widenAt() const {
-  const Microseconds quiet = ProbeBook::kTrips * book_.longestTrip() + ProbeBook::kGrace;
+  const Microseconds quiet = kQuietTrips * book_.longestTrip() + kQuietGrace;
   return newsAt_ + std::min(quiet, kLongestQuiet);
 }
 

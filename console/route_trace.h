@@ -4,8 +4,9 @@
 // Probes of many hops are under way at once. They go out kPace apart, first ones
 // of all hops before second ones, up to kAhead hops behind the furthest that has
 // answered, so that a destination near by is not flooded by probes of hops that
-// it does not have. When nothing comes from there for a while, kLongestQuiet at
-// most, the trace looks kAhead hops further.
+// it does not have. When nothing comes from there for a while, the trace looks
+// kAhead hops further: after kQuietTrips times the longest round trip so far, and
+// kQuietGrace, but kLongestQuiet at most. No hop is given up by that.
 #pragma once
 
 #include <array>
@@ -25,6 +26,8 @@ class RouteTrace {
  public:
   static constexpr Microseconds kPace = 500;
   static constexpr int kAhead = 8;
+  static constexpr int kQuietTrips = 3;
+  static constexpr Microseconds kQuietGrace = 100 * kMillisecond;
   static constexpr Microseconds kLongestQuiet = 500 * kMillisecond;
 
   // Of at most `hops` hops, 1 to 255. The book is made for as many.

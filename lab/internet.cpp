@@ -67,6 +67,9 @@ Internet::Internet(Scenario scenario) : scenario_(std::move(scenario)) {
     if (!described.nameless) names_.add(described.name, described.addresses);
     states_.push_back({Chance(scenario_.seed ^ hashOf(LCase(described.name)))});
   }
+  for (const std::size_t host : scenario_.publicHosts) {
+    names_.addPublicHost(scenario_.nodes[host].addresses);
+  }
 }
 
 std::vector<TimedPacket> Internet::receive(Time now, Bytes bytes) {
@@ -182,7 +185,7 @@ std::vector<TimedPacket> Internet::answerLaterPiece(std::size_t host,
   return atMoments(first->fate, echoReply(packet, hopLimitAfter(scenario_.nodes[host].via.size())));
 }
 
-std::vector<TimedPacket> Internet::answerName(Time now, const IpPacket& packet) const {
+std::vector<TimedPacket> Internet::answerName(Time now, const IpPacket& packet) {
   const Packet answer = names_.answer(udpData(packet));
   if (answer.empty()) return {};
   return {{now, udpReply(packet, answer, kFirstHopLimit)}};

@@ -81,7 +81,7 @@ class Internet {
   std::vector<TimedPacket> atHost(std::size_t host, const Journey& journey);
   std::vector<TimedPacket> answerEcho(std::size_t host, const Journey& journey);
   std::vector<TimedPacket> answerLaterPiece(std::size_t host, const IpPacket& packet) const;
-  std::vector<TimedPacket> answerName(Time now, const IpPacket& packet) const;
+  std::vector<TimedPacket> answerName(Time now, const IpPacket& packet);
 
   Scenario scenario_;
   Names names_;

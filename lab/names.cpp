@@ -1,6 +1,7 @@
 #include "lab/names.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <optional>
 
@@ -29,6 +30,10 @@ constexpr std::uint16_t kPointerToQuestion = 0xC000 | kHeader;
 
 // Seconds for which a resolver may keep a record.
 constexpr std::uint16_t kKeepSeconds = 60;
+
+// Last labels of names that are none of the Internet outside.
+constexpr std::array<std::string_view, 6> kSetAside = {"arpa",  "example",   "invalid",
+                                                       "local", "localhost", "test"};
 
 enum Outcome : std::uint8_t {
   kNoError = 0,
@@ -123,7 +128,25 @@ void Names::add(std::string_view name, std::span<const IpAddress> addresses) {
   for (const IpAddress& address : addresses) reverse_[address.reverseName()] = name;
 }
 
-Packet Names::answer(Bytes query) const {
+void Names::addPublicHost(std::span<const IpAddress> addresses) {
+  publicHosts_.emplace_back(addresses.begin(), addresses.end());
+}
+
+bool Names::isPublic(std::string_view name) {
+  const std::size_t dot = name.rfind('.');
+  return dot != std::string_view::npos &&
+         std::find(kSetAside.begin(), kSetAside.end(), name.substr(dot + 1)) == kSetAside.end();
+}
+
+// A public name becomes known by being asked for.
+bool Names::isKnown(const std::string& name) {
+  if (addresses_.contains(name) || reverse_.contains(name)) return true;
+  if (publicHosts_.empty() || publicNames_ == kMostPublicNames || !isPublic(name)) return false;
+  addresses_[name] = publicHosts_[publicNames_++ % publicHosts_.size()];
+  return true;
+}
+
+Packet Names::answer(Bytes query) {
   if (query.size() < kHeader || (query[2] & kIsAnswer) != 0) return {};
   if ((query[2] & kOpcodeMask) != 0) return startReply(query, kNotImplemented);
   const auto question = wordAt(query, 4) == 1 ? Question::read(query) : std::optional<Question>();
@@ -132,8 +155,7 @@ Packet Names::answer(Bytes query) const {
     return startReply(query, kRefused);
   }
 
-  const bool known = addresses_.contains(question->name) || reverse_.contains(question->name);
-  Packet reply = startReply(query, known ? kNoError : kNameError);
+  Packet reply = startReply(query, isKnown(question->name) ? kNoError : kNameError);
   reply[5] = 1;
   reply.insert(reply.end(), query.begin() + kHeader,
                query.begin() + static_cast<std::ptrdiff_t>(question->end));

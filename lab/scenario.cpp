@@ -146,7 +146,7 @@ class Reader {
   }
 
   std::string keysHere() const {
-    if (section_ == Section::Internet) return "title, machine, gateway, dns, seed, mtu";
+    if (section_ == Section::Internet) return "title, machine, gateway, dns, seed, mtu, public";
     std::string behaviour = behaviourKeys(current().router);
     if (section_ == Section::Change) return behaviour;
     return (current().router ? "address, nameless, " : "address, nameless, via, ") + behaviour;
@@ -177,6 +177,9 @@ class Reader {
       scenario_.seed = readNumber(value, 0, UINT64_MAX);
     } else if (key == "mtu") {
       scenario_.mtu = static_cast<std::uint32_t>(readNumber(value, kLeastMtu, kMostMtu));
+    } else if (key == "public") {
+      publicLine_ = line_;
+      publicNames_ = splitList(value);
     } else {
       return false;
     }
@@ -237,6 +240,9 @@ class Reader {
     if (!internetSeen_) fail(line_, "the file ends without a section [internet]");
     std::vector<bool> onAWay(scenario_.nodes.size());
     for (std::size_t host = 0; host < scenario_.nodes.size(); ++host) tieWay(host, onAWay);
+    for (const std::string& name : publicNames_) {
+      scenario_.publicHosts.push_back(findNode(name, false, publicLine_));
+    }
   }
 
   // Turns the names of a host's way into positions, and gives each router on it
@@ -248,7 +254,7 @@ class Reader {
     for (const auto& names : origin.via) {
       std::vector<std::size_t> hop;
       for (const std::string& name : names) {
-        const std::size_t router = findRouter(name, origin.viaLine);
+        const std::size_t router = findNode(name, true, origin.viaLine);
         if (!onAWay[router]) scenario_.nodes[router].via = wayOfTurn(way, hop.size());
         onAWay[router] = true;
         hop.push_back(router);
@@ -258,10 +264,12 @@ class Reader {
     if (!scenario_.nodes[host].router) scenario_.nodes[host].via = way;
   }
 
-  std::size_t findRouter(const std::string& name, std::size_t line) const {
+  // The router, or else the host, that a line names.
+  std::size_t findNode(const std::string& name, bool router, std::size_t line) const {
     const auto known = byName_.find(LCase(name));
-    if (known == byName_.end() || !scenario_.nodes[known->second].router) {
-      fail(line, "no section [router " + name + "] in this file");
+    if (known == byName_.end() || scenario_.nodes[known->second].router != router) {
+      fail(line,
+           "no section [" + std::string(router ? "router " : "host ") + name + "] in this file");
     }
     return known->second;
   }
@@ -281,6 +289,8 @@ class Reader {
   std::size_t sectionLine_ = 0;
   std::size_t current_ = 0;  // position of the node that the section is about
   bool internetSeen_ = false;
+  std::size_t publicLine_ = 0;
+  std::vector<std::string> publicNames_;
   std::set<std::string> keys_;   // of the present section
   std::vector<Origin> origins_;  // one for each node
   std::map<std::string, std::size_t> byName_;

@@ -10,6 +10,13 @@
 //   dns = 198.51.100.53                      addresses that answer DNS questions
 //   seed = 7                                 of all that is random; default 1
 //   mtu = 1500                               of the machine's interface, in bytes
+//   public = one.example, two.example        hosts that answer for the Internet
+//                                            outside; default: none
+//
+// With "public", every name of the Internet outside exists: the first that is asked
+// for leads to the first of these hosts, the next to the second, and so on around.
+// What a name leads to it keeps. Names that the Internet sets aside, such as all
+// that end in ".example", and those without a dot exist only as a host or router.
 //
 //   [host far.example]            something to reach; also [router NAME]
 //   address = 203.0.113.80, 2001:db8:80::1   at least one
@@ -107,6 +114,8 @@ struct Scenario {
   std::uint64_t seed = 1;
   std::uint32_t mtu = 1500;
   std::vector<Node> nodes;
+  // Positions in `nodes` of the hosts that answer for the Internet outside.
+  std::vector<std::size_t> publicHosts;
 };
 
 // A scenario text that says something else than a scenario. what() reads

@@ -14,7 +14,22 @@ using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-using PathpingRun = RouteRun<Pathping>;
+// The hop that an echo went to, and when, since the first of its kind.
+using Query = std::pair<int, Microseconds>;
+
+class PathpingRun : public RouteRun<Pathping> {
+ protected:
+  // The last echoes that were sent.
+  std::vector<Query> queries(std::size_t count) {
+    std::vector<Query> queries;
+    const std::size_t first = network_.requests.size() - count;
+    for (std::size_t at = first; at < network_.requests.size(); ++at) {
+      queries.emplace_back(network_.requests[at].ttl,
+                           network_.sendTimes[at] - network_.sendTimes[first]);
+    }
+    return queries;
+  }
+};
 
 TEST_F(PathpingRun, PrintsThePathAndItsTable) {
   network_.names["www.example.net"] = "192.0.2.7";
@@ -32,7 +47,7 @@ TEST_F(PathpingRun, PrintsThePathAndItsTable) {
             "  2     *        *        *     \r\n"
             "  3  192.0.2.7 \r\n"
             "\r\n"
-            "Computing statistics for 1 seconds...\r\n"
+            "Computing statistics for 3 seconds...\r\n"
             "            Source to Here   This Node/Link\r\n"
             "Hop  RTT    Lost/Sent = Pct  Lost/Sent = Pct  Address\r\n"
             "  0                                           mypc [198.51.100.20] \r\n"
@@ -55,16 +70,73 @@ TEST_F(PathpingRun, PrintsANumericDestinationWithoutANameOnOneLine) {
                          "  1  192.0.2.7 \r\n"));
 }
 
-TEST_F(PathpingRun, TellsTheTimeOfAllHopsSideBySide) {
-  network_.makePath(15, 4'000);
-  EXPECT_THAT(textOf({"-n", "192.0.2.7"}), HasSubstr("Computing statistics for 25 seconds...\r\n"));
+TEST_F(PathpingRun, TellsTheTimeOfAllQueriesToAllHops) {
+  network_.makePath(3, 4'000);
+  EXPECT_THAT(textOf({"-n", "192.0.2.7"}), HasSubstr("Computing statistics for 75 seconds...\r\n"));
 }
 
-TEST_F(PathpingRun, TakesQueriesTimesPeriodForAllHopsTogether) {
+TEST_F(PathpingRun, TellsTheTimeOfHopsSideBySide) {
+  network_.makePath(3, 4'000);
+  EXPECT_THAT(textOf({"-n", "-b", "192.0.2.7"}),
+              HasSubstr("Computing statistics for 25 seconds...\r\n"));
+}
+
+TEST_F(PathpingRun, TakesTheTimeThatItTells) {
   network_.makePath(15, 4'000);
   run({"-n", "-q", "20", "-p", "100", "192.0.2.7"});
+  EXPECT_GE(taken(), 30'000'000 - 100'000);
+  EXPECT_LT(taken(), 30'200'000);
+}
+
+TEST_F(PathpingRun, SideBySideTakesQueriesTimesPeriodForAllHopsTogether) {
+  network_.makePath(15, 4'000);
+  run({"-n", "-b", "-q", "20", "-p", "100", "192.0.2.7"});
   EXPECT_GE(taken(), 2'000'000);
   EXPECT_LT(taken(), 2'200'000);
+}
+
+TEST_F(PathpingRun, SendsOneQueryEachPeriodToTheHopsInTurn) {
+  network_.makePath(3, 4'000);
+  run({"-n", "-q", "2", "-p", "100", "192.0.2.7"});
+  EXPECT_THAT(queries(6), ElementsAre(Query(1, 0), Query(2, 100'000), Query(3, 200'000),
+                                      Query(1, 300'000), Query(2, 400'000), Query(3, 500'000)));
+}
+
+TEST_F(PathpingRun, SideBySideSendsAQueryToEveryHopEachPeriod) {
+  network_.makePath(2, 4'000);
+  run({"-n", "-b", "-q", "2", "-p", "100", "192.0.2.7"});
+  EXPECT_THAT(queries(4),
+              ElementsAre(Query(1, 0), Query(2, 50'000), Query(1, 100'000), Query(2, 150'000)));
+}
+
+TEST_F(PathpingRun, SendsEchoesWithPriorityNoOftenerThanOthers) {
+  network_.makePath(2, 4'000);
+  run({"-n", "-T", "-q", "1", "-p", "100", "192.0.2.7"});
+  const std::vector<Query> sent = queries(8);
+  EXPECT_THAT(std::vector<Query>(sent.begin(), sent.begin() + 6),
+              ElementsAre(Query(1, 0), Query(2, 100'000), Query(1, 200'000), Query(2, 300'000),
+                          Query(1, 400'000), Query(2, 500'000)));
+}
+
+TEST_F(PathpingRun, FindsItsPathAsQuicklyAsATrace) {
+  network_.makePath(15, 4'000);
+  run({"-n", "-q", "1", "-p", "100", "192.0.2.7"});
+  const Microseconds firstQuery = network_.sendTimes[network_.sendTimes.size() - 15];
+  EXPECT_LT(firstQuery - 1'000'000, 100'000);
+}
+
+TEST_F(PathpingRun, DoesNotWaitInItsStatisticsForAHopThatNeverAnswered) {
+  network_.makePath(3, 4'000);
+  network_.hops[2] = {};
+  run({"-n", "-q", "1", "-p", "10", "192.0.2.7"});
+  EXPECT_LT(taken(), 600'000);
+}
+
+TEST_F(PathpingRun, WaitsAllOfItsTimeoutForEachReplyWhenItIsToldOne) {
+  network_.makePath(3, 4'000);
+  network_.hops[2] = {};
+  run({"-n", "-q", "1", "-p", "10", "-w", "2000", "192.0.2.7"});
+  EXPECT_GE(taken(), 4'000'000);
 }
 
 TEST_F(PathpingRun, SendsEachHopItsQueries) {

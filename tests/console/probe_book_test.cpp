@@ -97,13 +97,19 @@ TEST_F(Book, WaitsAllOfTheTimeoutWhileNobodyFurtherHasAnswered) {
   EXPECT_EQ(book_.patienceFor(5), 4'000'000);
 }
 
-TEST_F(Book, WaitsForASilentHopByTheTripOfTheNextOneThatAnswered) {
-  book_.take(answerTo(sendTo(5), 10'000));
-  book_.take(answerTo(sendTo(7), 60'000));
-  EXPECT_EQ(book_.patienceFor(3), 130'000);
+TEST_F(Book, WaitsForASilentHopTenTripsOfTheNextOneThatAnswered) {
+  book_.take(answerTo(sendTo(2), 90'000));
+  book_.take(answerTo(sendTo(5), 60'000));
+  book_.take(answerTo(sendTo(7), 70'000));
+  EXPECT_EQ(book_.patienceFor(3), 600'000);
 }
 
-TEST_F(Book, WaitsLongerForAHopThatHasAnsweredBefore) {
+TEST_F(Book, WaitsHalfASecondForASilentHopHoweverNearTheNextOneIs) {
+  book_.take(answerTo(sendTo(5), 1'000));
+  EXPECT_EQ(book_.patienceFor(3), 500'000);
+}
+
+TEST_F(Book, WaitsForAHopThatHasAnsweredThreeOfItsTripsAndAGrace) {
   book_.take(answerTo(sendTo(5), 10'000));
   EXPECT_EQ(book_.patienceFor(5), 430'000);
 }
@@ -111,12 +117,13 @@ TEST_F(Book, WaitsLongerForAHopThatHasAnsweredBefore) {
 TEST_F(Book, WaitsByTheLongestTripOfAHop) {
   book_.take(answerTo(sendTo(5), 80'000));
   book_.take(answerTo(sendTo(5), 10'000));
-  EXPECT_EQ(book_.patienceFor(4), 340'000);
+  EXPECT_EQ(book_.patienceFor(4), 800'000);
 }
 
 TEST_F(Book, NeverWaitsLongerThanTheTimeout) {
-  book_.take(answerTo(sendTo(5), 3'900'000));
+  book_.take(answerTo(sendTo(5), 1'300'000));
   EXPECT_EQ(book_.patienceFor(4), 4'000'000);
+  EXPECT_EQ(book_.patienceFor(5), 4'000'000);
 }
 
 TEST_F(Book, KeepsToAnExactTimeoutWhoeverHasAnswered) {
@@ -125,6 +132,14 @@ TEST_F(Book, KeepsToAnExactTimeoutWhoeverHasAnswered) {
   exact.left(probe, kStart);
   exact.take(answerTo(probe, 10'000));
   EXPECT_EQ(exact.patienceFor(5), 2'000'000);
+  EXPECT_EQ(exact.patienceFor(4), 2'000'000);
+}
+
+TEST_F(Book, FindsAWaitWorthForHopsThatHaveAnsweredAndWithAnExactTimeoutForAll) {
+  book_.take(answerTo(sendTo(5), 10'000));
+  EXPECT_TRUE(book_.isWorthAWait(5));
+  EXPECT_FALSE(book_.isWorthAWait(4));
+  EXPECT_TRUE(ProbeBook(30, Patience{2 * kSecond, true}).isWorthAWait(4));
 }
 
 TEST_F(Book, CountsTheProbesThatAreStillWorthWaitingFor) {

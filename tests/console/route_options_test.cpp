@@ -8,6 +8,7 @@
 namespace veltrin {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -109,6 +110,7 @@ TEST(PathpingCommandLine, OfADestinationAloneHasTheUsualSettings) {
   EXPECT_EQ(settings.period, 250U);
   EXPECT_EQ(settings.hops, 30);
   EXPECT_FALSE(settings.timeout);
+  EXPECT_FALSE(settings.sideBySide);
   EXPECT_FALSE(settings.reservations);
   EXPECT_FALSE(settings.reservingHops);
   EXPECT_FALSE(settings.priorities);
@@ -121,6 +123,7 @@ TEST(PathpingCommandLine, TakesItsOptions) {
   EXPECT_FALSE(pathping({"-n", "host"}).resolveNames);
   EXPECT_EQ(pathping({"-q", "20", "host"}).queries, 20U);
   EXPECT_EQ(pathping({"-w", "500", "host"}).timeout, 500U);
+  EXPECT_TRUE(pathping({"-b", "host"}).sideBySide);
   EXPECT_TRUE(pathping({"-R", "host"}).reservingHops);
   EXPECT_TRUE(pathping({"-T", "host"}).priorities);
 }
@@ -144,9 +147,28 @@ TEST(RouteUsage, NamesEveryOption) {
     EXPECT_THAT(std::string(tracertUsage()), HasSubstr(std::string("    ") + option + " "));
   }
   for (const char* option :
-       {"-g", "-h", "-i", "-n", "-p", "-q", "-w", "-P", "-R", "-T", "-4", "-6", "-?"}) {
+       {"-g", "-h", "-i", "-n", "-p", "-q", "-w", "-P", "-R", "-T", "-4", "-6", "-b", "-?"}) {
     EXPECT_THAT(std::string(pathpingUsage()), HasSubstr(std::string("    ") + option + " "));
   }
+}
+
+TEST(RouteUsage, SaysWhatIsNotDone) {
+  EXPECT_THAT(std::string(tracertUsage()), HasSubstr("    -R                 Not done here: "));
+  EXPECT_THAT(
+      std::string(pathpingUsage()),
+      AllOf(HasSubstr("    -P                 RSVP PATH connectivity: taken, but not tested"),
+            HasSubstr("    -R                 RSVP awareness: taken, but not tested")));
+}
+
+TEST(RouteUsage, SaysHowLongAReplyIsWaitedFor) {
+  const std::string waits =
+      " ms for a hop as long as\r\n"
+      "                       neither it nor one behind it has answered. Then it is\r\n"
+      "                       three times its longest round trip and 400 ms; for a\r\n"
+      "                       hop that never has, ten times that of the nearest\r\n"
+      "                       behind it that has, but 500 ms at least.\r\n";
+  EXPECT_THAT(std::string(tracertUsage()), HasSubstr("the wait is 4000" + waits));
+  EXPECT_THAT(std::string(pathpingUsage()), HasSubstr("the wait is 3000" + waits));
 }
 
 }  // namespace

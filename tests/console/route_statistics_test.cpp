@@ -69,7 +69,7 @@ class Statistics : public ::testing::Test {
   std::vector<Probe> probes_;
 };
 
-TEST_F(Statistics, QueryAllHopsInEachPeriod) {
+TEST_F(Statistics, QueryTheHopsInTurnSpreadOverEachRound) {
   RouteStatistics statistics(book_, 4, 2, 100'000, kStart);
   EXPECT_THAT(sendAll(statistics),
               ElementsAre(std::pair(1, 0), std::pair(2, 25'000), std::pair(3, 50'000),
@@ -134,6 +134,13 @@ TEST_F(Statistics, DoNotWaitForAHopThatNeverAnswered) {
   RouteStatistics statistics(book_, 1, 2, 100'000, kStart);
   sendAll(statistics);
   EXPECT_EQ(statistics.overAt(), 0);
+}
+
+TEST_F(Statistics, WaitAllOfAnExactTimeoutForAHopThatNeverAnswered) {
+  ProbeBook exact(30, Patience{2 * kSecond, true});
+  RouteStatistics statistics(exact, 1, 2, 100'000, kStart);
+  sendAll(statistics);
+  EXPECT_EQ(statistics.overAt(), kStart + 100'000 + 2 * kSecond);
 }
 
 TEST(PathTable, ShowsLinksAndNodes) {

@@ -136,12 +136,26 @@ TEST_F(Trace, OfASilentProbeLosesItAtItsTimeout) {
   EXPECT_EQ(trace_.fate(1, 0, kStart + 4'000'000), RouteTrace::Fate::Lost);
 }
 
+TEST_F(Trace, OfASilentHopBeforeAQuickOneLosesItsProbeAfterHalfASecond) {
+  sendUntil(kStart + 20'000);
+  answer(2, kStart + 10'000);
+  EXPECT_EQ(trace_.fate(1, 0, kStart + 499'999), RouteTrace::Fate::Open);
+  EXPECT_EQ(trace_.fate(1, 0, kStart + 500'000), RouteTrace::Fate::Lost);
+}
+
+TEST_F(Trace, LooksFurtherAsSoonAsBeforeWhenOneHopIsSilent) {
+  sendUntil(kStart + 20'000);
+  answer(1, kStart + 10'000);
+  EXPECT_EQ(furthestOf(sendUntil(kStart + 20'000)), 9);
+  EXPECT_EQ(trace_.nextAt(), kStart + 13'000 + 3 * 10'000 + 100'000);
+}
+
 TEST_F(Trace, TakesALateAnswerToALostProbe) {
   sendUntil(kStart + 20'000);
   answer(2, kStart + 10'000);
-  ASSERT_EQ(trace_.fate(1, 0, kStart + 300'000), RouteTrace::Fate::Lost);
-  EXPECT_TRUE(answer(1, kStart + 300'000));
-  EXPECT_EQ(trace_.fate(1, 0, kStart + 300'000), RouteTrace::Fate::Answered);
+  ASSERT_EQ(trace_.fate(1, 0, kStart + 600'000), RouteTrace::Fate::Lost);
+  EXPECT_TRUE(answer(1, kStart + 600'000));
+  EXPECT_EQ(trace_.fate(1, 0, kStart + 600'000), RouteTrace::Fate::Answered);
 }
 
 TEST_F(Trace, KnowsTheFurthestHopThatAnswered) {

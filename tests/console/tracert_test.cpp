@@ -113,7 +113,35 @@ TEST_F(TracertRun, DoesNotWaitAllOfTheTimeoutForASilentHopAmongOthers) {
   network_.makePath(4, 10'000);
   network_.hops[2] = {};
   run({"-d", "192.0.2.7"});
-  EXPECT_LT(taken(), 300'000);
+  EXPECT_LT(taken(), 520'000);
+}
+
+TEST_F(TracertRun, WaitsHalfASecondForARouterOnAQuickPath) {
+  network_.makePath(4, 3'000);
+  network_.hops[2] = {passing("203.0.113.2", 490'000)};
+  EXPECT_THAT(textOf({"-d", "192.0.2.7"}),
+              HasSubstr("  2   490 ms   490 ms   490 ms  203.0.113.2 \r\n"));
+}
+
+TEST_F(TracertRun, WaitsTenRoundTripsForARouterOnALongPath) {
+  network_.makePath(4, 30'000);
+  network_.hops[2] = {passing("203.0.113.2", 890'000)};
+  EXPECT_THAT(textOf({"-d", "192.0.2.7"}),
+              HasSubstr("  2   890 ms   890 ms   890 ms  203.0.113.2 \r\n"));
+}
+
+TEST_F(TracertRun, WaitsForASilentRouterNoLongerThanTenRoundTripsBehindIt) {
+  network_.makePath(4, 30'000);
+  network_.hops[2] = {passing("203.0.113.2", 910'000)};
+  EXPECT_THAT(textOf({"-d", "192.0.2.7"}),
+              HasSubstr("  2     *        *        *     Request timed out.\r\n"));
+}
+
+TEST_F(TracertRun, WithATimeoutTakesAnAnswerUpToItsLastMoment) {
+  network_.makePath(4, 3'000);
+  network_.hops[2] = {passing("203.0.113.2", 2'500'000)};
+  EXPECT_THAT(textOf({"-d", "-w", "2500", "192.0.2.7"}),
+              HasSubstr("  2  2500 ms  2500 ms  2500 ms  203.0.113.2 \r\n"));
 }
 
 TEST_F(TracertRun, WaitsForASilentHopToTheLetterOfItsTimeout) {

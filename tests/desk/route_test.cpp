@@ -191,7 +191,7 @@ TEST_F(RouteOnADesk, InDepthAnalysisTellsTheLossOfTheScenario) {
   desk_->doubleClick(desk_->named(window_, "Destination"));
   desk_->type("target.example");
   choose("100", "10");
-  choose("25", "100");
+  choose("25", "50");
   const std::vector<std::string> boxes = {
       "Do Not Resolve Address", "Test for RSVP Path",
       "Test if RSVP Aware",     "Test Connectivity to each Hop, Layer 2 priority",
@@ -200,7 +200,7 @@ TEST_F(RouteOnADesk, InDepthAnalysisTellsTheLossOfTheScenario) {
   click("Test It");
   desk_->photograph("indepth-running");
   ASSERT_TRUE(eventually(kLongRun, [&] {
-    return commandOf(1) == "pathping -q 10 -p 100 -n -P -R -T -4 -6 target.example" &&
+    return commandOf(1) == "pathping -q 10 -p 50 -n -P -R -T -4 -6 target.example" &&
            isShown(window_, "Copy");
   })) << commandOf(1);
   ASSERT_TRUE(eventually(milliseconds(10000), [&] { return isIdle(); }));
@@ -214,7 +214,7 @@ TEST_F(RouteOnADesk, InDepthAnalysisTellsTheLossOfTheScenario) {
     return textOf(3).find("Trace complete.") != std::string::npos && isIdle();
   }));
   desk_->photograph("indepth-complete");
-  EXPECT_EQ(commandOf(3), "pathping -q 10 -p 100 -n -4 target.example");
+  EXPECT_EQ(commandOf(3), "pathping -q 10 -p 50 -n -4 target.example");
   EXPECT_FALSE(isShown(window_, "Info"));
   expectLossOfTheScenario(textOf(3));
 
@@ -227,7 +227,7 @@ TEST_F(RouteOnADesk, InDepthAnalysisTellsTheLossOfTheScenario) {
   EXPECT_EQ(withoutReturns(copy("InDepth Internet Analysis")), withoutReturns(saved));
   click("Close");
   EXPECT_EQ(program_->waitFor(milliseconds(10000)), 0);
-  EXPECT_NE(settings().find("Source=target.example\r\nQueries=10\r\nPeriod=100\r\n"),
+  EXPECT_NE(settings().find("Source=target.example\r\nQueries=10\r\nPeriod=50\r\n"),
             std::string::npos)
       << settings();
 }

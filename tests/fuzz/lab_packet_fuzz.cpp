@@ -18,6 +18,7 @@ constexpr std::string_view kScenario =
     "[internet]\n"
     "machine = 192.0.2.2/24\n"
     "dns = 198.51.100.53\n"
+    "public = near.example\n"
     "[router gateway.example]\n"
     "address = 192.0.2.1, 2001:db8::1\n"
     "twice = every 2nd\n"

@@ -1,11 +1,17 @@
-// Answers a trace with whatever the bytes say, and checks that its text stays
-// whole: each echo takes bytes that tell how its answers come.
+// Answers a trace, and then the statistics of a path, with whatever the bytes say,
+// and checks that their texts stay whole: each echo takes bytes that tell how its
+// answers come.
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
+#include <regex>
 #include <string>
+#include <vector>
 
+#include "console/pathping.h"
 #include "console/tracert.h"
 #include "path_network.h"
 #include "route_reading.h"
@@ -41,10 +47,9 @@ TimedAnswer answerFrom(Source& source) {
   return answer;
 }
 
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  Source source(data, size);
+// The text that a tool prints when the bytes decide about the answers.
+template <class Tool>
+std::string textOf(Source& source, const std::vector<std::string>& arguments) {
   veltrin::PathNetwork network;
   network.decide = [&](int /*hop*/, int /*number*/) {
     veltrin::PathNetwork::Answers answers;
@@ -54,11 +59,41 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return answers;
   };
   veltrin::KeptOutput output;
-  veltrin::Tracert(network, output).run({"-d", "192.0.2.7"});
-  const std::string fault = veltrin::faultOfTrace(output.text());
+  Tool(network, output).run(arguments);
+  return output.text();
+}
+
+// What is wrong with a text of pathping with two queries a hop; empty for a sound one.
+std::string faultOfTable(const std::string& text) {
+  const std::string end = "\r\n\r\nTrace complete.\r\n";
+  if (!text.ends_with(end)) {
+    return "no end: " + text;
+  }
+  static const std::regex kRow(
+      "\r\n(?: {27}|[ 0-9]{3}(?:[ 0-9]{5}ms|  ---  )     [0-2]/   2 =[ 0-9]{3}%)"
+      "     [0-2]/   2 =[ 0-9]{3}%  [ 0-9a-f.|]");
+  const auto rows = std::distance(std::sregex_iterator(text.begin(), text.end(), kRow), {});
+  const auto shares = std::count(text.begin(), text.end(), '/');
+  // "Lost/Sent" and "Node/Link" stand in the titles; a link has one share, a hop two.
+  return (shares - 3) * 2 == rows * 3 ? "" : "no table: " + text;
+}
+
+void mustBeSound(const std::string& fault) {
   if (!fault.empty()) {
     std::fprintf(stderr, "%s\n", fault.c_str());
     std::abort();
   }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  Source source(data, size);
+  mustBeSound(veltrin::faultOfTrace(textOf<veltrin::Tracert>(source, {"-d", "192.0.2.7"})));
+  std::vector<std::string> arguments = {"-n", "-h", "4", "-q", "2", "-p", "50", "192.0.2.7"};
+  if (source.next() % 2 == 1) {
+    arguments.emplace_back("-b");
+  }
+  mustBeSound(faultOfTable(textOf<veltrin::Pathping>(source, arguments)));
   return 0;
 }

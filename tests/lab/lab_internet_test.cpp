@@ -189,6 +189,16 @@ TEST_F(LabInternet, DnsDoesNotKnowANamelessHost) {
   EXPECT_EQ(udpData(*readIp(replies[0].bytes))[3] & 0x0F, 3);
 }
 
+TEST_F(LabInternet, DnsLeadsNamesOfTheInternetOutsideToItsPublicHost) {
+  std::string text = kScenario;
+  text.replace(text.find("seed = 7"), 8, "public = near.example");
+  Internet open(readScenario(text));
+  const auto replies =
+      open.receive(Time::zero(), makeUdp("198.51.100.53", 53, makeQuestion("www.wherever.org", 1)));
+  ASSERT_EQ(replies.size(), 1U);
+  EXPECT_THAT(tail(replies[0].bytes, 4), ElementsAre(203, 0, 113, 2));
+}
+
 // The pieces of one echo request with 2000 data bytes.
 std::vector<Packet> makePieces(std::string_view to, std::size_t identification) {
   Packet body = makeEchoBody(8, 2000);

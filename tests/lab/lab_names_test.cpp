@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 #include "lab/names.h"
 #include "lab_packets.h"
@@ -23,7 +25,7 @@ class LabNames : public testing::Test {
     names_.add("Far.example", both);
   }
 
-  Packet ask(std::string_view name, std::uint8_t type) const {
+  Packet ask(std::string_view name, std::uint8_t type) {
     return names_.answer(makeQuestion(name, type));
   }
 
@@ -129,6 +131,66 @@ TEST_F(LabNames, RefusesOtherClassesThanTheInternet) {
   Packet query = makeQuestion("far.example", kA);
   query.back() = 3;
   EXPECT_EQ(outcome(names_.answer(query)), 5);
+}
+
+// Names of the Internet outside lead to the hosts that were added for it.
+class LabPublicNames : public LabNames {
+ protected:
+  LabPublicNames() {
+    for (const char* host : {"203.0.113.1", "203.0.113.2", "203.0.113.3"}) {
+      names_.addPublicHost(std::vector{addressOf(host)});
+    }
+  }
+
+  // The last byte of the address of a name.
+  int hostOf(std::string_view name) { return ask(name, kA).back(); }
+};
+
+TEST_F(LabPublicNames, LeadToTheHostsInTurn) {
+  std::vector<int> hosts;
+  for (const char* name : {"www.one.com", "two.org", "www.three.net", "four.de"}) {
+    hosts.push_back(hostOf(name));
+  }
+  EXPECT_THAT(hosts, ElementsAre(1, 2, 3, 1));
+}
+
+TEST_F(LabPublicNames, KeepTheirHost) {
+  EXPECT_EQ(hostOf("www.one.com"), 1);
+  EXPECT_EQ(hostOf("two.org"), 2);
+  EXPECT_EQ(hostOf("WWW.ONE.com"), 1);
+}
+
+TEST_F(LabPublicNames, LeadNowhereWithoutAHostForThem) {
+  Names none;
+  EXPECT_EQ(outcome(none.answer(makeQuestion("www.one.com", kA))), 3);
+}
+
+TEST_F(LabPublicNames, HaveAnEmptyAnswerForAnAddressThatTheirHostHasNot) {
+  const Packet answer = ask("www.one.com", kAaaa);
+  EXPECT_EQ(outcome(answer), 0);
+  EXPECT_EQ(records(answer), 0U);
+}
+
+TEST_F(LabPublicNames, DoNotTakeTheNameOfAnAddress) {
+  names_.add("first.example", std::vector{addressOf("203.0.113.1")});
+  hostOf("www.one.com");
+  EXPECT_THAT(tail(ask("1.113.0.203.in-addr.arpa", kPtr), 15),
+              ElementsAre(5, 'f', 'i', 'r', 's', 't', 7, 'e', 'x', 'a', 'm', 'p', 'l', 'e', 0));
+}
+
+TEST_F(LabPublicNames, AreNoneThatAreSetAsideOrHaveNoDot) {
+  for (const char* name : {"nowhere.example", "a.b.test", "nosuch.invalid", "printer.local",
+                           "www.localhost", "9.113.0.203.in-addr.arpa", "com", "router", ""}) {
+    EXPECT_EQ(outcome(ask(name, kA)), 3) << name;
+  }
+}
+
+TEST_F(LabPublicNames, AreLimitedInTheirNumber) {
+  for (std::size_t number = 0; number < Names::kMostPublicNames; ++number) {
+    ask(std::to_string(number) + ".com", kA);
+  }
+  EXPECT_EQ(outcome(ask("0.com", kA)), 0);
+  EXPECT_EQ(outcome(ask("one-more.com", kA)), 3);
 }
 
 }  // namespace

@@ -72,6 +72,11 @@ TEST_F(LabReal, UnknownNameFails) {
   EXPECT_EQ(outcome.text, "");
 }
 
+TEST_F(LabReal, NamesOfTheInternetOutsideLeadToItsHosts) {
+  EXPECT_EQ(runLine("\"$LAB\" clean-15 getent ahostsv4 www.wherever.org | head -n 1").text,
+            "203.0.113.80    STREAM www.wherever.org\n");
+}
+
 TEST_F(LabReal, EndsWithTheExitCodeOfTheCommand) {
   EXPECT_EQ(runLine("\"$LAB\" ping-test -- sh -c 'exit 42'").code, 42);
 }
@@ -131,6 +136,7 @@ TEST(LabProgram, ListsItsScenarios) {
             "ping-test        Five destinations at known distances, one of which does not exist\n"
             "rate-limited     Routers that answer only so many times a second\n"
             "silent-15        Fifteen hops, three of them silent\n"
+            "slow-router      A quick path with a router that answers late\n"
             "unreachable      Routers that tell of unreachable hosts and networks\n");
 }
 

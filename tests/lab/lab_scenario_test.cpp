@@ -128,6 +128,15 @@ TEST(LabScenario, ReadsTheBehaviourOfARouter) {
   EXPECT_EQ(router.beyond, Beyond::HostUnreachable);
 }
 
+TEST(LabScenario, TiesTheHostsThatAnswerForTheInternetOutside) {
+  const Scenario scenario = readScenario(kInternet +
+                                         "public = two, ONE\n"
+                                         "[host one]\naddress = 203.0.113.1\n"
+                                         "[host other]\naddress = 203.0.113.2\n"
+                                         "[host two]\naddress = 203.0.113.3\n");
+  EXPECT_THAT(scenario.publicHosts, ElementsAre(2U, 0U));
+}
+
 TEST(LabScenario, TiesTheTurnsOfRoutersAtOneHop) {
   const Scenario scenario = readScenario(kInternet +
                                          "[router one]\naddress = 203.0.113.1\n"
@@ -184,7 +193,8 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"[internet]\nseed = 1\nseed = 1\n", "line 3: \"seed\" stands twice in this section"},
         Fault{
             "[internet]\nspeed = 1\n",
-            "line 2: \"speed\" is no key here; known are title, machine, gateway, dns, seed, mtu"},
+            "line 2: \"speed\" is no key here; known are title, machine, gateway, dns, seed, mtu, "
+            "public"},
         Fault{kInternet + "[host a]\ndealy = 2 ms\n",
               "line 5: \"dealy\" is no key here; known are address, nameless, via, delay, jitter, "
               "loss, loss-pattern, twice, late, silent, link-delay, link-loss, link-loss-pattern"},
@@ -212,6 +222,10 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{kInternet + "[host b]\naddress = 203.0.113.2\n[host a]\naddress = 203.0.113.1\n"
                           "via = b\n",
               "line 8: no section [router b] in this file"},
+        Fault{kInternet + "public = a, b\n[host a]\naddress = 203.0.113.1\n",
+              "line 4: no section [host b] in this file"},
+        Fault{kInternet + "public = a\n[router a]\naddress = 203.0.113.1\n",
+              "line 4: no section [host a] in this file"},
         Fault{"[internet]\ngateway = 192.0.2.1, 192.0.2.3\n",
               "line 2: more than one gateway of a kind"}));
 

@@ -17,6 +17,7 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::MatchesRegex;
 using testing::Not;
 using testing::StartsWith;
 
@@ -41,6 +42,12 @@ std::string lineOf(const std::string& text, int hop) {
   std::smatch line;
   const std::regex wanted("\r\n( *" + std::to_string(hop) + "  [^\r]*)\r\n");
   return std::regex_search(text, line, wanted) ? line[1].str() : "";
+}
+
+// The line of a hop in the table of pathping; empty when there is none.
+std::string tableLineOf(const std::string& text, int hop) {
+  const std::size_t table = text.find("Hop  RTT");
+  return table == std::string::npos ? "" : lineOf(text.substr(table), hop);
 }
 
 const std::vector<std::string> kCleanPath = {
@@ -116,6 +123,15 @@ TEST_F(RouteLab, TraceStaysWholeWhenAnswersComeTwiceAndLate) {
                           "198.51.100.5", "198.51.100.6", "203.0.113.80"));
 }
 
+TEST_F(RouteLab, TraceWaitsForARouterThatAnswersLateOnAQuickPath) {
+  const std::string text = tracertIn("slow-router", "-d target.example");
+  EXPECT_THAT(lineOf(text, 5),
+              MatchesRegex("  5   4[0-9][0-9] ms   4[0-9][0-9] ms   4[0-9][0-9] ms  "
+                           "198\\.51\\.100\\.5 "))
+      << text;
+  EXPECT_EQ(hopsOfTrace(text).size(), 9U);
+}
+
 TEST_F(RouteLab, TraceFindsRoutersThatAnswerSeldom) {
   EXPECT_EQ(hopsOfTrace(tracertIn("rate-limited", "-d target.example")), kCleanPath);
 }
@@ -183,27 +199,61 @@ TEST_F(RouteLab, TraceWithoutAWayOutFails) {
 
 TEST_F(RouteLab, StatisticsOfACleanPathShowNoLoss) {
   const Outcome outcome =
-      runIn("clean-15", "\"$PATHPING\" -n -4 -q 5 -p 100 -T -P -R target.example");
+      runIn("clean-15", "\"$PATHPING\" -n -4 -q 5 -p 20 -T -P -R target.example");
   EXPECT_EQ(outcome.code, 0);
   EXPECT_THAT(outcome.text, AllOf(HasSubstr("  0  192.0.2.2 \r\n  1  192.0.2.1 \r\n"),
                                   HasSubstr(" 15  answers    203.0.113.80 \r\n"),
-                                  HasSubstr("Computing statistics for 1 seconds...\r\n"),
+                                  HasSubstr("Computing statistics for 2 seconds...\r\n"),
                                   HasSubstr("ms     0/   5 =  0%     0/   5 =  0%  203.0.113.80 "
                                             "\r\n\r\nTrace complete.\r\n"),
                                   Not(HasSubstr(" 1/   5"))));
 }
 
 TEST_F(RouteLab, StatisticsTellALossyLinkFromALossyRouter) {
-  const std::string text = pathpingIn("lossy-middle", "-n -q 97 -p 20 target.example");
+  const std::string text = pathpingIn("lossy-middle", "-n -b -q 97 -p 20 target.example");
   static const std::regex kLink("\r\n {31}(1[123])/  97 = 1[123]%   \\|\r\n  7 ");
   EXPECT_TRUE(std::regex_search(text, kLink)) << text;
   EXPECT_THAT(text, testing::ContainsRegex(" [23]/  97 =  [23]%  198\\.51\\.100\\.9 "));
 }
 
 TEST_F(RouteLab, StatisticsShowASilentHopBetweenOthers) {
-  EXPECT_THAT(pathpingIn("silent-15", "-n -q 4 -p 50 target.example"),
+  EXPECT_THAT(pathpingIn("silent-15", "-n -q 4 -p 10 target.example"),
               AllOf(HasSubstr("  3     *        *        *     \r\n  4  198.51.100.4 \r\n"),
                     HasSubstr("  3  ---       4/   4 =100%     4/   4 =100%  0.0.0.0 \r\n")));
+}
+
+TEST_F(RouteLab, StatisticsWaitForARouterThatAnswersLate) {
+  EXPECT_THAT(pathpingIn("slow-router", "-n -q 3 -p 10 target.example"),
+              testing::ContainsRegex("\r\n  5  4[0-9][0-9]ms     0/   3 =  0%     0/   3 =  0%  "
+                                     "198\\.51\\.100\\.5 \r\n"));
+}
+
+// The path whose routers answer seldom, each of them now five times a second. With 15
+// hops and 25 ms from query to query, a router is asked each 375 ms.
+Outcome pathpingOnLimitedPath(const std::string& arguments) {
+  return runLine(std::string("FILE=$(mktemp --suffix=.ini); sed 's/^rate-limit = .*/rate-limit = "
+                             "5/' '") +
+                 LAB_SCENARIOS + "/rate-limited.ini' > $FILE; \"$LAB\" $FILE -- '" +
+                 ROUTE_PATHPING + "' -n -q 10 -p 25 " + arguments +
+                 " target.example; CODE=$?; rm $FILE; exit $CODE");
+}
+
+TEST_F(RouteLab, StatisticsInTurnFindNoLossAtRoutersThatLimitTheirAnswers) {
+  const Outcome outcome = pathpingOnLimitedPath("");
+  EXPECT_EQ(outcome.code, 0);
+  for (int hop = 1; hop <= 15; ++hop) {
+    EXPECT_THAT(tableLineOf(outcome.text, hop), HasSubstr("ms     0/  10 =  0%     0/  10 =  0%  "))
+        << outcome.text;
+  }
+}
+
+TEST_F(RouteLab, StatisticsSideBySideFindTheLimitsOfRouters) {
+  const Outcome outcome = pathpingOnLimitedPath("-b");
+  EXPECT_THAT(tableLineOf(outcome.text, 3), HasSubstr("     0/  10 =  0%     0/  10 =  0%  "));
+  for (const int hop : {4, 7, 11, 12}) {
+    EXPECT_THAT(tableLineOf(outcome.text, hop), Not(HasSubstr("     0/  10 =  0%")))
+        << outcome.text;
+  }
 }
 
 }  // namespace

@@ -61,6 +61,8 @@ const std::vector<Path> kPaths = {
     {"RateLimitedBareWithStars", "rate-limited", "-d target.example", fifteen(" ")},
     {"SilentNamed", "silent-15", "target.example", fifteenWithout({3, 8, 9}, "")},
     {"SilentBare", "silent-15", "-d target.example", fifteenWithout({3, 8, 9}, " ")},
+    {"SlowRouterBare", "slow-router", "-d target.example",
+     Lines{"192.0.2.1 "} + routers(2, 8, " ") + Lines{"203.0.113.80 "}},
     {"LongNamed", "long-30", "target.example",
      Lines{"192.0.2.1"} + routers(2, 29, "") + Lines{"203.0.113.80"}},
     {"LongBare", "long-30", "-d target.example",
