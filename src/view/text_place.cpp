@@ -1,0 +1,125 @@
+#include "view/text_place.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+#include "platform/qt/qt_text.h"
+#include "text/strings.h"
+
+namespace veltrin {
+namespace {
+
+// The first bytes of letters of so many bytes, and the lowest that may follow them and
+// the highest: RFC 3629, section 4.
+struct LetterForm {
+  unsigned char first = 0;
+  unsigned char last = 0;
+  std::size_t bytes = 0;
+  unsigned char lowest = 0;
+  unsigned char highest = 0;
+};
+
+constexpr std::array<LetterForm, 8> kLetterForms = {{
+    {0xC2, 0xDF, 2, 0x80, 0xBF},
+    {0xE0, 0xE0, 3, 0xA0, 0xBF},
+    {0xE1, 0xEC, 3, 0x80, 0xBF},
+    {0xED, 0xED, 3, 0x80, 0x9F},
+    {0xEE, 0xEF, 3, 0x80, 0xBF},
+    {0xF0, 0xF0, 4, 0x90, 0xBF},
+    {0xF1, 0xF3, 4, 0x80, 0xBF},
+    {0xF4, 0xF4, 4, 0x80, 0x8F},
+}};
+
+constexpr unsigned char kFirstOfMany = 0x80;  // below it a byte is a letter
+constexpr std::size_t kLongLetter = 4;        // bytes of the letters of two units
+
+// What comes next in a text: its bytes and its units.
+struct Step {
+  std::size_t bytes = 0;
+  int units = 0;
+};
+
+unsigned char byteAt(std::string_view text, std::size_t place) {
+  return static_cast<unsigned char>(text[place]);
+}
+
+bool follows(unsigned char byte, const LetterForm& form, std::size_t number) {
+  const bool isSecond = number == 1;
+  return byte >= (isSecond ? form.lowest : 0x80) && byte <= (isSecond ? form.highest : 0xBF);
+}
+
+// A letter of several bytes, a byte that is none, or the rest of the text when it ends
+// within a letter.
+Step letterAt(std::string_view text, std::size_t place) {
+  const unsigned char first = byteAt(text, place);
+  const auto* form = std::find_if(
+      kLetterForms.begin(), kLetterForms.end(),
+      [first](const LetterForm& each) { return first >= each.first && first <= each.last; });
+  if (form == kLetterForms.end()) return {1, 1};
+  for (std::size_t number = 1; number < form->bytes; ++number) {
+    if (place + number == text.size()) return {text.size() - place, 0};
+    if (!follows(byteAt(text, place + number), *form, number)) return {1, 1};
+  }
+  return {form->bytes, form->bytes == kLongLetter ? 2 : 1};
+}
+
+// A carriage return at the very end may be half of a line's end, which nobody sees yet.
+Step stepAt(std::string_view text, std::size_t place) {
+  const unsigned char first = byteAt(text, place);
+  if (first == '\r') {
+    if (place + 1 == text.size()) return {1, 0};
+    return {text[place + 1] == '\n' ? std::size_t{2} : std::size_t{1}, 1};
+  }
+  return first < kFirstOfMany ? Step{1, 1} : letterAt(text, place);
+}
+
+// The byte behind so many units from `place` on.
+std::size_t behind(std::string_view text, std::size_t place, int units) {
+  while (units > 0 && place < text.size()) {
+    const Step step = stepAt(text, place);
+    if (step.units == 0) break;
+    units -= step.units;
+    place += step.bytes;
+  }
+  return place;
+}
+
+std::size_t find(std::string_view text, std::size_t from, std::size_t end, char wanted) {
+  if (from >= end) return end;
+  const void* found = std::memchr(text.data() + from, wanted, end - from);
+  if (found == nullptr) return end;
+  return static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
+}
+
+// The byte at which a line begins. Texts of megabytes have their line feeds leapt to.
+std::size_t beginOf(std::string_view text, int line) {
+  std::size_t place = 0;
+  while (line > 0 && place < text.size()) {
+    const std::size_t feed = find(text, place, text.size(), '\n');
+    std::size_t end = find(text, place, feed, '\r');
+    if (end + 1 >= feed) end = feed;
+    place = std::min(end + 1, text.size());
+    --line;
+  }
+  return place;
+}
+
+}  // namespace
+
+ByteRange bytesAt(std::string_view text, TextPlace place, int units) {
+  const std::size_t begin = behind(text, beginOf(text, place.line), place.column);
+  return {begin, behind(text, begin, units) - begin};
+}
+
+QString onScreen(std::string_view text) {
+  return toQt(text).replace(QLatin1String("\r\n"), QLatin1String("\n")).replace('\r', '\n');
+}
+
+std::string offScreen(const QString& typed) {
+  QString text = typed;
+  const QString lineBreak = QString::fromLatin1(kLineBreak.data(), kLineBreak.size());
+  return fromQt(text.replace(QChar::ParagraphSeparator, '\n').replace('\n', lineBreak));
+}
+
+}  // namespace veltrin
