@@ -11,7 +11,8 @@ constexpr std::size_t kMostSteps = 1000;  // the oldest go
 // is a step of its own.
 bool goesOnTyping(const TextEdit& first, const TextEdit& second) {
   return first.removed.isEmpty() && second.removed.isEmpty() && second.added.size() == 1 &&
-         second.added != QChar(u'\n') && second.position == first.position + first.added.size();
+         second.added != QChar(u'\n') && !first.added.endsWith(QChar(u'\n')) &&
+         second.position == first.position + first.added.size();
 }
 
 bool goesOnErasing(const TextEdit& first, const TextEdit& second) {

@@ -16,18 +16,6 @@
 namespace veltrin {
 namespace {
 
-QStringDecoder freshDecoder() {
-  return QStringDecoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
-}
-
-// Characters that would begin a new line on the screen though they end none of the text.
-bool isForeignBreak(QChar character) {
-  constexpr char16_t kBeginningOfFrame = 0xFDD0;
-  constexpr char16_t kEndOfFrame = 0xFDD1;
-  return character == QChar::ParagraphSeparator || character == QChar(kBeginningOfFrame) ||
-         character == QChar(kEndOfFrame);
-}
-
 QTextCursor endOf(QTextDocument& document) {
   QTextCursor end(&document);
   end.movePosition(QTextCursor::End);
@@ -37,7 +25,7 @@ QTextCursor endOf(QTextDocument& document) {
 }  // namespace
 
 TextPage::TextPage(TextBox& box, QPlainTextEdit& view, Binding& binding)
-    : QObject(&view), box_(box), view_(view), binding_(binding), decoder_(freshDecoder()) {
+    : QObject(&view), box_(box), view_(view), binding_(binding) {
   view.setUndoRedoEnabled(false);
   view.installEventFilter(this);
   view.viewport()->installEventFilter(this);
@@ -88,8 +76,7 @@ bool TextPage::isAtEnd() const {
 
 void TextPage::restart() {
   view_.clear();
-  decoder_ = freshDecoder();
-  cut_ = false;
+  cut_.clear();
   shown_ = 0;
   follows_ = true;
   ++life_;
@@ -100,12 +87,10 @@ void TextPage::restart() {
 
 void TextPage::append(std::string_view added) {
   if (added.empty()) return;
-  QString text =
-      decoder_.decode(QByteArrayView(added.data(), static_cast<qsizetype>(added.size())));
-  std::replace_if(text.begin(), text.end(), isForeignBreak, QChar(QChar::ReplacementCharacter));
-  if (cut_) text.prepend('\r');
-  cut_ = text.endsWith('\r');
-  if (cut_) text.chop(1);
+  cut_ += added;
+  const std::size_t whole = wholePart(cut_);
+  const QString text = onScreen(std::string_view(cut_).substr(0, whole));
+  cut_.erase(0, whole);
   const QTextCursor own = view_.textCursor();
   const int anchor = own.anchor();
   const int caret = own.position();
@@ -167,8 +152,7 @@ void TextPage::deliver(const Typed& typed) {
 }
 
 // The box tells that its text has changed before its routine runs, which may take in the
-// next change. Where a change would put a carriage return before a line feed that stood
-// apart, the two stay two lines.
+// next change.
 bool TextPage::enter(const Typed& typed) {
   const std::string_view text = box_.text.get();
   ByteRange place = bytesAt(text, typed.place, typed.removed);
@@ -177,11 +161,7 @@ bool TextPage::enter(const Typed& typed) {
   const QString after = onScreen(added);
   if (before == after) return true;
   if (typed.isNew) history_.note({typed.position, before, after});
-  const std::string_view rest = text.substr(place.begin + place.length);
-  if (added.empty() && text.substr(0, place.begin).ends_with('\r') && rest.starts_with('\n')) {
-    place = {place.begin - 1, place.length + 1};
-    added = "\r\n";
-  }
+  if (added.empty()) added = keepApart(text, typed.place, place);
   const QPointer<TextPage> alive(this);
   entering_ = true;
   const bool taken = box_.edit(place.begin, place.length, added);

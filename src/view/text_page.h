@@ -2,12 +2,12 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include <QObject>
 #include <QPlainTextEdit>
-#include <QStringDecoder>
 
 #include "forms/text_box.h"
 #include "view/binding.h"
@@ -68,9 +68,8 @@ class TextPage : public QObject {
   TextBox& box_;
   QPlainTextEdit& view_;
   Binding& binding_;
-  QStringDecoder decoder_;
   std::size_t shown_ = 0;         // bytes of the box's text that are on the screen
-  bool cut_ = false;              // the text ends in half a line break
+  std::string cut_;               // the end of these that waits for its rest
   bool follows_ = true;           // behind the last change the end comes into view
   bool scrolled_ = false;         // the user has scrolled, and not put the caret anywhere since
   bool showing_ = false;          // the change under way is the program's

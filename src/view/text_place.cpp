@@ -4,6 +4,8 @@
 #include <array>
 #include <cstring>
 
+#include <QStringDecoder>
+
 #include "platform/qt/qt_text.h"
 #include "text/strings.h"
 
@@ -105,6 +107,14 @@ std::size_t beginOf(std::string_view text, int line) {
   return place;
 }
 
+// Characters that would begin a new line on the screen though they end none of the text.
+bool isForeignBreak(QChar character) {
+  constexpr char16_t kBeginningOfFrame = 0xFDD0;
+  constexpr char16_t kEndOfFrame = 0xFDD1;
+  return character == QChar::ParagraphSeparator || character == QChar(kBeginningOfFrame) ||
+         character == QChar(kEndOfFrame);
+}
+
 }  // namespace
 
 ByteRange bytesAt(std::string_view text, TextPlace place, int units) {
@@ -112,8 +122,35 @@ ByteRange bytesAt(std::string_view text, TextPlace place, int units) {
   return {begin, behind(text, begin, units) - begin};
 }
 
+std::size_t wholePart(std::string_view text) {
+  if (text.ends_with('\r')) return text.size() - 1;
+  for (std::size_t cut = 1; cut < kLongLetter && cut <= text.size(); ++cut) {
+    const std::size_t place = text.size() - cut;
+    if (byteAt(text, place) >= kFirstOfMany && letterAt(text, place).units == 0) return place;
+  }
+  return text.size();
+}
+
+std::string keepApart(std::string_view text, TextPlace place, ByteRange& taken) {
+  const std::string_view rest = text.substr(taken.begin + taken.length);
+  if (text.substr(0, taken.begin).ends_with('\r') && (rest.empty() || rest.starts_with('\n'))) {
+    taken = {taken.begin - 1, taken.length + 1};
+    return std::string(kLineBreak);
+  }
+  if (place.column == 0) return {};
+  const ByteRange before = bytesAt(text, {place.line, place.column - 1}, 1);
+  const bool isLetter = before.length != 1 || byteAt(text, before.begin) < kFirstOfMany;
+  if (isLetter || before.begin + before.length != taken.begin) return {};
+  taken = {before.begin, taken.length + before.length};
+  return fromQt(QString(QChar(QChar::ReplacementCharacter)));
+}
+
 QString onScreen(std::string_view text) {
-  return toQt(text).replace(QLatin1String("\r\n"), QLatin1String("\n")).replace('\r', '\n');
+  QStringDecoder decoder(QStringDecoder::Utf8,
+                         QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+  QString shown = decoder.decode(QByteArrayView(text.data(), static_cast<qsizetype>(text.size())));
+  std::replace_if(shown.begin(), shown.end(), isForeignBreak, QChar(QChar::ReplacementCharacter));
+  return shown.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace('\r', '\n');
 }
 
 std::string offScreen(const QString& typed) {

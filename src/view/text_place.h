@@ -26,8 +26,17 @@ struct ByteRange {
 // too; a letter that the end of the text cuts is none. Places behind the end are the end.
 ByteRange bytesAt(std::string_view text, TextPlace place, int units);
 
-// How the program's text looks on the screen, where lines are parted by LF, and the other
-// way round.
+// The leading bytes of `text` without a letter or line break that its end cuts.
+std::size_t wholePart(std::string_view text);
+
+// Widens what is to be taken out of `text` by what stands before it, so that the two ends
+// that meet then go on to look as they do: a carriage return and a line feed would become
+// one line break, and bytes that are no letter one together. Gives what has to take
+// their place.
+std::string keepApart(std::string_view text, TextPlace place, ByteRange& taken);
+
+// How the program's text looks on the screen, where lines are parted by LF and by nothing
+// else, and the other way round.
 QString onScreen(std::string_view text);
 std::string offScreen(const QString& typed);
 

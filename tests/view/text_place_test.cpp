@@ -36,6 +36,13 @@ TEST(TextPlace, WhatTheEndCutsIsNotReached) {
   EXPECT_EQ(byteOf("ab\r", {0, 3}), 2U);
 }
 
+TEST(TextPlace, TheWholePartEndsBeforeWhatTheEndCuts) {
+  EXPECT_EQ(wholePart("ab\xF0\x9F\x99"), 2U);
+  EXPECT_EQ(wholePart("ab\r"), 2U);
+  EXPECT_EQ(wholePart("ab\xC3\xA9"), 4U);
+  EXPECT_EQ(wholePart("ab\xA9"), 3U);
+}
+
 TEST(TextPlace, PlacesBehindTheEndAreTheEnd) {
   EXPECT_EQ(byteOf("ab\r\n", {7, 3}), 4U);
   EXPECT_EQ(bytesAt("ab", {0, 1}, 9).length, 1U);
@@ -46,23 +53,50 @@ TEST(TextPlace, TypedLineBreaksBecomeTheProgramsAndBack) {
   EXPECT_EQ(onScreen("a\r\nb\rc\n"), QString("a\nb\nc\n"));
 }
 
-// The decoder that shows the text says how many units its bytes make.
+TEST(TextPlace, ALineFeedBehindWhatGoesDoesNotJoinTheReturnBeforeIt) {
+  ByteRange taken{2, 1};
+
+  EXPECT_EQ(keepApart("a\rX\nb", {1, 0}, taken), "\r\n");
+  EXPECT_EQ(taken.begin, 1U);
+  EXPECT_EQ(taken.length, 2U);
+}
+
+TEST(TextPlace, BytesAroundWhatGoesDoNotBecomeALetter) {
+  ByteRange taken{1, 1};
+
+  EXPECT_EQ(keepApart("\xC3X\xA9", {0, 1}, taken), "\xEF\xBF\xBD");
+  EXPECT_EQ(taken.begin, 0U);
+  EXPECT_EQ(taken.length, 2U);
+}
+
+TEST(TextPlace, OtherwiseNothingTakesThePlaceOfWhatGoes) {
+  ByteRange taken{2, 1};
+
+  EXPECT_EQ(keepApart("abXd", {0, 2}, taken), "");
+  EXPECT_EQ(taken.begin, 2U);
+  EXPECT_EQ(taken.length, 1U);
+}
+
+// What the decoder that shows the text makes of its bytes, without those that wait.
+QString decoded(std::string_view text) {
+  QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+  return decoder.decode(QByteArrayView(text.data(), static_cast<qsizetype>(text.size())));
+}
+
 TEST(TextPlace, CountsAnyBytesAsTheScreenDoes) {
   std::mt19937 random(7);
   const std::string_view alphabet = "ab\xC3\xA9\xE2\x82\xAC\xF0\x9F\x99\x82\xED\xA0\xFF\x80\xC0";
   for (int round = 0; round < 2000; ++round) {
     std::string text;
     for (int byte = 0; byte < 12; ++byte) text += alphabet[random() % alphabet.size()];
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
-    const QString shown = decoder.decode(QByteArrayView(text));
-    const auto units = static_cast<int>(shown.size());
+    const QString shown = decoded(text);
+    for (int unit = 0; unit <= shown.size(); ++unit) {
+      if (unit < shown.size() && shown[unit].isLowSurrogate()) continue;
 
-    const std::size_t end = byteOf(text, {0, units});
-    QStringDecoder again(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
-    const QString before = again.decode(QByteArrayView(text.data(), qsizetype(end)));
+      const std::string_view rest = std::string_view(text).substr(byteOf(text, {0, unit}));
 
-    EXPECT_EQ(before, shown)
-        << QByteArray(text.data(), qsizetype(text.size())).toHex().toStdString();
+      EXPECT_EQ(decoded(rest), shown.mid(unit)) << testing::PrintToString(text) << unit;
+    }
   }
 }
 
