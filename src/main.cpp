@@ -12,6 +12,7 @@
 #include "platform/qt/qt_text.h"
 #include "toolbox/toolbox.h"
 #include "view/appearance.h"
+#include "view/window_catalogue.h"
 
 namespace {
 
@@ -29,8 +30,8 @@ QIcon applicationIcon() {
 }
 
 void runProgram() {
-  const auto system =
-      veltrin::makeDesktopSystem(veltrin::fromQt(QCoreApplication::applicationFilePath()), kTitle);
+  const auto system = veltrin::makeDesktopSystem(
+      veltrin::fromQt(QCoreApplication::applicationFilePath()), kTitle, veltrin::showInWindow);
   veltrin::Program program(system->platform());
   veltrin::provideTools(program);
   program.show<veltrin::starter>();

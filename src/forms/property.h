@@ -1,6 +1,7 @@
 // Values of controls that tell a view when they change.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -65,6 +66,16 @@ class TextProperty {
     value_ += added;
     tell(kept);
     return *this;
+  }
+
+  // Puts `added` in the place of `removed` bytes from `position` on; what lies behind
+  // the end is left out. Costs no copy of the text.
+  void replace(std::size_t position, std::size_t removed, std::string_view added) {
+    const std::size_t start = std::min(position, value_.size());
+    const std::size_t length = std::min(removed, value_.size() - start);
+    if (std::string_view(value_).substr(start, length) == added) return;
+    value_.replace(start, length, added);
+    tell(start);
   }
 
   // Sets the observer, which is called with the number of leading bytes that

@@ -1,7 +1,10 @@
 // A text that the user may edit, or that the program shows at length.
 #pragma once
 
+#include <cstddef>
 #include <functional>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "forms/control.h"
@@ -21,6 +24,14 @@ class TextBox : public Control {
   // What a user's typing does: the whole text after it.
   void enter(const std::string& typed) {
     if (visible && enabled) text = typed;
+  }
+
+  // What a user's typing does to a long text: `added` comes in the place of `removed`
+  // bytes from `position` on. False when the box takes no typing.
+  bool edit(std::size_t position, std::size_t removed, std::string_view added) {
+    if (!visible || !enabled) return false;
+    text.replace(position, removed, added);
+    return true;
   }
 
   // What a user's double click does.

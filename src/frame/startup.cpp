@@ -173,10 +173,14 @@ void startup::openInPlaceOfMenu(WindowName window) {
   program_.platform.desktop.show(*this);
 }
 
-// Only the band follows the mouse. The window itself moves when the button is released.
+// Only the band follows the mouse. The window itself moves when the button is released. A
+// press whose release never came is followed by another one, which begins anew.
 void startup::Image1_MouseDown(MouseButton button) {
   Desktop& desktop = program_.platform.desktop;
-  if (button != MouseButton::Left || drag_ || desktop.moveBySystem(*this)) return;
+  if (button != MouseButton::Left) return;
+  if (drag_) drawBand(drag_->band);
+  drag_.reset();
+  if (desktop.moveBySystem(*this)) return;
   const ScreenPoint cursor = desktop.cursorPosition();
   const ScreenRectangle place = desktop.windowRectangle(*this);
   drag_ = Drag{{cursor.x - place.left, cursor.y - place.top},

@@ -6,6 +6,8 @@
 #include <QPushButton>
 #include <QStyleOption>
 
+#include "view/scroll_bar_style.h"
+
 namespace veltrin {
 namespace {
 
@@ -24,16 +26,17 @@ constexpr int kPictureGap = 10;    // from the picture to the text
 constexpr double kPaleness = 0.4;  // opacity of a picture that is disabled
 constexpr int kDefaultEdgeDarker = 210;
 
-// Half way from one colour to another.
-QColor between(const QColor& one, const QColor& other) {
-  return {(one.red() + other.red()) / 2, (one.green() + other.green()) / 2,
-          (one.blue() + other.blue()) / 2};
+// A quarter of one colour on another.
+QColor washed(const QColor& colour, const QColor& ground) {
+  const auto mix = [](int one, int other) { return (one + 3 * other) / 4; };
+  return {mix(colour.red(), ground.red()), mix(colour.green(), ground.green()),
+          mix(colour.blue(), ground.blue())};
 }
 
 QColor faceColour(const QStyleOption& option) {
   const QColor face = option.palette.color(QPalette::Active, QPalette::Button);
   if (!(option.state & QStyle::State_Enabled)) {
-    return between(face, option.palette.color(QPalette::Window));
+    return washed(face, option.palette.color(QPalette::Window));
   }
   if (option.state & (QStyle::State_Sunken | QStyle::State_On)) return face.darker(kPressedDarker);
   return option.state & QStyle::State_MouseOver ? face.lighter(kHoverLighter) : face;
@@ -161,6 +164,10 @@ void AppStyle::drawComplexControl(ComplexControl control, const QStyleOptionComp
                                   QPainter* painter, const QWidget* widget) const {
   const auto* box = qstyleoption_cast<const QStyleOptionComboBox*>(option);
   if (control == CC_ComboBox && box != nullptr) return drawComboBox(*this, *box, *painter, widget);
+  const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+  if (control == CC_ScrollBar && bar != nullptr) {
+    return drawScrollBar(*this, *bar, *painter, widget);
+  }
   QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 

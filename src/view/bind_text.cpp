@@ -1,5 +1,7 @@
 // Controls in which the user types: text boxes and combo boxes.
 #include <memory>
+#include <string>
+#include <utility>
 
 #include <QComboBox>
 #include <QFocusEvent>
@@ -40,33 +42,57 @@ bool isLeaving(const QEvent& event) {
 
 bool isShowing(const QEvent& event) { return event.type() == QEvent::Show; }
 
-void bindLine(TextBox& box, QLineEdit& line, Binding& binding) {
-  const auto show = [&box, &line] {
-    const QString text = toQt(box.text.get());
-    if (line.text() != text) line.setText(text);
-  };
-  box.text.observe([show](std::size_t) { show(); });
-  box.observeCaret([&line] { line.end(false); });
-  show();
-  QObject::connect(&line, &QLineEdit::textEdited, binding.receiver(),
-                   [&box, &binding](const QString& typed) {
-                     binding.post([&box, text = fromQt(typed)] { box.enter(text); });
-                   });
-  postOn(line, isDoubleClick, binding, [&box] { box.doubleClick(); });
+// A text of one line. What was typed into a text that the program has replaced before it
+// came through the gate is void.
+class Line {
+ public:
+  Line(TextBox& box, QLineEdit& view) : box_(box), view_(&view) {}
+
+  void show() {
+    if (std::exchange(entering_, false)) return;
+    ++life_;
+    const QString text = toQt(box_.text.get());
+    if (view_ && view_->text() != text) view_->setText(text);
+  }
+
+  // A box that takes no typing is shown as it is.
+  void enter(const std::string& typed, int life) {
+    if (life != life_) return;
+    entering_ = true;
+    box_.enter(typed);
+    if (std::exchange(entering_, false) && box_.text.get() != typed) show();
+  }
+
+  int life() const { return life_; }
+
+ private:
+  TextBox& box_;
+  QPointer<QLineEdit> view_;
+  int life_ = 0;           // counts the texts that the program has set
+  bool entering_ = false;  // the change of the box under way is on the screen already
+};
+
+void bindLine(TextBox& box, QLineEdit& view, Binding& binding) {
+  const auto line = std::make_shared<Line>(box, view);
+  box.text.observe([line](std::size_t) { line->show(); });
+  box.observeCaret([&view] { view.end(false); });
+  line->show();
+  QObject::connect(
+      &view, &QLineEdit::textEdited, binding.receiver(), [&binding, line](const QString& typed) {
+        binding.post(
+            [line, life = line->life(), text = fromQt(typed)] { line->enter(text, life); });
+      });
+  postOn(view, isDoubleClick, binding, [&box] { box.doubleClick(); });
 }
 
+// The page goes with its widget, which outlives the binding.
 void bindPage(TextBox& box, QPlainTextEdit& view, Binding& binding) {
-  if (view.isReadOnly()) view.setUndoRedoEnabled(false);
-  const auto page = std::make_shared<TextPage>(view);
-  box.text.observe([&box, page](std::size_t kept) { page->show(box.text, kept); });
+  auto* page = new TextPage(box, view, binding);
+  box.text.observe([page](std::size_t kept) { page->show(kept); });
   box.observeCaret([page] { page->followEnd(); });
-  page->show(box.text, 0);
   // A text that has grown before the window is shown meets its place only then.
-  postOn(view, isShowing, binding, [page, shown = QPointer<QPlainTextEdit>(&view)] {
-    if (shown) page->followEnd();
-  });
-  QObject::connect(&view, &QPlainTextEdit::textChanged, binding.receiver(), [&box, &binding, page] {
-    binding.post([&box, text = page->takeTyped()] { box.enter(text); });
+  postOn(view, isShowing, binding, [shown = QPointer<TextPage>(page)] {
+    if (shown) shown->followEnd();
   });
   postOn(*view.viewport(), isDoubleClick, binding, [&box] { box.doubleClick(); });
 }

@@ -9,6 +9,7 @@
 #include <QCursor>
 #include <QPointer>
 
+#include "platform/qt/shown_form.h"
 #include "view/binding.h"
 #include "view/form_window.h"
 
@@ -24,15 +25,15 @@ bool isInvisibleByKind(const Control& control);
 // Shows a form in its window and hands what the user does there to the form. When the
 // binder goes, both live on without each other. Changes by the program never come back
 // as actions of the user's.
-class Binder {
+class Binder : public ShownForm {
  public:
   // `window` is the look of that form. `gate` and `files` have to live longer.
   Binder(Form& form, std::unique_ptr<FormWindow> window, EventGate& gate, const Files& files);
-  ~Binder();
+  ~Binder() override;
   Binder(const Binder&) = delete;
   Binder& operator=(const Binder&) = delete;
 
-  FormWindow& window() { return *window_; }
+  FormWindow& window() override { return *window_; }
 
  private:
   void bindFrame(Form& form);

@@ -1,46 +1,84 @@
 // A text of many lines on the screen.
 #pragma once
 
-#include <optional>
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include <QObject>
 #include <QPlainTextEdit>
-#include <QStringDecoder>
+
+#include "forms/text_box.h"
+#include "view/binding.h"
+#include "view/text_history.h"
+#include "view/text_place.h"
 
 namespace veltrin {
 
-// What is added to the text is appended, so that its cost does not grow with the text; a
-// character or line break that is cut by the end waits for its rest.
-class TextPage {
+// Shows a text box that may grow to megabytes, and hands on what the user does to its
+// text. Either is told to the other as a change and never as the whole text, so that
+// its cost does not grow with the text, and nothing is lost while both change it: what
+// the user types waits for the gate, and what the program adds meanwhile goes behind the
+// end, which moves nothing. When the program replaces the text, what the user did to
+// the old one and still waits is void.
+//
+// A letter or line break that the end of the text cuts is shown when its rest has come.
+// Undoing takes back what the user did and leaves what the program added.
+class TextPage : public QObject {
  public:
-  // `view` has to live longer.
-  explicit TextPage(QPlainTextEdit& view) : view_(view) {}
+  // Belongs to `view`. `box` and `binding` have to live until the binding has ended.
+  TextPage(TextBox& box, QPlainTextEdit& view, Binding& binding);
 
-  // `kept` leading bytes of `text` are shown already when nothing else was shown since;
-  // all of it is when the user typed it here.
-  void show(const std::string& text, std::size_t kept);
+  // Shows the text of the box, whose `kept` leading bytes stayed as they were.
+  void show(std::size_t kept);
 
   // Brings the end of the text into view behind a change, unless the user looks at
-  // something further up or holds a selection.
+  // something further up, has put the caret somewhere else, or holds a selection.
   void followEnd();
 
-  // What the user made of the text, with the program's line breaks.
-  std::string takeTyped();
+  bool eventFilter(QObject* target, QEvent* event) override;
 
  private:
+  // What the user did, on its way through the gate.
+  struct Typed {
+    TextPlace place;
+    int position = 0;  // of the place, from the start of the text
+    int removed = 0;   // units
+    QString added;
+    bool isNew = true;  // and not the undoing of something
+    int life = 0;
+  };
+
+  void collect(int position, int removed, int added);
+  void postCollected();
+  void deliver(const Typed& typed);
+  bool enter(const Typed& typed);
+
+  bool keepsToEnd() const;
   bool isAtEnd() const;
   void restart();
-  void forget();
   void append(std::string_view added);
   void select(int anchor, int caret);
 
+  bool pressKey(const QKeyEvent& key);
+  void carryOut(const std::optional<TextEdit>& edit);
+  void showMenu(const QPoint& place);
+
+  TextBox& box_;
   QPlainTextEdit& view_;
-  QStringDecoder decoder_{QStringDecoder::Utf8};
-  std::size_t shown_ = 0;             // bytes of the text that are on the screen
-  bool cut_ = false;                  // the text ends in half a line break
-  bool wasAtEnd_ = true;              // the end was in view before the last change
-  std::optional<std::string> typed_;  // on its way from the screen to the control
+  Binding& binding_;
+  std::size_t shown_ = 0;         // bytes of the box's text that are on the screen
+  std::string cut_;               // the end of these that waits for its rest
+  bool follows_ = true;           // behind the last change the end comes into view
+  bool scrolled_ = false;         // the user has scrolled, and not put the caret anywhere since
+  bool showing_ = false;          // the change under way is the program's
+  bool entering_ = false;         // the change of the box under way is on the screen already
+  bool undoing_ = false;          // the change under way undoes one, or does it again
+  int life_ = 0;                  // counts the texts that the program began anew
+  int waiting_ = 0;               // changes of this text on their way to the box
+  std::vector<Typed> collected_;  // changes that are not on their way yet
+  TextHistory history_;
 };
 
 }  // namespace veltrin

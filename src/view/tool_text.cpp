@@ -20,24 +20,16 @@ QPalette quietPalette(QPalette palette) {
 
 ToolText::ToolText(QWidget* parent) : QPlainTextEdit(parent) {
   setFont(fixedLetters());
-  setReadOnly(true);
-  setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  setTabChangesFocus(true);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   document()->setDocumentMargin(kTextMargin);
 }
 
-ToolCommand::ToolCommand(QWidget* parent) : QLineEdit(parent) {
-  setFont(fixedLetters());
-  setReadOnly(true);
-  setFrame(false);
-  setFocusPolicy(Qt::ClickFocus);
-  setPalette(quietPalette(palette()));
-}
+ToolCommand::ToolCommand(QWidget* parent) : QLineEdit(parent) { setFont(fixedLetters()); }
 
 Paragraph::Paragraph(QWidget* parent) : QPlainTextEdit(parent) {
-  setReadOnly(true);
   setFrameShape(QFrame::NoFrame);
-  setFocusPolicy(Qt::NoFocus);
+  setTabChangesFocus(true);
   setPalette(quietPalette(palette()));
   document()->setDocumentMargin(0);
 }

@@ -11,6 +11,7 @@
 #include "ui_starter.h"
 #include "ui_startup.h"
 #include "ui_trace.h"
+#include "view/binder.h"
 
 namespace veltrin {
 namespace {
@@ -48,6 +49,12 @@ std::unique_ptr<FormWindow> makeWindow(const std::string& name) {
     return window;
   }
   return nullptr;
+}
+
+std::unique_ptr<ShownForm> showInWindow(Form& form, EventGate& gate, const Files& files) {
+  auto window = makeWindow(form.name());
+  if (window == nullptr) return nullptr;
+  return std::make_unique<Binder>(form, std::move(window), gate, files);
 }
 
 std::vector<std::string> windowNames() {

@@ -19,7 +19,8 @@ struct House {
 constexpr std::array kHouses{
     House{"text", " text "},
     House{"forms", " text forms "},
-    House{"platform/qt", "*"},
+    House{"platform/qt",
+          " text forms platform platform/portable platform/linux platform/windows platform/qt "},
     House{"platform/linux", " text forms platform platform/portable platform/linux "},
     House{"platform/windows", " text forms platform platform/portable platform/windows "},
     House{"platform/portable", " text forms platform platform/portable platform/windows "},

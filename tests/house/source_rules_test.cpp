@@ -84,6 +84,28 @@ TEST(Findings, KeepTheTwoSystemsApart) {
               ElementsAre("src/platform/linux/a.cpp may not include platform/windows/code_page.h"));
 }
 
+TEST(Findings, KeepTheViewOutOfThePlatform) {
+  EXPECT_THAT(findingsIn("src/platform/qt/a.cpp", includeOf("view/binder.h")),
+              ElementsAre("src/platform/qt/a.cpp may not include view/binder.h"));
+}
+
+TEST(Findings, KeepTheProgramsWindowsOutOfThePlatform) {
+  EXPECT_THAT(findingsIn("src/platform/qt/a.cpp", includeOf("frame/program.h")),
+              ElementsAre("src/platform/qt/a.cpp may not include frame/program.h"));
+}
+
+TEST(Findings, LetThePlatformOfQtStandOnThoseOfTheSystems) {
+  EXPECT_THAT(findingsIn("src/platform/qt/a.cpp", includeOf("platform/linux/linux_clock.h") +
+                                                      includeOf("platform/windows/code_page.h") +
+                                                      includeOf("platform/portable/no_wmi.h") +
+                                                      includeOf("forms/form.h")),
+              IsEmpty());
+}
+
+TEST(Findings, LetTheViewStandOnThePlatformOfQt) {
+  EXPECT_THAT(findingsIn("src/view/a.cpp", includeOf("platform/qt/qt_text.h")), IsEmpty());
+}
+
 TEST(Findings, AllowWhatLiesBelow) {
   EXPECT_THAT(findingsIn("src/ping/pingtester.cpp",
                          includeOf("text/strings.h") + includeOf("forms/timer.h") +

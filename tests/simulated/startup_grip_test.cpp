@@ -63,6 +63,42 @@ TEST_F(Grip, AClickLeavesTheWindowWhereItIs) {
   EXPECT_EQ(simulation.desktop.places[menu.get()], (ScreenRectangle{100, 200, 500, 600}));
 }
 
+TEST_F(Grip, ASecondPressInMidDragTakesTheOldBandAwayAndDrawsOneAroundTheWindow) {
+  simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
+  dragTo({300, 300});
+  simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
+  EXPECT_THAT(
+      simulation.desktop.visibleBorders,
+      ElementsAre(ScreenRectangle{100, 200, 500, 600}, ScreenRectangle{101, 201, 499, 599},
+                  ScreenRectangle{102, 202, 498, 598}, ScreenRectangle{103, 203, 497, 597}));
+}
+
+TEST_F(Grip, ASecondPressInMidDragMeasuresFromWhereTheMouseIsThen) {
+  simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
+  dragTo({300, 300});
+  simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
+  dragTo({305, 307});
+  simulation.desktop.releaseMouse(menu->Image1, MouseButton::Left);
+  EXPECT_EQ(simulation.desktop.places[menu.get()], (ScreenRectangle{105, 207, 505, 607}));
+  EXPECT_THAT(simulation.desktop.visibleBorders, IsEmpty());
+}
+
+TEST_F(Grip, ASecondPressThatTheSystemTakesOverLeavesNoBand) {
+  simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
+  simulation.desktop.movesBySystem = true;
+  simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
+  EXPECT_THAT(simulation.desktop.visibleBorders, IsEmpty());
+}
+
+TEST_F(Grip, APressOfTheRightButtonInMidDragChangesNothing) {
+  simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
+  dragTo({300, 300});
+  simulation.desktop.pressMouse(menu->Image1, MouseButton::Right);
+  dragTo({120, 230});
+  simulation.desktop.releaseMouse(menu->Image1, MouseButton::Left);
+  EXPECT_EQ(simulation.desktop.places[menu.get()], (ScreenRectangle{110, 210, 510, 610}));
+}
+
 TEST_F(Grip, TheRightButtonDrawsNothing) {
   simulation.desktop.pressMouse(menu->Image1, MouseButton::Right);
   simulation.desktop.moveMouse(menu->Image1, MouseButton::Right);

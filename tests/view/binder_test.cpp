@@ -1,4 +1,6 @@
 // Every control has its widget, and every widget its control.
+#include "view/binder.h"
+
 #include <set>
 
 #include <QAccessible>

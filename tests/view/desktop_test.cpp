@@ -185,7 +185,7 @@ TEST_F(DesktopTest, TheProgramDoesNotTakeItselfForASecondCopy) {
 }
 
 TEST_F(DesktopTest, TheProgramFindsAnotherCopyByItsTitle) {
-  QtDesktop other(events, files, "Veltrin");
+  QtDesktop other(events, files, "Veltrin", showInWindow);
 
   EXPECT_NE(runningWindow(desktop, "Veltrin"), 0U);
 }

@@ -1,5 +1,10 @@
 // Colours and pictures of the windows.
+#include <cmath>
+
 #include <QIcon>
+#include <QPainter>
+#include <QPushButton>
+#include <QStyleOptionSlider>
 
 #include "frame/startup.h"
 #include "view/picture.h"
@@ -14,6 +19,21 @@ using testing::IsEmpty;
 
 class LookTest : public ViewTest {
  protected:
+  // Relative luminance and contrast as the accessibility guidelines of the web (WCAG 2.1)
+  // define them.
+  static double luminance(const QColor& colour) {
+    const auto linear = [](double part) {
+      return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+  }
+  static double contrast(const QColor& one, const QColor& other) {
+    const double high = std::max(luminance(one), luminance(other));
+    const double low = std::min(luminance(one), luminance(other));
+    return (high + 0.05) / (low + 0.05);
+  }
+
   static int opacityOf(const QPixmap& picture) {
     const QImage image = picture.toImage();
     int highest = 0;
@@ -98,6 +118,100 @@ TEST_F(LookTest, APictureInTheWindowFollowsItsControlsState) {
 
   EXPECT_EQ(before, 255);
   EXPECT_LT(opacityOf(grip->pixmap()), 128);
+}
+
+TEST_F(LookTest, TheTextOfADisabledButtonIsReadable) {
+  QPushButton button(QStringLiteral("Copy"));
+  button.resize(112, 32);
+  button.setEnabled(false);
+
+  const QColor face = button.grab().toImage().pixelColor(6, 16);
+  const QColor text = button.palette().color(QPalette::Disabled, QPalette::ButtonText);
+
+  EXPECT_GE(contrast(text, face), 4.5);
+}
+
+TEST_F(LookTest, ADisabledButtonIsPalerThanAnotherInFaceAndText) {
+  QPushButton button(QStringLiteral("Copy"));
+  button.resize(112, 32);
+  const QColor face = button.grab().toImage().pixelColor(6, 16);
+  button.setEnabled(false);
+  const QColor paleFace = button.grab().toImage().pixelColor(6, 16);
+
+  EXPECT_GT(luminance(paleFace), luminance(face) * 1.3);
+  EXPECT_LT(contrast(button.palette().color(QPalette::Disabled, QPalette::ButtonText), paleFace),
+            contrast(button.palette().color(QPalette::Active, QPalette::ButtonText), face));
+}
+
+class ScrollBarLook : public LookTest {
+ protected:
+  ScrollBarLook() {
+    option.rect = QRect(0, 0, 16, 200);
+    option.orientation = Qt::Vertical;
+    option.maximum = 100;
+    option.pageStep = 50;
+    option.sliderPosition = option.sliderValue = 50;
+    option.palette = QApplication::palette();
+    option.state = QStyle::State_Enabled;
+    option.subControls = QStyle::SC_All;
+  }
+
+  // The colour in the middle of a part, as the bar is now.
+  QColor colourOf(QStyle::SubControl part) const {
+    return drawn().pixelColor(
+        QApplication::style()->subControlRect(QStyle::CC_ScrollBar, &option, part).center());
+  }
+
+  QImage drawn() const {
+    QImage image(option.rect.size(), QImage::Format_RGB32);
+    image.fill(Qt::magenta);
+    QPainter painter(&image);
+    QApplication::style()->drawComplexControl(QStyle::CC_ScrollBar, &option, &painter);
+    return image;
+  }
+
+  void touch(QStyle::State state) {
+    option.state |= state;
+    option.activeSubControls = QStyle::SC_ScrollBarSlider;
+  }
+
+  QStyleOptionSlider option;
+};
+
+TEST_F(ScrollBarLook, TheHandleIsClearlyDarkerThanTheGroove) {
+  const QColor handle = colourOf(QStyle::SC_ScrollBarSlider);
+  const QColor groove = colourOf(QStyle::SC_ScrollBarSubPage);
+
+  EXPECT_LT(luminance(handle), luminance(groove));
+  EXPECT_GE(contrast(handle, groove), 3);
+}
+
+TEST_F(ScrollBarLook, TheHandleIsDarkerUnderThePointerAndDarkestWhileItIsHeld) {
+  const double atRest = luminance(colourOf(QStyle::SC_ScrollBarSlider));
+  touch(QStyle::State_MouseOver);
+  const double underPointer = luminance(colourOf(QStyle::SC_ScrollBarSlider));
+  touch(QStyle::State_Sunken);
+  const double held = luminance(colourOf(QStyle::SC_ScrollBarSlider));
+
+  EXPECT_LT(underPointer, atRest);
+  EXPECT_LT(held, underPointer);
+}
+
+TEST_F(ScrollBarLook, ALyingHandleIsDarkerThanItsGrooveToo) {
+  option.rect = QRect(0, 0, 200, 16);
+  option.orientation = Qt::Horizontal;
+
+  EXPECT_GE(contrast(colourOf(QStyle::SC_ScrollBarSlider), colourOf(QStyle::SC_ScrollBarSubPage)),
+            3);
+}
+
+TEST_F(ScrollBarLook, WhereThereIsNothingToScrollThereIsNoHandle) {
+  option.maximum = 0;
+
+  const QImage image = drawn();
+
+  const QColor ground = image.pixelColor(0, 0);
+  for (int y = 0; y < image.height(); ++y) EXPECT_EQ(image.pixelColor(8, y), ground) << y;
 }
 
 }  // namespace

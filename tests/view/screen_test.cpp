@@ -281,7 +281,7 @@ TEST_F(ScreenTest, BordersLetTheMouseThroughAndTakeNoKeys) {
 
 TEST_F(ScreenTest, BordersGoWithTheDesktop) {
   {
-    QtDesktop other(events, files, "Veltrin");
+    QtDesktop other(events, files, "Veltrin", showInWindow);
     other.drawFocusRectangle({30, 40, 210, 130});
     atRest([] {});
     ASSERT_NE(borders(), nullptr);

@@ -29,6 +29,7 @@
 #include "platform/qt/silent_wait.h"
 #include "support/simulated_store.h"
 #include "support/simulated_system.h"
+#include "view/window_catalogue.h"
 
 namespace veltrin {
 
@@ -108,7 +109,7 @@ class ViewTest : public testing::Test {
   SimulatedSockets sockets{calendar};
   SimulatedCounters counters;
   SimulatedWmi wmi;
-  QtDesktop desktop{events, files, "Veltrin"};
+  QtDesktop desktop{events, files, "Veltrin", showInWindow};
   Platform platform{events,   timers, clock,       desktop, files,    processes, profiles,
                     registry, shell,  environment, sockets, counters, wmi,       "veltrin"};
   Program program{platform};

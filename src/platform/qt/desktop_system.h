@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/platform.h"
+#include "platform/qt/shown_form.h"
 
 namespace veltrin {
 
@@ -19,8 +20,9 @@ class DesktopSystem {
 };
 
 // That of the system the program runs on. Needs the application object. `executable`
-// is the program's file.
+// is the program's file, and `looks` gives the forms their windows.
 std::unique_ptr<DesktopSystem> makeDesktopSystem(const std::string& executable,
-                                                 const std::string& applicationTitle);
+                                                 const std::string& applicationTitle,
+                                                 FormLooks looks);
 
 }  // namespace veltrin

@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <utility>
 
 #include "platform/linux/linux_clock.h"
 #include "platform/linux/linux_counters.h"
@@ -21,7 +22,8 @@ namespace {
 
 class LinuxDesktopSystem : public DesktopSystem {
  public:
-  LinuxDesktopSystem(const std::filesystem::path& executable, const std::string& applicationTitle)
+  LinuxDesktopSystem(const std::filesystem::path& executable, const std::string& applicationTitle,
+                     FormLooks looks)
       : timers_(events_),
         files_(LinuxFiles::defaultFolders()),
         processes_((executable.parent_path() / "console").string(),
@@ -29,7 +31,7 @@ class LinuxDesktopSystem : public DesktopSystem {
         profiles_([this](const std::string& path) { return files_.native(path); }),
         registry_(files_.native(files_.programFolder() + "\\Files\\Registry.dat")),
         shell_(files_),
-        desktop_(events_, files_, applicationTitle),
+        desktop_(events_, files_, applicationTitle, std::move(looks)),
         platform_{events_,   timers_,
                   clock_,    desktop_,
                   files_,    processes_,
@@ -61,8 +63,9 @@ class LinuxDesktopSystem : public DesktopSystem {
 }  // namespace
 
 std::unique_ptr<DesktopSystem> makeDesktopSystem(const std::string& executable,
-                                                 const std::string& applicationTitle) {
-  return std::make_unique<LinuxDesktopSystem>(executable, applicationTitle);
+                                                 const std::string& applicationTitle,
+                                                 FormLooks looks) {
+  return std::make_unique<LinuxDesktopSystem>(executable, applicationTitle, std::move(looks));
 }
 
 }  // namespace veltrin

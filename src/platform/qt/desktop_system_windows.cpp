@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "platform/portable/no_wmi.h"
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_desktop.h"
@@ -26,10 +28,11 @@ std::string stemOf(const std::string& executable) {
 
 class WindowsDesktopSystem : public DesktopSystem {
  public:
-  WindowsDesktopSystem(const std::string& executable, const std::string& applicationTitle)
+  WindowsDesktopSystem(const std::string& executable, const std::string& applicationTitle,
+                       FormLooks looks)
       : timers_(events_.gate()),
         processes_([this](void* event) { sleepUntilSignalled(events_, event); }),
-        desktop_(events_, files_, applicationTitle),
+        desktop_(events_, files_, applicationTitle, std::move(looks)),
         platform_{events_,   timers_,           clock_, desktop_,     files_,   processes_,
                   profiles_, registry_,         shell_, environment_, sockets_, counters_,
                   wmi_,      stemOf(executable)} {}
@@ -57,8 +60,9 @@ class WindowsDesktopSystem : public DesktopSystem {
 }  // namespace
 
 std::unique_ptr<DesktopSystem> makeDesktopSystem(const std::string& executable,
-                                                 const std::string& applicationTitle) {
-  return std::make_unique<WindowsDesktopSystem>(executable, applicationTitle);
+                                                 const std::string& applicationTitle,
+                                                 FormLooks looks) {
+  return std::make_unique<WindowsDesktopSystem>(executable, applicationTitle, std::move(looks));
 }
 
 }  // namespace veltrin

@@ -9,7 +9,6 @@
 #include "platform/qt/message_box.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/window_state.h"
-#include "view/window_catalogue.h"
 
 namespace veltrin {
 namespace {
@@ -21,16 +20,18 @@ bool isTitled(const QWidget& window) {
 
 }  // namespace
 
-QtDesktop::QtDesktop(EventLoop& events, const Files& files, std::string applicationTitle)
+QtDesktop::QtDesktop(EventLoop& events, const Files& files, std::string applicationTitle,
+                     FormLooks looks)
     : events_(events),
       files_(files),
       applicationTitle_(std::move(applicationTitle)),
+      looks_(std::move(looks)),
       titles_(makeTitleBoard(applicationTitle_)),
       borders_(makeBorderPen()) {}
 
 // No event loop is left that would delete what waits for that.
 QtDesktop::~QtDesktop() {
-  for (const auto& [form, binder] : shown_) removed_.emplace_back(&binder->window());
+  for (const auto& [form, look] : shown_) removed_.emplace_back(&look->window());
   shown_.clear();
   for (const QPointer<QWidget>& window : removed_) delete window.data();
 }
@@ -124,13 +125,12 @@ QWidget* QtDesktop::windowOf(const Form& form) const {
 
 QWidget* QtDesktop::makeWindowOf(Form& form) {
   if (QWidget* window = windowOf(form)) return window;
-  auto window = makeWindow(form.name());
-  if (window == nullptr) return nullptr;
-  QObject::connect(window.get(), &QWidget::windowTitleChanged, window.get(),
-                   [this] { publishTitles(); });
-  auto& binder = shown_[&form];
-  binder = std::make_unique<Binder>(form, std::move(window), events_.gate(), files_);
-  return &binder->window();
+  auto look = looks_(form, events_.gate(), files_);
+  if (look == nullptr) return nullptr;
+  QWidget* window = &look->window();
+  QObject::connect(window, &QWidget::windowTitleChanged, window, [this] { publishTitles(); });
+  shown_[&form] = std::move(look);
+  return window;
 }
 
 void QtDesktop::publishTitles() {

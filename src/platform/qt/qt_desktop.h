@@ -13,19 +13,19 @@
 #include "platform/event_loop.h"
 #include "platform/files.h"
 #include "platform/qt/screen.h"
+#include "platform/qt/shown_form.h"
 #include "platform/qt/title_board.h"
-#include "view/binder.h"
 
 namespace veltrin {
 
-// Shows forms in the windows of the catalogue. One form has one window, from its first
-// showing to its removal.
+// Shows forms in windows. One form has one window, from its first showing to its removal.
 class QtDesktop : public Desktop {
  public:
-  QtDesktop(EventLoop& events, const Files& files, std::string applicationTitle);
+  // `looks` gives each form its window.
+  QtDesktop(EventLoop& events, const Files& files, std::string applicationTitle, FormLooks looks);
   ~QtDesktop() override;
 
-  // A form without a window of its own in the catalogue is not shown.
+  // A form that has no look is not shown.
   void show(Form& form) override;
   void hide(Form& form) override;
   void remove(Form& form) override;
@@ -56,9 +56,10 @@ class QtDesktop : public Desktop {
   EventLoop& events_;
   const Files& files_;
   std::string applicationTitle_;
+  FormLooks looks_;
   std::unique_ptr<TitleBoard> titles_;
   std::unique_ptr<BorderPen> borders_;
-  std::map<const Form*, std::unique_ptr<Binder>> shown_;
+  std::map<const Form*, std::unique_ptr<ShownForm>> shown_;
   std::vector<QPointer<QWidget>> removed_;  // windows that wait to be deleted
 };
 

@@ -1,0 +1,60 @@
+// Every window has its place on a screen of 1280 by 720, beside a task bar and within a
+// frame, at each scale.
+#include "frame/About.h"
+#include "frame/starter.h"
+#include "frame/startup.h"
+#include "pictures.h"
+#include "route/indepth.h"
+#include "route/indepth2.h"
+#include "route/trace.h"
+
+namespace veltrin {
+namespace {
+
+// What a task bar of 40 pixels and the frame of a window leave of the screen.
+constexpr QSize kRoom(1280, 650);
+
+class RoomOnASmallScreen : public Pictures {
+ protected:
+  // Shows a window as it opens, and photographs it there and at its smallest.
+  template <class Kind>
+  void lookAt() {
+    const auto form = look<Kind>();
+    form->caption = form->name();
+    const QSize opening = window->size();
+    window->resize(1, 1);
+    photograph("small-" + form->name());
+    smallest = window->size();
+    EXPECT_TRUE(fits(opening)) << opening.width() << " by " << opening.height();
+    EXPECT_TRUE(fits(smallest)) << smallest.width() << " by " << smallest.height();
+  }
+
+  static bool fits(const QSize& size) { return size == size.boundedTo(kRoom); }
+
+  QSize smallest;
+};
+
+TEST_F(RoomOnASmallScreen, Splash) { lookAt<starter>(); }
+TEST_F(RoomOnASmallScreen, Menu) { lookAt<startup>(); }
+TEST_F(RoomOnASmallScreen, AboutWindow) { lookAt<About>(); }
+TEST_F(RoomOnASmallScreen, LanguageWindow) { lookAt<setlang>(); }
+TEST_F(RoomOnASmallScreen, PingTest) { lookAt<pingtester>(); }
+TEST_F(RoomOnASmallScreen, TraceRoute) { lookAt<trace>(); }
+TEST_F(RoomOnASmallScreen, InDepth) { lookAt<indepth>(); }
+TEST_F(RoomOnASmallScreen, InDepthAfterAHopStabilityTest) { lookAt<indepth2>(); }
+
+TEST_F(RoomOnASmallScreen, PingTestWithItsChart) {
+  const auto form = look<pingtester>();
+  form->PingChart.visible = true;
+  form->Text1.visible = true;
+  form->Text2.visible = true;
+  atRest([] {});
+
+  EXPECT_TRUE(fits(window->size())) << window->height();
+}
+
+// A window that is added is to be looked at here too.
+TEST_F(RoomOnASmallScreen, TheseAreAllWindows) { EXPECT_EQ(windowNames().size(), 8U); }
+
+}  // namespace
+}  // namespace veltrin
