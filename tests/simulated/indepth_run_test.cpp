@@ -119,6 +119,32 @@ TEST_F(InDepthTest, ReadsTheDestinationAnewForPathping) {
                                                   "pathping -q 100 -p 25 far.example"}));
 }
 
+TEST_F(InDepthTest, RemembersItsValuesBeforeItPrintsItsFirstLine) {
+  indepth& opened = openFor("near.example");
+  std::string written;
+  std::string shown;
+  simulation.loop.after(0, [&] {
+    written = simulation.settings();
+    shown = opened.dosbox.text;
+  });
+  test(opened);
+  EXPECT_EQ(shown, kIntroduction + "Test Started at 09:05\r\n");
+  EXPECT_EQ(written, "[InDepth]\r\nSource=near.example\r\nQueries=100\r\nPeriod=25\r\n");
+}
+
+TEST_F(InDepthTest, ComposesTheOptionsBehindThePing) {
+  indepth& opened = openFor("near.example");
+  at(10, [&] {
+    simulation.desktop.type(opened.text3, "40");
+    simulation.desktop.type(opened.text4, "300");
+    simulation.desktop.click(opened.Check5);
+  });
+  test(opened);
+  EXPECT_EQ(commands().back(), "pathping -q 40 -p 300 -4 near.example");
+  EXPECT_EQ(simulation.settings(),
+            "[InDepth]\r\nSource=near.example\r\nQueries=100\r\nPeriod=25\r\n");
+}
+
 TEST_F(InDepthTest, AnEmptyDestinationIsTestedAllTheSame) {
   test(openFor(""));
   EXPECT_EQ(commands(), (std::vector<std::string>{"ping  -n 10", "pathping -q 100 -p 25 "}));
@@ -204,6 +230,30 @@ TEST_F(Remark, DoesNotReplaceABarThatArrivesAfter29Seconds) {
 
 TEST_F(Remark, DoesNotReplaceABarThatArrivesAfterExactly30Seconds) {
   EXPECT_EQ(shownOf({{30 * kSecond, "  0/ 100 =  0%   |\r\n"}}), "  0/ 100 =  0%   |\r\n");
+}
+
+TEST_F(Remark, DoesNotReplaceABarThatArrivesAfterAFractionLessThan30Seconds) {
+  EXPECT_EQ(shownOf({{30 * kSecond - 1, "|"}}), "|");
+}
+
+TEST_F(Remark, StandsInThePlaceOfABarThatArrivesAFractionBehind30Seconds) {
+  EXPECT_EQ(shownOf({{30 * kSecond + 1, "|"}}),
+            "  Overall Loss/Congestion - Possibly Causing Redirect");
+}
+
+// Times of day with their thousandths are no round numbers of the machine.
+TEST_F(Remark, DoesNotStandAfterExactly30SecondsWheneverTheTestBegins) {
+  for (const std::int64_t start : {1, 123, 250, 333, 701, 999}) {
+    simulation.run(start + 7 * kSecond);
+    const std::int64_t now = simulation.loop.milliseconds();
+    pathpingPrints({{now + 30 * kSecond, "exactly|"}, {now + 30 * kSecond + 1, "behind|"}});
+    indepth& opened = openFor("near.example");
+    test(opened);
+    EXPECT_NE(opened.dosbox.text.get().find("exactly|"), std::string::npos) << start;
+    EXPECT_EQ(opened.dosbox.text.get().find("behind|"), std::string::npos) << start;
+    keepTheProgramRunning();
+    opened.close();
+  }
 }
 
 TEST_F(Remark, ReplacesEveryBarOfAChunkWhateverTheFigures) {

@@ -106,42 +106,5 @@ TEST(Language, ChangesEveryTextBackAndForth) {
   for (const Text text : kAllTexts) EXPECT_EQ(texts.*text, textsOf(kEnglish).*text);
 }
 
-TEST(Language, EnglishTextsStandToTheLetter) {
-  const LanguageTexts texts = textsOf(kEnglish);
-  EXPECT_EQ(texts.TipPeriod,
-            "Number of milliseconds to wait between consecutive test, setting lower than 200 can "
-            "cause failures but may be needed for certain problems.  Default is 250");
-  EXPECT_EQ(texts.TextInDepthIntro,
-            "This provides detailed information on internet latency and loss\r\nThis test can take "
-            "up to 10 minutes or longer depending on total hops and queries\r\n");
-  EXPECT_EQ(texts.TextCopied,
-            "Your information is now copied. You can either paste it in a document or an email."
-            "\r\n\r\nOpen the document/email and right click in the text area, then select PASTE."
-            "\r\n \r\n");
-  EXPECT_EQ(texts.TextFileCreated, "File created is ");
-  EXPECT_EQ(texts.TextAlreadyRunning, "Veltrin is already running");
-  EXPECT_EQ(texts.TextTestComplete, "******* Test is Complete ********* ");
-  EXPECT_EQ(texts.TextTracePass, "Performing Trace Route - Pass ");
-}
-
-TEST(Language, DutchTextsStandToTheLetter) {
-  const LanguageTexts texts = textsOf(kDutch);
-  EXPECT_EQ(texts.TipQueries,
-            "Het aantal Echo Verzoeken dat verstuurd wordt naar elke router op het pad, Standaard "
-            "is 100");
-  EXPECT_EQ(texts.TextInDepthIntro,
-            "Dit geeft gedetailleerde informatie over internet vertraging en verlies\r\nDeze test "
-            "kan tot 10 minuten of langer duren afhankelijk van het aantal sprongen en het aantal "
-            "vragen\r\n");
-  EXPECT_EQ(texts.TextCopied,
-            "Uw informatie wordt nu gekopieerd. U kunt het plakken in een document of een email."
-            "\r\n\r\nOpen het document/email en klik met de rechter muisknop in het tekst "
-            "gedeeelte, kies vervolgens PLAKKEN.\r\n \r\n");
-  EXPECT_EQ(texts.TextFileCreated, "Het Bestand dat aangemaakt is heet ");
-  EXPECT_EQ(texts.TextAlreadyRunning, "Veltrin wordt al uitgevoerd");
-  EXPECT_EQ(texts.TextTestComplete, "******* Test is Klaar ********* ");
-  EXPECT_EQ(texts.TextTracePass, "Trace Route wordt uitgevoerd - Eenmaal ");
-}
-
 }  // namespace
 }  // namespace veltrin

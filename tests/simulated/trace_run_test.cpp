@@ -184,6 +184,17 @@ TEST_F(TraceRun, ATextThatBeginsWithThisIsEmptiedWithoutAQuestion) {
   EXPECT_EQ(opened.txtOutputs.text.get().substr(0, 20), "1 passes will be run");
 }
 
+TEST_F(TraceRun, ATextThatBeginsWithThisInAnotherCaseIsAskedAbout) {
+  trace& opened = openWith({"near.example"});
+  for (const char* text : {"this is a note", "THIS is a note", "Thi"}) {
+    simulation.desktop.type(opened.txtOutputs, text);
+    simulation.desktop.messages.clear();
+    simulation.desktop.click(opened.startit);
+    ASSERT_EQ(simulation.desktop.messages.size(), 1U) << text;
+    EXPECT_EQ(simulation.desktop.messages[0].text, "Would you like to clear the existing Data?");
+  }
+}
+
 TEST_F(TraceRun, AskedWhetherToClearTheOldTextTheUserSaysYes) {
   trace& opened = openWith({"one.example"});
   simulation.desktop.type(opened.txtOutputs, "old");

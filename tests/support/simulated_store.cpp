@@ -4,7 +4,6 @@
 #include <chrono>
 
 #include "platform/portable/file_names.h"
-#include "platform/portable/profile_text.h"
 #include "platform/portable/registry_value.h"
 #include "text/statement.h"
 #include "text/strings.h"
@@ -86,33 +85,23 @@ std::string SimulatedProfiles::read(const std::optional<std::string>& section,
                                     const std::string& path) {
   ++reads;
   note("read " + section.value_or("*") + "/" + key.value_or("*"));
-  const ProfileText profile(contents[path]);
-  if (!section) return {};
-  if (!key) {
-    std::string names;
-    for (const std::string& name : profile.keys(*section)) names += name + '\0';
-    const auto room = static_cast<std::int64_t>(size);
-    return Len(names) < room ? names : Left(names, room - 2);
-  }
-  return Left(profile.value(*section, *key).value_or(fallback),
-              static_cast<std::int64_t>(size) - 1);
+  return ProfileEngine::read(section, key, fallback, size, path);
 }
 
 bool SimulatedProfiles::write(const std::string& section, const std::optional<std::string>& key,
                               const std::optional<std::string>& value, const std::string& path) {
   ++writes;
   note("write " + section + "/" + key.value_or("*") + "=" + value.value_or("*"));
-  if (refuseWriting) return false;
-  ProfileText profile(contents[path]);
-  if (!key) {
-    profile.removeSection(section);
-  } else if (!value) {
-    profile.removeKey(section, *key);
-  } else {
-    profile.set(section, *key, *value);
-  }
-  contents[path] = profile.text();
-  return true;
+  return ProfileEngine::write(section, key, value, path);
+}
+
+std::optional<std::string> SimulatedProfiles::load(const std::string& path) {
+  return contents[path];
+}
+
+bool SimulatedProfiles::store(const std::string& path, const std::string& content) {
+  if (!refuseWriting) contents[path] = content;
+  return !refuseWriting;
 }
 
 std::int32_t SimulatedRegistry::open(std::uint32_t hive, const std::string& path,

@@ -10,7 +10,7 @@
 
 #include "platform/clock.h"
 #include "platform/files.h"
-#include "platform/profile_store.h"
+#include "platform/portable/profile_file.h"
 #include "platform/registry.h"
 #include "support/journal.h"
 #include "support/simulated_loop.h"
@@ -38,8 +38,8 @@ class SimulatedFiles : public Files, public Journalled {
                                            FileMode mode, bool create) override;
 };
 
-// Profile files as the portable engine reads and writes them.
-class SimulatedProfiles : public ProfileStore, public Journalled {
+// Profile files in memory, read and written by the engine of the real ones.
+class SimulatedProfiles : public ProfileEngine, public Journalled {
  public:
   std::map<std::string, std::string> contents;  // by full path
   bool refuseWriting = false;
@@ -50,6 +50,10 @@ class SimulatedProfiles : public ProfileStore, public Journalled {
                    const std::string& fallback, std::size_t size, const std::string& path) override;
   bool write(const std::string& section, const std::optional<std::string>& key,
              const std::optional<std::string>& value, const std::string& path) override;
+
+ protected:
+  std::optional<std::string> load(const std::string& path) override;
+  bool store(const std::string& path, const std::string& content) override;
 };
 
 class SimulatedRegistry : public Registry, public Journalled {

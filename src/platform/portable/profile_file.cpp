@@ -37,14 +37,10 @@ bool hasLineBreak(const std::string& name) { return name.find_first_of("\r\n") !
 
 }  // namespace
 
-ProfileFile::ProfileFile(NativePath nativePath) : nativePath_(std::move(nativePath)) {}
-
-std::string ProfileFile::read(const std::optional<std::string>& section,
-                              const std::optional<std::string>& key, const std::string& fallback,
-                              std::size_t size, const std::string& path) {
-  std::string content;
-  if (readWholeFile(nativePath_(path), content)) content.clear();
-  const ProfileText profile(std::move(content));
+std::string ProfileEngine::read(const std::optional<std::string>& section,
+                                const std::optional<std::string>& key, const std::string& fallback,
+                                std::size_t size, const std::string& path) {
+  const ProfileText profile(load(path).value_or(std::string()));
   const std::string otherwise = withoutBlanksAtTheEnd(untilNul(fallback));
 
   if (!section) return cutList(profile.sections(), size);
@@ -56,17 +52,15 @@ std::string ProfileFile::read(const std::optional<std::string>& section,
   return cutValue(value.value_or(otherwise), size);
 }
 
-bool ProfileFile::write(const std::string& section, const std::optional<std::string>& key,
-                        const std::optional<std::string>& value, const std::string& path) {
+bool ProfileEngine::write(const std::string& section, const std::optional<std::string>& key,
+                          const std::optional<std::string>& value, const std::string& path) {
   const std::string name = untilNul(section);
   if (hasLineBreak(name) || (key && hasLineBreak(untilNul(*key)))) return false;
 
-  const std::string file = nativePath_(path);
-  std::string content;
-  const auto failure = readWholeFile(file, content);
-  if (failure && failure != std::errc::no_such_file_or_directory) return false;
+  const std::optional<std::string> content = load(path);
+  if (!content) return false;
 
-  ProfileText profile(content);
+  ProfileText profile(*content);
   if (!key) {
     profile.removeSection(name);
   } else if (!value) {
@@ -74,7 +68,21 @@ bool ProfileFile::write(const std::string& section, const std::optional<std::str
   } else {
     profile.set(name, untilNul(*key), untilNul(*value));
   }
-  return profile.text() == content || !replaceFile(file, profile.text());
+  return profile.text() == *content || store(path, profile.text());
+}
+
+ProfileFile::ProfileFile(NativePath nativePath) : nativePath_(std::move(nativePath)) {}
+
+std::optional<std::string> ProfileFile::load(const std::string& path) {
+  std::string content;
+  const auto failure = readWholeFile(nativePath_(path), content);
+  if (!failure) return content;
+  if (failure == std::errc::no_such_file_or_directory) return std::string();
+  return std::nullopt;
+}
+
+bool ProfileFile::store(const std::string& path, const std::string& content) {
+  return !replaceFile(nativePath_(path), content);
 }
 
 }  // namespace veltrin
