@@ -90,6 +90,10 @@ TEST(ChainReading, ALineCutBehindTheWordGivesTheEmptyTextWhichReadsAsZero) {
   EXPECT_EQ(Val(time), 0);
 }
 
+TEST(ChainReading, TheUnitRightBehindTheWordGivesTheEmptyText) {
+  EXPECT_EQ(chain("Average = ms"), "");
+}
+
 TEST(ChainReading, ALaterChunkWithoutAnAverageKeepsTheReading) {
   Loose time = kSentinel;
   readAverage(summary("24"), time);

@@ -107,6 +107,18 @@ TEST(FormatDate, PrintsThePatternsOfTheProgram) {
   EXPECT_EQ(Format(moment, "hh:mm dd.mm."), "09:05 07.03.");
 }
 
+TEST(FormatDate, KnowsTheTwelveMonthsAndNoOther) {
+  std::string names;
+  for (int month = 0; month <= 13; ++month) {
+    names += Format(DateTime{2026, month, 7}, "<mmm>");
+  }
+  EXPECT_EQ(names, "<><Jan><Feb><Mar><Apr><May><Jun><Jul><Aug><Sep><Oct><Nov><Dec><>");
+}
+
+TEST(FormatDate, TakesTheMonthForAPatternThatBeginsWithIt) {
+  EXPECT_EQ(Format(DateTime{2026, 3, 7, 9, 5, 2}, "mm/dd"), "03/07");
+}
+
 TEST(FormatDate, LeavesPartsOfASecondOut) {
   EXPECT_EQ(Format(DateTime{2026, 3, 7, 9, 5, 2, 345}, "hh:nn:ss"), "09:05:02");
 }

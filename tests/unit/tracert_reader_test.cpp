@@ -140,6 +140,14 @@ TEST(TracertReader, ABracketClosedBeforeItIsOpenedGivesTheRestOfTheLine) {
   EXPECT_EQ(read("  1     1 ms     1 ms  odd] name [192.0.2.1] "), hop("192.0.2.1] "));
 }
 
+TEST(TracertReader, ABracketThatClosesAtTheLinesStartCountsLikeAnyOther) {
+  EXPECT_EQ(read("] odd name [192.0.2.1]"), hop("192.0.2.1]"));
+}
+
+TEST(TracertReader, ABracketMayOpenAtTheLinesStart) {
+  EXPECT_EQ(read("[192.0.2.1]  reports: Destination net unreachable."), hop("192.0.2.1"));
+}
+
 TEST(TracertReader, EmptyBracketsGiveAnEmptyAddress) {
   EXPECT_EQ(read("  1     1 ms     1 ms     1 ms  gateway.example [] "), hop(""));
 }

@@ -46,6 +46,8 @@ std::string_view withoutCutCharacter(std::string_view bytes, unsigned codePage) 
   for (std::size_t cut = 0; cut <= most; ++cut) {
     const std::string_view kept = bytes.substr(0, bytes.size() - cut);
     if (isWhole(kept, codePage)) return kept;
+    // The bytes with which a character of several begins are none of ASCII.
+    if (static_cast<unsigned char>(kept.back()) < 0x80) break;
   }
   return bytes;
 }
