@@ -28,10 +28,9 @@ ToolText::ToolText(QWidget* parent) : QPlainTextEdit(parent) {
 ToolCommand::ToolCommand(QWidget* parent) : QLineEdit(parent) { setFont(fixedLetters()); }
 
 Paragraph::Paragraph(QWidget* parent) : QPlainTextEdit(parent) {
-  setFrameShape(QFrame::NoFrame);
   setTabChangesFocus(true);
   setPalette(quietPalette(palette()));
-  document()->setDocumentMargin(0);
+  document()->setDocumentMargin(kTextMargin - 2);
 }
 
 }  // namespace veltrin
