@@ -5,6 +5,7 @@
 
 #include "forms/animation.h"
 #include "frame/setlang.h"
+#include "route/route_values.h"
 #include "text/strings.h"
 
 namespace veltrin {
