@@ -8,7 +8,7 @@ cd "$(dirname "$(readlink -f "$0")")"
 
 case ${1:-} in
   '') ;;
-  *) fail "Usage: ./test.sh (it takes no words). For some tests only: ctest --test-dir build -R NAME" ;;
+  *) fail "Usage: ./test.sh (it takes no words). For some tests only: ctest --test-dir build -R NAME; for one case: build/asan/tests/PROGRAM --gtest_filter=SUITE.CASE" ;;
 esac
 
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/veltrin
@@ -72,7 +72,7 @@ run_tests() {
 
 phase "Packages"
 install_packages build test
-need cmake ninja clang++ x86_64-w64-mingw32-g++-posix wine wineserver
+need cmake ninja clang++ ld.lld x86_64-w64-mingw32-g++-posix wine wineserver
 if called_by_sudo; then
   as_user ./test.sh
   exit

@@ -20,7 +20,7 @@ using namespace veltrin;
 void readAverageOfAChunk(benchmark::State& state) {
   const std::string chunk = pingReply(124).substr(0, kReadGrain - 1) + "Average = 124ms \r\n";
   Loose time;
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     readAverage(chunk, time);
     benchmark::DoNotOptimize(time);
   }
@@ -36,7 +36,7 @@ void readASetting(benchmark::State& state) {
   }
   const ProfileText profile(text);
   const std::string last = "Section " + std::to_string(state.range(0) - 1);
-  for (auto _ : state) benchmark::DoNotOptimize(profile.value(last, "Key 19"));
+  for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(profile.value(last, "Key 19"));
 }
 BENCHMARK(readASetting)->Arg(1)->Arg(10)->Arg(100);
 
@@ -45,14 +45,14 @@ void appendAChunk(benchmark::State& state) {
   TextBox box;
   box.text = std::string(static_cast<std::size_t>(state.range(0)), 'x');
   const std::string chunk(kReadGrain, 'y');
-  for (auto _ : state) box.text += chunk;
+  for ([[maybe_unused]] auto _ : state) box.text += chunk;
 }
-BENCHMARK(appendAChunk)->Arg(1024)->Arg(8 * 1024 * 1024)->Iterations(10000);
+BENCHMARK(appendAChunk)->Arg(1024)->Arg(8L * 1024 * 1024)->Iterations(10000);
 
 // A whole run of the Ping Test, a hundred passes over five destinations, on the
 // simulated platform.
 void runAHundredPasses(benchmark::State& state) {
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     Simulation simulation;
     simulation.processes.tool = [](const std::string&) {
       return std::vector<ToolWrite>{{20, pingReply(20)}};

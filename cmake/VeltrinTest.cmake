@@ -6,6 +6,16 @@ set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
 add_subdirectory(${VELTRIN_GOOGLETEST_SOURCE} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
 include(GoogleTest)
 
+# Under the sanitizers the tests themselves are not optimised: most of the build would be
+# spent on code that runs once. What they test is.
+set(VELTRIN_TEST_OPTIONS)
+if(VELTRIN_SANITIZE)
+  set(VELTRIN_TEST_OPTIONS -O0)
+endif()
+foreach(PART gtest gmock)
+  target_compile_options(${PART} PRIVATE ${VELTRIN_TEST_OPTIONS})
+endforeach()
+
 # veltrin_test(NAME [EACH] [OWN_MAIN] SOURCES ... LIBRARIES ...)
 #
 # On Linux every suite of the program, which is all cases with the same word before
@@ -23,6 +33,7 @@ function(veltrin_test NAME)
     target_link_libraries(${NAME} PRIVATE veltrin_test_main)
     target_precompile_headers(${NAME} REUSE_FROM veltrin_test_main)
   endif()
+  target_compile_options(${NAME} PRIVATE ${VELTRIN_TEST_OPTIONS})
   set_target_properties(${NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   if(WIN32)
     add_test(NAME windows.${NAME} COMMAND ${CMAKE_SOURCE_DIR}/tests/windows/under-wine.sh $<TARGET_FILE:${NAME}>)
