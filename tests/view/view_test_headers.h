@@ -2,8 +2,6 @@
 // includes what it uses.
 #pragma once
 
-#include "runner/test_headers.h"
-
 #include <QApplication>
 #include <QCoreApplication>
 #include <QEvent>
@@ -20,3 +18,5 @@
 #include <QWidget>
 #include <QWindow>
 #include <QtTest/QTest>
+
+#include "runner/test_headers.h"
