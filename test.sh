@@ -2,13 +2,13 @@
 # Builds and tests everything: the Linux programs under the sanitizers, and the
 # Windows programs under Wine. Ends with one summary of all tests; its exit code
 # is ctest's.
-set -eu
+set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")"
 . tools/common.sh
 
 case ${1:-} in
   '') ;;
-  *) fail "Usage: ./test.sh (it takes no words). For some tests only: ctest --test-dir build -R NAME" ;;
+  *) fail "Usage: ./test.sh (it takes no words). For some tests only: ctest --test-dir build -R NAME; for one case: build/asan/tests/PROGRAM --gtest_filter=SUITE.CASE" ;;
 esac
 
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/veltrin
@@ -53,9 +53,26 @@ start_wine_server() {
     fail "Wine does not start; the Windows programs cannot be tested."
 }
 
+# The tests of both systems by one run of ctest, whose summary is held back to be the last
+# words. Its exit code is ctest's.
+run_tests() {
+  local summary code=0
+  summary=$(mktemp)
+  ctest --test-dir build --output-on-failure -j"$(nproc)" 2>&1 |
+    awk -v summary="$summary" '
+      /^[0-9]+% tests passed/ { held = 1 }
+      held { print >summary; next }
+      { print; fflush() }' || code=$?
+  say "$(awk -f tools/cases.awk build/Testing/Temporary/LastTest.log)"
+  phase_summary
+  cat "$summary"
+  rm -f "$summary"
+  return "$code"
+}
+
 phase "Packages"
 install_packages build test
-need cmake ninja clang++ x86_64-w64-mingw32-g++-posix wine wineserver
+need cmake ninja clang++ ld.lld x86_64-w64-mingw32-g++-posix wine wineserver
 if called_by_sudo; then
   as_user ./test.sh
   exit
@@ -71,5 +88,5 @@ build windows -DVELTRIN_WINDOW=$window
 printf 'subdirs("asan" "windows")\n' >build/CTestTestfile.cmake
 phase "Wine"
 start_wine_server
-phase_end
-ctest --test-dir build --output-on-failure -j"$(nproc)"
+phase "Tests"
+run_tests

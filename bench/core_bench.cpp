@@ -1,8 +1,11 @@
 // Costs of what runs for each chunk of a console tool's text and for each setting.
+//
+//   core_bench [--smoke | words of Google Benchmark]
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "byte_texts.h"
@@ -22,7 +25,7 @@ using namespace veltrin;
 void readAverageOfAChunk(benchmark::State& state) {
   const std::string chunk = pingReply(124).substr(0, kReadGrain - 1) + "Average = 124ms \r\n";
   Loose time;
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     readAverage(chunk, time);
     benchmark::DoNotOptimize(time);
   }
@@ -161,7 +164,7 @@ void readASetting(benchmark::State& state) {
   }
   const ProfileText profile(text);
   const std::string last = "Section " + std::to_string(state.range(0) - 1);
-  for (auto _ : state) benchmark::DoNotOptimize(profile.value(last, "Key 19"));
+  for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(profile.value(last, "Key 19"));
 }
 BENCHMARK(readASetting)->Arg(1)->Arg(10)->Arg(100);
 
@@ -170,14 +173,14 @@ void appendAChunk(benchmark::State& state) {
   TextBox box;
   box.text = std::string(static_cast<std::size_t>(state.range(0)), 'x');
   const std::string chunk(kReadGrain, 'y');
-  for (auto _ : state) box.text += chunk;
+  for ([[maybe_unused]] auto _ : state) box.text += chunk;
 }
-BENCHMARK(appendAChunk)->Arg(1024)->Arg(8 * 1024 * 1024)->Iterations(10000);
+BENCHMARK(appendAChunk)->Arg(1024)->Arg(8L * 1024 * 1024)->Iterations(10000);
 
 // A whole run of the Ping Test, a hundred passes over five destinations, on the
 // simulated platform.
 void runAHundredPasses(benchmark::State& state) {
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     Simulation simulation;
     simulation.processes.tool = [](const std::string&) {
       return std::vector<ToolWrite>{{20, pingReply(20)}};
@@ -192,4 +195,17 @@ BENCHMARK(runAHundredPasses)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
-BENCHMARK_MAIN();
+// Google Benchmark's own main(), which also knows --smoke: each case for no longer than
+// it has to.
+int main(int argc, char** argv) {
+  std::string shortest = "--benchmark_min_time=0.001";
+  std::vector<char*> words(argv, argv + argc);
+  for (char*& word : words) {
+    if (std::string_view(word) == "--smoke") word = shortest.data();
+  }
+  int count = argc;
+  benchmark::Initialize(&count, words.data());
+  if (benchmark::ReportUnrecognizedArguments(count, words.data())) return 1;
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}

@@ -2,10 +2,11 @@
 // lab, one on which every hop answers and one with silent hops, and pathping with the
 // time that it tells before it counts.
 //
-//   route_bench [runs]
+//   route_bench [runs | --smoke]
 //
 // All run in turn, so that what else the machine does falls on all alike. Exit
-// code 1 when a run failed or a target was missed, 77 when the lab cannot run.
+// code 1 when a run failed or a target was missed, 77 when the lab cannot run. With
+// --smoke each tool runs once, and only a failed run counts.
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -206,6 +207,30 @@ int measureInside(const std::string& scenario, int runs) {
   return met ? 0 : 1;
 }
 
+// Whether each of the tools runs at all.
+int runOnce() {
+  std::printf("clean-15, one run each:\n");
+  bool well = true;
+  for (const Words& words :
+       {Words{VELTRIN_TRACERT, "-4", "-d", "target.example"},
+        Words{VELTRIN_PATHPING, "-4", "-n", "-q", "1", "-p", "20", "target.example"},
+        Words{"traceroute", "-4", "-I", "-n", "target.example"},
+        Words{"mtr", "-4", "-r", "-c", "1", "-n", "target.example"}}) {
+    const Run run = runProgram(words);
+    std::printf("  %-60s %8.3f s%s\n", words[0].c_str(), run.wall, run.well ? "" : "  FAILED");
+    well = well && run.well && !run.text.empty();
+  }
+  return well ? 0 : 1;
+}
+
+// Measures in one scenario of the lab; the exit code.
+int measureInTheLab(const char* program, const char* scenario, const std::string& runs) {
+  const std::string line = std::string("'") + LAB_PROGRAM + "' " + scenario + " -- '" + program +
+                           "' --inside " + scenario + " " + runs;
+  const int status = std::system(line.c_str());
+  return WIFEXITED(status) ? WEXITSTATUS(status) : 1;
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -213,15 +238,14 @@ int main(int count, char** arguments) {
     return std::string(count > at ? arguments[at] : otherwise);
   };
   if (argument(1, "") == "--inside") {
+    if (argument(3, "") == "--smoke") return runOnce();
     return measureInside(argument(2, ""), std::atoi(argument(3, "1").c_str()));
   }
+  if (argument(1, "") == "--smoke") return measureInTheLab(arguments[0], "clean-15", "--smoke");
   const std::string runs = std::to_string(std::max(std::atoi(argument(1, "11").c_str()), 1));
   int code = 0;
   for (const char* scenario : {"clean-15", "silent-15"}) {
-    const std::string line = std::string("'") + LAB_PROGRAM + "' " + scenario + " -- '" +
-                             arguments[0] + "' --inside " + scenario + " " + runs;
-    const int status = std::system(line.c_str());
-    const int ended = WIFEXITED(status) ? WEXITSTATUS(status) : 1;
+    const int ended = measureInTheLab(arguments[0], scenario, runs);
     code = ended == 0 ? code : ended;
   }
   return code;

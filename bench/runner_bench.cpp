@@ -1,7 +1,7 @@
 // Throughput of the console runner's reads against the barest loop of reads of
 // the same size, on the same child that prints 100 MB as fast as it can.
 //
-//   runner_bench [ROUNDS]
+//   runner_bench [ROUNDS | --smoke]
 //
 // Both are measured alternately in each of ROUNDS rounds (7 by default); the
 // best of each counts, as everything else on the machine can only slow them. The
@@ -26,8 +26,9 @@ namespace {
 using veltrin::LinuxProcesses;
 using veltrin::Processes;
 
-constexpr std::uint64_t kSize = 100'000'000;
+constexpr std::uint64_t kUsualSize = 100'000'000;
 constexpr int kUsualRounds = 7;
+constexpr std::uint64_t kSmokeSize = 100'000;
 
 using Buffer = std::array<char, veltrin::kReadGrain>;
 
@@ -74,47 +75,57 @@ std::uint64_t readAsRunner(veltrin::DOSOutputs& runner, const std::string& comma
   return runner.ExecuteCommand(commandLine).size();
 }
 
-// Seconds that one reading of a child's whole output takes.
+// Seconds that one reading of a child's whole output of `size` bytes takes.
 template <class Reading>
-double secondsOf(Reading&& reading) {
+double secondsOf(std::uint64_t size, Reading&& reading) {
   const auto start = std::chrono::steady_clock::now();
   const std::uint64_t total = reading();
   const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-  if (total != kSize) {
+  if (total != size) {
     std::fprintf(stderr, "runner_bench: read %llu bytes\n", static_cast<unsigned long long>(total));
     std::exit(1);
   }
   return taken.count();
 }
 
-double megabytesPerSecond(double seconds) { return static_cast<double>(kSize) / 1e6 / seconds; }
+double megabytesPerSecond(std::uint64_t size, double seconds) {
+  return static_cast<double>(size) / 1e6 / seconds;
+}
+
+// The line by which the talker prints so many bytes.
+std::string talkerLine(std::uint64_t size) {
+  const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+  const std::string talker = folder.parent_path() / "tests" / "talker";
+  return "\"" + talker + "\" bytes=" + std::to_string(size);
+}
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : kUsualRounds;
-  const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-  const std::string talker = folder.parent_path() / "tests" / "talker";
-  const std::string commandLine = "\"" + talker + "\" bytes=" + std::to_string(kSize);
+  const std::string word = argc > 1 ? argv[1] : std::to_string(kUsualRounds);
+  const std::uint64_t size = word == "--smoke" ? kSmokeSize : kUsualSize;
+  const int rounds = std::max(1, std::atoi(word.c_str()));
+  const std::string commandLine = talkerLine(size);
   LinuxProcesses processes({});
   veltrin::Simulation simulation;
-  const veltrin::Platform& simulated = simulation.platform;
-  veltrin::Platform platform{simulated.events,   simulated.timers,   simulated.clock,
-                             simulated.desktop,  simulated.files,    processes,
-                             simulated.profiles, simulated.registry, "Veltrin"};
+  const veltrin::Platform& rest = simulation.platform;
+  veltrin::Platform platform{rest.events, rest.timers,      rest.clock,    rest.desktop,
+                             rest.files,  processes,        rest.profiles, rest.registry,
+                             rest.shell,  rest.environment, rest.sockets,  rest.counters,
+                             rest.wmi,    "Veltrin"};
   veltrin::DOSOutputs window(platform);
   std::uint64_t shown = 0;
   window.ReceiveOutputs = [&shown](const std::string& chunk) { shown += chunk.size(); };
   double bare = 1e9;
   double runner = 1e9;
   for (int round = 0; round < rounds; ++round) {
-    bare = std::min(bare, secondsOf([&] {
+    bare = std::min(bare, secondsOf(size, [&] {
                       const TalkingChild child(processes, commandLine);
                       return readBare(child.readEnd());
                     }));
-    runner = std::min(runner, secondsOf([&] { return readAsRunner(window, commandLine); }));
+    runner = std::min(runner, secondsOf(size, [&] { return readAsRunner(window, commandLine); }));
   }
-  std::printf("bare loop %.0f MB/s, runner %.0f MB/s, ratio %.3f\n", megabytesPerSecond(bare),
-              megabytesPerSecond(runner), bare / runner);
+  std::printf("bare loop %.0f MB/s, runner %.0f MB/s, ratio %.3f\n", megabytesPerSecond(size, bare),
+              megabytesPerSecond(size, runner), bare / runner);
   return 0;
 }

@@ -1,9 +1,10 @@
 // How long our systeminfo takes from the start of its process to its end, with its
 // text read through a pipe as the windows read it.
 //
-//   systeminfo_bench [tool [runs]]
+//   systeminfo_bench [tool [runs] | --smoke]
 //
-// Exit code 1 when a run failed or the target was missed.
+// Exit code 1 when a run failed or the target was missed, with --smoke when the one run
+// failed.
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -20,6 +21,7 @@
 namespace {
 
 constexpr double kTargetMilliseconds = 150;
+constexpr int kUsualRuns = 200;
 
 std::size_t readAll(int file) {
   std::array<char, 4096> part{};
@@ -61,8 +63,10 @@ std::optional<double> timeRun(std::string tool) {
 }  // namespace
 
 int main(int count, char** arguments) {
-  const std::string tool = count > 1 ? arguments[1] : VELTRIN_SYSTEMINFO;
-  const int runs = std::max(count > 2 ? std::atoi(arguments[2]) : 200, 1);
+  const bool smoke = count > 1 && std::string(arguments[1]) == "--smoke";
+  const std::string tool = count > 1 && !smoke ? arguments[1] : VELTRIN_SYSTEMINFO;
+  const int usual = smoke ? 1 : kUsualRuns;
+  const int runs = std::max(count > 2 ? std::atoi(arguments[2]) : usual, 1);
   std::vector<double> times;
   for (int i = 0; i < runs; ++i) {
     const auto time = timeRun(tool);
@@ -77,5 +81,5 @@ int main(int count, char** arguments) {
   std::printf("whole process, %zu runs: minimum %.1f ms, median %.1f ms, maximum %.1f ms\n",
               times.size(), times.front(), median, times.back());
   std::printf("target for the median: under %.0f ms\n", kTargetMilliseconds);
-  return median < kTargetMilliseconds ? 0 : 1;
+  return smoke || median < kTargetMilliseconds ? 0 : 1;
 }

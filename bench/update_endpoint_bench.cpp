@@ -1,7 +1,7 @@
 // How many callers the update endpoint answers in a second, beside the barest server
 // that could do it: a loop of accept, write and close.
 //
-//   update_endpoint_bench [ROUNDS]
+//   update_endpoint_bench [ROUNDS | --smoke]
 //
 // With 1, 100 and 2000 callers at once, both servers take turns in each of ROUNDS
 // rounds (7 by default), so that what else the machine does falls on both alike. A
@@ -18,6 +18,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <netinet/in.h>
+#include <span>
 #include <string>
 #include <string_view>
 #include <sys/epoll.h>
@@ -41,6 +42,7 @@ struct Crowd {
 };
 
 constexpr std::array<Crowd, 3> kCrowds{{{1, 5'000}, {100, 20'000}, {2'000, 20'000}}};
+constexpr std::array<Crowd, 2> kSmokeCrowds{{{1, 20}, {20, 100}}};
 
 [[noreturn]] void giveUp(const char* what) {
   std::fprintf(stderr, "update_endpoint_bench: %s: %s\n", what, std::strerror(errno));
@@ -232,12 +234,16 @@ void measure(const Crowd& crowd, int rounds) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : kUsualRounds;
+  const std::string word = argc > 1 ? argv[1] : std::to_string(kUsualRounds);
+  const bool smoke = word == "--smoke";
+  const int rounds = std::max(1, std::atoi(word.c_str()));
+  const std::span<const Crowd> crowds =
+      smoke ? std::span<const Crowd>(kSmokeCrowds) : std::span<const Crowd>(kCrowds);
   rlimit limit{};
   getrlimit(RLIMIT_NOFILE, &limit);
   limit.rlim_cur = limit.rlim_max;
   setrlimit(RLIMIT_NOFILE, &limit);
-  for (const Crowd& crowd : kCrowds) {
+  for (const Crowd& crowd : crowds) {
     if (limit.rlim_cur < crowd.atOnce + kOtherDescriptors) {
       std::printf("%zu at once: this machine lets a process have too few descriptors\n",
                   crowd.atOnce);

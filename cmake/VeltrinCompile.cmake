@@ -39,6 +39,14 @@ if(WIN32)
   add_link_options(-static -s)
 endif()
 
+# veltrin_not_optimised(): under the sanitizers, what this folder and those below it build is
+# not optimised, as most of the build would be spent on code that runs once.
+macro(veltrin_not_optimised)
+  if(VELTRIN_SANITIZE)
+    string(REPLACE "-O1" "-O0" CMAKE_CXX_FLAGS_DEBUG "${CMAKE_CXX_FLAGS_DEBUG}")
+  endif()
+endmacro()
+
 if(VELTRIN_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)

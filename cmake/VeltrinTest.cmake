@@ -5,22 +5,55 @@ set(VELTRIN_GOOGLETEST_SOURCE /usr/src/googletest CACHE PATH "Source of GoogleTe
 set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
 add_subdirectory(${VELTRIN_GOOGLETEST_SOURCE} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
 include(GoogleTest)
+if(VELTRIN_SANITIZE)
+  target_compile_options(gtest PRIVATE -O0)
+  target_compile_options(gmock PRIVATE -O0)
+endif()
 
-# veltrin_test(NAME SOURCES ... LIBRARIES ...)
+# veltrin_test(NAME [EACH] [OWN_MAIN] SOURCES ... LIBRARIES ...)
 #
-# On Linux every test case is a test of ctest by itself; under Wine a program
-# is one test, as each start costs about a second there.
+# On Linux every suite of the program, which is all cases with the same word before
+# their dot, is a test of ctest: starting a program costs more than most cases do.
+# With EACH every case is one, which is for cases that take seconds themselves. Under
+# Wine, where each start costs about a second, a program is one test.
+#
+# The program gets a main() unless it has its OWN_MAIN, which then ends with runTests()
+# and brings its own compiled headers.
 function(veltrin_test NAME)
-  cmake_parse_arguments(TEST "" "" "SOURCES;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(TEST "EACH;OWN_MAIN" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${NAME} ${TEST_SOURCES})
-  target_link_libraries(${NAME} PRIVATE veltrin_options ${TEST_LIBRARIES} GTest::gmock GTest::gtest_main)
+  target_link_libraries(${NAME} PRIVATE veltrin_options ${TEST_LIBRARIES} veltrin_run_tests)
+  if(NOT TEST_OWN_MAIN)
+    target_link_libraries(${NAME} PRIVATE veltrin_test_main)
+    target_precompile_headers(${NAME} REUSE_FROM veltrin_test_main)
+  endif()
   set_target_properties(${NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   if(WIN32)
     add_test(NAME windows.${NAME} COMMAND ${CMAKE_SOURCE_DIR}/tests/windows/under-wine.sh $<TARGET_FILE:${NAME}>)
-    set_tests_properties(windows.${NAME} PROPERTIES TIMEOUT 600)
+    set_tests_properties(windows.${NAME} PROPERTIES TIMEOUT 600 COST 60 SKIP_RETURN_CODE 77)
+  elseif(TEST_EACH)
+    gtest_discover_tests(${NAME} TEST_PREFIX ${NAME}. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 COST 20)
   else()
-    gtest_discover_tests(${NAME} TEST_PREFIX ${NAME}. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+    veltrin_discover_suites(${NAME})
   endif()
+endfunction()
+
+# veltrin_discover_suites(NAME): makes each suite of a program a test of ctest, as soon as
+# the program has been built and can tell its suites.
+function(veltrin_discover_suites NAME)
+  set(SUITES ${CMAKE_CURRENT_BINARY_DIR}/${NAME}-suites.cmake)
+  add_custom_command(
+    TARGET ${NAME} POST_BUILD
+    COMMAND ${CMAKE_COMMAND} -DNAME=${NAME} -DPROGRAM=$<TARGET_FILE:${NAME}> -DSUITES=${SUITES}
+            -P ${CMAKE_SOURCE_DIR}/cmake/ListSuites.cmake
+    VERBATIM)
+  set(INCLUDE ${CMAKE_CURRENT_BINARY_DIR}/${NAME}-include.cmake)
+  file(WRITE ${INCLUDE} "if(EXISTS \"${SUITES}\")\n"
+                        "  include(\"${SUITES}\")\n"
+                        "else()\n"
+                        "  add_test(${NAME}_NOT_BUILT ${NAME}_NOT_BUILT)\n"
+                        "endif()\n")
+  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${INCLUDE})
 endfunction()
 
 # veltrin_fuzz(NAME SOURCES ... LIBRARIES ...): a libFuzzer target with a short
@@ -33,8 +66,9 @@ function(veltrin_fuzz NAME)
   cmake_parse_arguments(FUZZ "" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${NAME} ${FUZZ_SOURCES})
   target_link_libraries(${NAME} PRIVATE veltrin_options ${FUZZ_LIBRARIES})
+  target_compile_options(${NAME} PRIVATE -O1)
   target_link_options(${NAME} PRIVATE -fsanitize=fuzzer)
   set_target_properties(${NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   add_test(NAME fuzz.${NAME} COMMAND ${NAME} -runs=50000 -max_total_time=10 -seed=1 -verbosity=0)
-  set_tests_properties(fuzz.${NAME} PROPERTIES TIMEOUT 120)
+  set_tests_properties(fuzz.${NAME} PROPERTIES TIMEOUT 120 COST 10)
 endfunction()

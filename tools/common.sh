@@ -15,6 +15,7 @@ fail() {
 
 phase_name=
 phase_start=0
+phase_table=()
 
 # phase NAME: ends the phase before, telling how long it took, and begins a new one.
 phase() {
@@ -24,8 +25,17 @@ phase() {
 }
 
 phase_end() {
-  [ -z "$phase_name" ] || say "$phase_name: $((SECONDS - phase_start)) s"
+  [ -n "$phase_name" ] || return 0
+  say "$phase_name: $((SECONDS - phase_start)) s"
+  phase_table+=("$phase_name" $((SECONDS - phase_start)))
   phase_name=
+}
+
+# phase_summary: ends the phase and prints the times of all of them.
+phase_summary() {
+  phase_end
+  say "Times of this run:"
+  printf '  %-18s %5d s\n' "${phase_table[@]}" "The whole" "$SECONDS"
 }
 
 # --- Rights ---------------------------------------------------------------

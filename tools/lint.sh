@@ -22,7 +22,7 @@ format() {
 }
 
 tidy() {
-  need clang-tidy python3 ninja
+  need clang-tidy clang++ python3 ninja
   python3 tools/tidy.py "${1:-build/asan}" "${XDG_CACHE_HOME:-$HOME/.cache}/veltrin/lint"
 }
 

@@ -7,6 +7,7 @@
 #include <QApplication>
 
 #include "gtest/gtest.h"
+#include "runner/run_tests.h"
 #include "view/appearance.h"
 
 namespace {
@@ -46,5 +47,5 @@ int main(int argc, char** argv) {
   qInstallMessageHandler(printMessage);
   const QApplication application(argc, argv);
   veltrin::setAppearance();
-  return RUN_ALL_TESTS();
+  return veltrin::runTests();
 }
