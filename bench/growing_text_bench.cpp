@@ -2,7 +2,7 @@
 // its shown window, in pieces of the size in which the console runner hands them on, with
 // all events taken in behind each of them as in a run. Beside it, in turns, a bare
 // QPlainTextEdit of the same size gets the same pieces at its end, scrolls there and is
-// painted.
+// painted. At the end, letters are typed in the middle of the text.
 //
 //   growing_text_bench [MEGABYTES | --smoke]
 //
@@ -112,6 +112,20 @@ struct Times {
   }
 };
 
+// Milliseconds of the processor for a letter that is typed in the middle of a text, until
+// the program has it.
+double timeOfLetter(const QPlainTextEdit& page, veltrin::EventLoop& events) {
+  constexpr int kLetters = 20;
+  QTextCursor caret(page.document());
+  caret.setPosition(page.document()->characterCount() / 2);
+  const std::clock_t start = std::clock();
+  for (int letter = 0; letter < kLetters; ++letter) {
+    caret.insertText(QStringLiteral("x"));
+    events.DoEvents();
+  }
+  return 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC / kLetters;
+}
+
 bool judge(const char* what, double figure, double most) {
   std::printf("%s: %.2f (target %.1f or less)\n", what, figure, most);
   return figure <= most;
@@ -154,6 +168,7 @@ int main(int argc, char** argv) {
                 beside.last);
     std::fflush(stdout);
   }
+  std::printf("a letter typed in the middle: %.2f ms\n", timeOfLetter(*page, events));
   const std::string& printed = form->txtOutputs.text;
   if (page->toPlainText() != veltrin::onScreen(printed.substr(0, veltrin::wholePart(printed)))) {
     std::printf("the window does not show what was printed\n");

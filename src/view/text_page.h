@@ -18,7 +18,7 @@ namespace veltrin {
 
 // Shows a text box that may grow to megabytes, and hands on what the user does to its
 // text. Either is told to the other as a change and never as the whole text, so that
-// its cost does not grow with the text, and nothing is lost while both change it: what
+// nothing of it is copied, and nothing is lost while both change it: what
 // the user types waits for the gate, and what the program adds meanwhile goes behind the
 // end, which moves nothing. When the program replaces the text, what the user did to
 // the old one and still waits is void.
