@@ -29,7 +29,7 @@ class PingTestInTheLab : public ProgramRun {
   void fillIn(std::size_t row, const std::string& host) {
     desk_->doubleClick(desk_->named(kWindow, "Destination " + std::to_string(row + 1)));
     desk_->type(host);
-    const bool typed = eventually(milliseconds(3000), [&] {
+    const bool typed = eventually(milliseconds(20000), [&] {
       return desk_->named(kWindow, "Destination " + std::to_string(row + 1)).text == host;
     });
     ASSERT_TRUE(typed) << host;
@@ -116,7 +116,7 @@ TEST_F(PingTestInTheLab, ThreePassesOverFiveHostsAreShownCopiedAndSavedAlike) {
   EXPECT_NE(saved.find("99999 | 99999 | 99999 | \r\n"), std::string::npos);
 
   desk_->click(desk_->button(kWindow, "Quit"));
-  EXPECT_EQ(program_->waitFor(milliseconds(10000)), 0);
+  EXPECT_EQ(program_->waitFor(milliseconds(30000)), 0);
   EXPECT_NE(settings().find("Pingit 4=lossy.example\r\n"), std::string::npos) << settings();
   EXPECT_NE(settings().find("Passes=3\r\n"), std::string::npos) << settings();
 }

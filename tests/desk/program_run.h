@@ -70,7 +70,7 @@ class ProgramRun : public ::testing::Test {
     });
     desk_->photograph("message-" + title);
     desk_->click(desk_->button(title, answer));
-    EXPECT_TRUE(eventually(milliseconds(5000), [&] { return !isShown(title, answer); }));
+    EXPECT_TRUE(eventually(milliseconds(20000), [&] { return !isShown(title, answer); }));
     return message.name;
   }
 

@@ -154,7 +154,7 @@ TEST_F(RouteOnADesk, TraceRouteShowsWhatTheToolsPrintAndSavesIt) {
   EXPECT_EQ(save("Trace Routes"), expected);
   EXPECT_EQ(withoutReturns(copy("Trace Route")), withoutReturns(expected));
   click("Exit");
-  EXPECT_EQ(program_->waitFor(milliseconds(10000)), 0);
+  EXPECT_EQ(program_->waitFor(milliseconds(30000)), 0);
   EXPECT_NE(settings().find("[Trace]\r\nTrace1=target.example\r\nTrace2=\r\n"), std::string::npos)
       << settings();
 }
@@ -174,7 +174,7 @@ TEST_F(RouteOnADesk, InDepthAnalysisTellsTheLossOfTheScenario) {
   ASSERT_NO_FATAL_FAILURE(openTool("InDepth Test", "InDepth Internet Analysis"));
   desk_->photograph("indepth-idle");
   click("Info");
-  EXPECT_TRUE(eventually(milliseconds(5000), [&] {
+  EXPECT_TRUE(eventually(milliseconds(20000), [&] {
     return desk_->named(window_, "Output of the tools")
                .text.rfind("This provides information about network latency", 0) == 0;
   }));
@@ -183,7 +183,7 @@ TEST_F(RouteOnADesk, InDepthAnalysisTellsTheLossOfTheScenario) {
   const Element priority = desk_->named(window_, "Test Connectivity to each Hop");
   outputOf({"xdotool", "mousemove", "--sync", std::to_string(priority.left + 20),
             std::to_string(priority.top + priority.height / 2)});
-  EXPECT_TRUE(eventually(milliseconds(5000), [&] {
+  EXPECT_TRUE(eventually(milliseconds(20000), [&] {
     return desk_->named(window_, "Help").text.rfind("Attaches a layer-2 priority tag", 0) == 0;
   }));
   desk_->photograph("indepth-hover");
@@ -203,7 +203,7 @@ TEST_F(RouteOnADesk, InDepthAnalysisTellsTheLossOfTheScenario) {
     return commandOf(1) == "pathping -q 10 -p 50 -n -P -R -T -4 -6 target.example" &&
            isShown(window_, "Copy");
   })) << commandOf(1);
-  ASSERT_TRUE(eventually(milliseconds(10000), [&] { return isIdle(); }));
+  ASSERT_TRUE(eventually(milliseconds(30000), [&] { return isIdle(); }));
 
   desk_->click(desk_->named(window_, "Force Using IP v6"));
   desk_->click(desk_->named(window_, "Test if RSVP Aware"));
@@ -226,7 +226,7 @@ TEST_F(RouteOnADesk, InDepthAnalysisTellsTheLossOfTheScenario) {
                            "Test Started\r\n" + textOf(2) + textOf(3)));
   EXPECT_EQ(withoutReturns(copy("InDepth Internet Analysis")), withoutReturns(saved));
   click("Close");
-  EXPECT_EQ(program_->waitFor(milliseconds(10000)), 0);
+  EXPECT_EQ(program_->waitFor(milliseconds(30000)), 0);
   EXPECT_NE(settings().find("Source=target.example\r\nQueries=10\r\nPeriod=50\r\n"),
             std::string::npos)
       << settings();

@@ -55,6 +55,30 @@ TEST_F(PingTesterLife, TheOtherWindowIsNotBlockedByTheRowsThatWereToCome) {
   EXPECT_EQ(clicked, 6500);
 }
 
+// The flag is the program's: another tool may have raised it.
+TEST_F(PingTesterLife, APassThatFindsTheStopFlagRaisedPingsNothingAndLeavesThePointer) {
+  pingtester& opened = startBesideAnotherWindow();
+  simulation.loop.at(500, [&] { simulation.program().shared<PingValues>().PingStop = 1; });
+  simulation.run(1500);
+  EXPECT_TRUE(simulation.processes.starts.empty());
+  EXPECT_EQ(opened.mousePointer.get(), MousePointer::Hourglass);
+}
+
+TEST_F(PingTesterLife, AStopWhileTheRunnersMessageStandsEndsThePassWithoutAPause) {
+  simulation.processes.tool = [](const std::string&) { return std::nullopt; };
+  simulation.desktop.habit.delay = 500;
+  pingtester& opened = startBesideAnotherWindow();
+  simulation.loop.at(1200, [&] { simulation.program().shared<PingValues>().PingStop = 1; });
+  simulation.keepJournal();
+  simulation.run(1900);
+  EXPECT_EQ(simulation.journal, (Journal{"run ping www.wikipedia.org -n 1 -l 32",
+                                         "message File or command not found"}));
+  EXPECT_EQ(opened.mousePointer.get(), MousePointer::Hourglass);
+  for (Processes::Handle handle = 1; handle <= 2; ++handle) {
+    simulation.processes.CloseHandle(handle);
+  }
+}
+
 TEST_F(PingTesterLife, AWindowOpenedAnewInThePauseRunsByItself) {
   pingtester& first = startBesideAnotherWindow();
   clickAt(1500, first.Command4);
