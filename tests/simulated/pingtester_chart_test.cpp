@@ -72,6 +72,17 @@ TEST_F(PingTesterChart, AFirstRowWithoutFiguresIsBelowAllOthers) {
   EXPECT_EQ(opened.PingChart.axisMaximum.get(), 60);
 }
 
+TEST_F(PingTesterChart, OfEqualFiguresTheFirstStands) {
+  pingtester& opened = openWithRows({}, "1");
+  opened.pinglow[0].caption = "5";
+  opened.pinglow[1].caption = "5.0";
+  opened.pinghi[0].caption = "60";
+  opened.pinghi[1].caption = "60.0";
+  opened.Chartit();
+  EXPECT_EQ(opened.Text2.text.get(), "Lower = 5");
+  EXPECT_EQ(opened.Text1.text.get(), "Upper = 60");
+}
+
 TEST_F(PingTesterChart, YieldsBehindTheAxisAndBeforeTheCells) {
   pingtester& opened = openWithRows({{"20"}}, "1");
   opened.pinghi[0].caption = "20";

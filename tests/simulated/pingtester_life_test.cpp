@@ -64,6 +64,15 @@ TEST_F(PingTesterLife, APassThatFindsTheStopFlagRaisedPingsNothingAndLeavesThePo
   EXPECT_EQ(opened.mousePointer.get(), MousePointer::Hourglass);
 }
 
+TEST_F(PingTesterLife, AFlagRaisedInThePauseDropsTheEchoAndLeavesThePointer) {
+  pingtester& opened = startBesideAnotherWindow();
+  simulation.loop.at(1500, [&] { simulation.program().shared<PingValues>().PingStop = 1; });
+  simulation.run(2500);
+  EXPECT_EQ(simulation.processes.starts.size(), 1U);
+  EXPECT_EQ(opened.buff[0].count(), 0U);
+  EXPECT_EQ(opened.mousePointer.get(), MousePointer::Hourglass);
+}
+
 TEST_F(PingTesterLife, AStopWhileTheRunnersMessageStandsEndsThePassWithoutAPause) {
   simulation.processes.tool = [](const std::string&) { return std::nullopt; };
   simulation.desktop.habit.delay = 500;

@@ -339,6 +339,20 @@ TEST_F(PingTester, LowAndHighFollowTheReadings) {
   EXPECT_EQ(opened.buff[0].item(1), "124");
 }
 
+// A summary that is cut before its last letter leaves one behind the number.
+TEST_F(PingTester, AReadingThatIsEqualReplacesNeitherLowNorHigh) {
+  simulation.processes.tool = [this](const std::string&) {
+    const bool first = simulation.processes.starts.size() == 1;
+    return std::vector<ToolWrite>{{kEcho, first ? "Average = 24ms \r\n" : "Average = 24m"},
+                                  {1, first ? "" : "s \r\n"}};
+  };
+  pingtester& opened = openWith(1, "2");
+  runToEnd(opened);
+  EXPECT_EQ(opened.pingcur[0].caption.get(), "24m");
+  EXPECT_EQ(opened.pinglow[0].caption.get(), "24");
+  EXPECT_EQ(opened.pinghi[0].caption.get(), "24");
+}
+
 TEST_F(PingTester, AReadingOfExactlyTenThousandIsNotLost) {
   replies = [](const std::string&, int count) { return pingReply(count == 1 ? 10000 : 10001); };
   pingtester& opened = openWith(1, "2");

@@ -56,6 +56,14 @@ TEST_F(SummaryCards, ThreeAreFilled) {
   EXPECT_THAT(card(3), ElementsAre("Card 3", "Connection 3", "198.51.100.3", "192.0.2.3"));
 }
 
+TEST_F(SummaryCards, BehindTheLastOfThreeNothingIsRead) {
+  read(networkCards(usualCards(3)));
+  read(joined({{"                           [01]: Another"},
+               {"                                 Connection Name: Another"}}));
+  EXPECT_THAT(card(1), ElementsAre("Card 1", "Connection 1", "198.51.100.1", "192.0.2.1"));
+  EXPECT_THAT(card(3), ElementsAre("Card 3", "Connection 3", "198.51.100.3", "192.0.2.3"));
+}
+
 TEST_F(SummaryCards, OfFiveTheThirdKeepsItsNameAndTakesTheDetailsOfTheLast) {
   read(networkCards(usualCards(5)));
   EXPECT_EQ(reader.cardCount(), "5");
