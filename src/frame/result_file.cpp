@@ -17,7 +17,6 @@ void saveResult(Program& program, const ResultName& name, const std::string& tex
   const std::string file = name.namePart + name.destination + "_" + Format(now, "ddmmmyyyy") + "_" +
                            Format(now, "hhmm") + ".txt";
   result.ResultFile = result.ResultFolder + file;
-  result.ResultStream.reset();
   skip([&] {
     result.ResultStream = files.OpenTextFile(result.ResultFolder, file, FileMode::Writing, true);
   });

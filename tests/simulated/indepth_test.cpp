@@ -205,6 +205,8 @@ TYPED_TEST(BothInDepth, TheHelpOfEachControlIsShownWhenTheMouseMovesOverIt) {
       {&opened.Label3, pause},
       {&opened.text4, pause}};
   for (const auto& [control, help] : helps) {
+    opened.moveMouse(MouseButton::None);
+    ASSERT_EQ(opened.info.text.get(), "Veltrin");
     this->simulation.desktop.moveMouse(*control);
     EXPECT_EQ(opened.info.text.get(), help);
   }
