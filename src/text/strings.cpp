@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "text/statement.h"
+#include "text/utf8.h"
 
 namespace veltrin {
 namespace {
@@ -16,9 +17,6 @@ constexpr Word kLowBits = 0x0101010101010101;
 constexpr Word kCaseBits = 0x2020202020202020;  // what lower case letters have and others not
 constexpr std::size_t kBytesOfBlock = 4 * kBytesOfWord;
 constexpr std::uint64_t kAll = std::numeric_limits<std::uint64_t>::max();
-
-// Bytes of the longest sequence of UTF-8.
-constexpr std::size_t kLongestCharacter = 4;
 
 char folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
@@ -47,25 +45,10 @@ bool isAsciiBlock(const char* bytes) {
   return (all & kHighBits) == 0;
 }
 
-// 80 to BF: what follows the first byte of a sequence, and never starts one.
-bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
-
-// Bytes of the character at the start of a text that is not empty. The ranges are
-// those of RFC 3629, section 4, which leave out longer forms than needed, halves of
-// surrogate pairs and what is above U+10FFFF.
+// Bytes of the character at the start of a text that is not empty.
 std::size_t characterLength(std::string_view text) {
-  const auto byte = [text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-  const unsigned lead = byte(0);
-  if (lead < 0xC2 || lead > 0xF4) return 1;
-  const std::size_t length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : kLongestCharacter;
-  if (text.size() < length) return 1;
-  const unsigned least = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
-  const unsigned most = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-  if (byte(1) < least || byte(1) > most) return 1;
-  for (std::size_t at = 2; at < length; ++at) {
-    if (!isContinuation(text[at])) return 1;
-  }
-  return length;
+  const Utf8Front front = utf8Front(text);
+  return front.kind == Utf8Front::Kind::Character ? front.bytes : 1;
 }
 
 // Bytes of the character that ends where a text ends that is not empty.

@@ -1,40 +1,18 @@
 #include "view/text_place.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 
 #include <QStringDecoder>
 
 #include "platform/qt/qt_text.h"
 #include "text/strings.h"
+#include "text/utf8.h"
 
 namespace veltrin {
 namespace {
 
-// The first bytes of letters of so many bytes, and the lowest that may follow them and
-// the highest: RFC 3629, section 4.
-struct LetterForm {
-  unsigned char first = 0;
-  unsigned char last = 0;
-  std::size_t bytes = 0;
-  unsigned char lowest = 0;
-  unsigned char highest = 0;
-};
-
-constexpr std::array<LetterForm, 8> kLetterForms = {{
-    {0xC2, 0xDF, 2, 0x80, 0xBF},
-    {0xE0, 0xE0, 3, 0xA0, 0xBF},
-    {0xE1, 0xEC, 3, 0x80, 0xBF},
-    {0xED, 0xED, 3, 0x80, 0x9F},
-    {0xEE, 0xEF, 3, 0x80, 0xBF},
-    {0xF0, 0xF0, 4, 0x90, 0xBF},
-    {0xF1, 0xF3, 4, 0x80, 0xBF},
-    {0xF4, 0xF4, 4, 0x80, 0x8F},
-}};
-
 constexpr unsigned char kFirstOfMany = 0x80;  // below it a byte is a letter
-constexpr std::size_t kLongLetter = 4;        // bytes of the letters of two units
 
 // What comes next in a text: its bytes and its units.
 struct Step {
@@ -46,24 +24,12 @@ unsigned char byteAt(std::string_view text, std::size_t place) {
   return static_cast<unsigned char>(text[place]);
 }
 
-bool follows(unsigned char byte, const LetterForm& form, std::size_t number) {
-  const bool isSecond = number == 1;
-  return byte >= (isSecond ? form.lowest : 0x80) && byte <= (isSecond ? form.highest : 0xBF);
-}
-
-// A letter of several bytes, a byte that is none, or the rest of the text when it ends
-// within a letter.
+// A letter of several bytes, of which the longest have two units, a byte that is none, or
+// the rest of the text when it ends within a letter.
 Step letterAt(std::string_view text, std::size_t place) {
-  const unsigned char first = byteAt(text, place);
-  const auto* form = std::find_if(
-      kLetterForms.begin(), kLetterForms.end(),
-      [first](const LetterForm& each) { return first >= each.first && first <= each.last; });
-  if (form == kLetterForms.end()) return {1, 1};
-  for (std::size_t number = 1; number < form->bytes; ++number) {
-    if (place + number == text.size()) return {text.size() - place, 0};
-    if (!follows(byteAt(text, place + number), *form, number)) return {1, 1};
-  }
-  return {form->bytes, form->bytes == kLongLetter ? 2 : 1};
+  const Utf8Front front = utf8Front(text.substr(place));
+  if (front.kind == Utf8Front::Kind::Cut) return {front.bytes, 0};
+  return {front.bytes, front.bytes == kLongestCharacter ? 2 : 1};
 }
 
 // A carriage return at the very end may be half of a line's end, which nobody sees yet.
@@ -124,7 +90,7 @@ ByteRange bytesAt(std::string_view text, TextPlace place, int units) {
 
 std::size_t wholePart(std::string_view text) {
   if (text.ends_with('\r')) return text.size() - 1;
-  for (std::size_t cut = 1; cut < kLongLetter && cut <= text.size(); ++cut) {
+  for (std::size_t cut = 1; cut < kLongestCharacter && cut <= text.size(); ++cut) {
     const std::size_t place = text.size() - cut;
     if (byteAt(text, place) >= kFirstOfMany && letterAt(text, place).units == 0) return place;
   }
