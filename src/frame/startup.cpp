@@ -150,8 +150,7 @@ void startup::judgeSystem() {
 }
 
 void startup::Form_Unload() {
-  if (drag_) drawBand(drag_->band);
-  drag_.reset();
+  endDrag();
   program_.writeSetting("Settings", "Rated Speed", Combo1.text.get());
 }
 
@@ -178,8 +177,7 @@ void startup::openInPlaceOfMenu(WindowName window) {
 void startup::Image1_MouseDown(MouseButton button) {
   Desktop& desktop = program_.platform.desktop;
   if (button != MouseButton::Left) return;
-  if (drag_) drawBand(drag_->band);
-  drag_.reset();
+  endDrag();
   if (desktop.moveBySystem(*this)) return;
   const ScreenPoint cursor = desktop.cursorPosition();
   const ScreenRectangle place = desktop.windowRectangle(*this);
@@ -205,9 +203,13 @@ void startup::Image1_MouseMove(MouseButton button) {
 void startup::Image1_MouseUp(MouseButton button) {
   if (button != MouseButton::Left || !drag_) return;
   const ScreenRectangle place = drag_->band;
-  drag_.reset();
-  drawBand(place);
+  endDrag();
   program_.platform.desktop.moveWindow(*this, place);
+}
+
+void startup::endDrag() {
+  if (drag_) drawBand(drag_->band);
+  drag_.reset();
 }
 
 // Borders inside each other make one band. Drawn again at its place, it is gone.

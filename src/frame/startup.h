@@ -57,6 +57,7 @@ class startup : public Form {
   void Image1_MouseUp(MouseButton button);
   void Image2_Click();
 
+  void endDrag();
   void drawBand(const ScreenRectangle& place);
 
   // A window that is being moved by its grip.

@@ -57,6 +57,16 @@ TEST_F(Grip, ReleasingItMovesTheWindowAndTakesTheBandAway) {
   EXPECT_THAT(simulation.desktop.visibleBorders, IsEmpty());
 }
 
+TEST_F(Grip, ReleasedItDragsNothing) {
+  simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
+  dragTo({300, 300});
+  simulation.desktop.releaseMouse(menu->Image1, MouseButton::Left);
+  dragTo({10, 10});
+  EXPECT_THAT(simulation.desktop.visibleBorders, IsEmpty());
+  simulation.desktop.releaseMouse(menu->Image1, MouseButton::Left);
+  EXPECT_EQ(simulation.desktop.places[menu.get()], (ScreenRectangle{290, 280, 690, 680}));
+}
+
 TEST_F(Grip, AClickLeavesTheWindowWhereItIs) {
   simulation.desktop.pressMouse(menu->Image1, MouseButton::Left);
   simulation.desktop.releaseMouse(menu->Image1, MouseButton::Left);

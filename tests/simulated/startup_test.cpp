@@ -131,6 +131,18 @@ TEST_F(Startup, DisablesTheMtuButtonOnVista) {
   EXPECT_EQ(simulation.program().menu.PostVistaOs, 1);
 }
 
+TEST_F(Startup, KnowsWindows7ByTheFirstWordsOfItsName) {
+  settingsAre("[Settings]\r\nOS=Windows 7\r\n");
+  openWith<7>(WindowName::mtutest);
+  EXPECT_FALSE(menu->Command7.enabled);
+}
+
+TEST_F(Startup, KnowsVistaByTheFirstWordOfItsName) {
+  settingsAre("[Settings]\r\nOS=Vista\r\n");
+  openWith<7>(WindowName::mtutest);
+  EXPECT_FALSE(menu->Command7.enabled);
+}
+
 TEST_F(Startup, LetsTheMtuBeSetOnOtherSystems) {
   settingsAre("[Settings]\r\nOS=00000-00000-00000-AA\r\n");
   simulation.program().menu.PostVistaOs = 1;
@@ -203,6 +215,25 @@ TEST_F(Startup, ShowsTheToolsThatDoNotBlockIt) {
   EXPECT_TRUE(isOpen<10>());
   EXPECT_TRUE(isOpen<12>());
   EXPECT_TRUE(simulation.desktop.takesInput(*menu));
+}
+
+// The second way to the Stability Test is out of sight, and wired all the same.
+TEST_F(Startup, ItsHiddenButtonShowsTheStabilityTestBesideIt) {
+  openWith<13>(WindowName::Stability);
+  EXPECT_FALSE(menu->Command13.visible);
+  menu->Command13.visible = true;
+  simulation.desktop.click(menu->Command13);
+  EXPECT_TRUE(isOpen<13>());
+  EXPECT_TRUE(simulation.desktop.takesInput(*menu));
+}
+
+TEST_F(Startup, SpeaksEnglishWhateverWasSpokenBefore) {
+  Program& program = simulation.program();
+  program.LanguageId = kDutch;
+  chooseLanguage(program.LanguageId, program.texts);
+  open();
+  EXPECT_EQ(program.LanguageId.text(), "1");
+  EXPECT_EQ(program.texts.CaptionHigh, "High");
 }
 
 TEST_F(Startup, ShowsTheStabilityTestModally) {
