@@ -34,10 +34,12 @@ class Starter : public StartRun {
 // --- The steps of the start ---
 
 TEST_F(Starter, ShowsItsLinesAndItsClipBeforeTheFirstWait) {
+  std::string title;
   std::string product;
   std::string version;
   std::string clip;
   lookAt(50, [&](starter& splash) {
+    title = splash.caption.get();
     product = splash.Label1.caption.get();
     version = splash.Label2.caption.get();
     clip = splash.playit.file.get();
@@ -45,6 +47,7 @@ TEST_F(Starter, ShowsItsLinesAndItsClipBeforeTheFirstWait) {
   });
   start();
   EXPECT_EQ(looks, 1);
+  EXPECT_EQ(title, "Veltrin");
   EXPECT_EQ(product, "Veltrin");
   EXPECT_EQ(version, "Your Version 1.03  -  Dated 5 Jan 2012");
   EXPECT_EQ(clip, "C:\\Program Files\\Veltrin\\files\\update.avi");
@@ -148,6 +151,12 @@ TEST_F(Starter, TakesAPathOfTwoCharactersForNone) {
   settingsAre("[Settings]\r\nPath=C:\r\n");
   start();
   EXPECT_NE(simulation.settings().find("[InDepth]"), std::string::npos);
+}
+
+TEST_F(Starter, TakesAPathOfThreeCharactersForOne) {
+  settingsAre("[Settings]\r\nPath=C:\\\r\n");
+  start();
+  EXPECT_EQ(simulation.settings().find("[InDepth]"), std::string::npos);
 }
 
 TEST_F(Starter, WritesTheProgramFolderAtEveryStart) {
