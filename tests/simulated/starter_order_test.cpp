@@ -1,5 +1,6 @@
 // The order of the steps of a start.
 #include <algorithm>
+#include <utility>
 
 #include "simulated/start_run.h"
 
@@ -62,6 +63,45 @@ TEST_F(StarterOrder, ActsOnAnAnswerInOrder) {
                      "message An update is available for Veltrin.\r\nWould you like to "
                      "Download/Update it now?",
                      "close", "close"}));
+}
+
+class StarterSocket : public StartRun {
+ protected:
+  // Does something to the socket of the splash at a moment of the clock.
+  void at(std::int64_t moment, std::function<void(Winsock&)> action) {
+    simulation.loop.at(moment, [this, action = std::move(action)] {
+      auto* splash = dynamic_cast<starter*>(simulation.desktop.shown.front());
+      ASSERT_NE(splash, nullptr);
+      action(splash->Winsock1);
+    });
+  }
+};
+
+TEST_F(StarterSocket, SetsItsPortsAndItsHostBeforeEachConnecting) {
+  at(50, [](Winsock& socket) { socket.LocalPort = 4000; });
+  at(1000, [](Winsock& socket) {
+    socket.LocalPort = 4001;
+    socket.RemoteHost = "elsewhere.example";
+  });
+  start();
+  EXPECT_EQ(connections(), (std::vector<std::string>{"connect update.example 31112",
+                                                     "connect update.example 31113"}));
+}
+
+TEST_F(StarterSocket, LetsEventsInBetweenClosingAndAcceptingACaller) {
+  std::string lastCall;
+  simulation.loop.at(1000, [this] { simulation.sockets.sockets.at(0)->comeRequest(5); });
+  simulation.loop.at(1000, [&] { lastCall = simulation.sockets.calls.back(); });
+  start();
+  const auto& calls = simulation.sockets.calls;
+  EXPECT_EQ(std::count(calls.begin(), calls.end(), "accept 5"), 1);
+  EXPECT_EQ(lastCall, "close");
+}
+
+TEST_F(StarterSocket, ForgetsThatTheCountersFailedBefore) {
+  simulation.program().start.PdhFailed = 1;
+  start();
+  EXPECT_EQ(simulation.program().start.PdhFailed, 0);
 }
 
 }  // namespace

@@ -120,6 +120,30 @@ TEST_F(WinsockControl, ForgetsWhatArrivedBeforeItWasClosed) {
   EXPECT_THAT(told, IsEmpty());
 }
 
+TEST_F(WinsockControl, ForgetsAClosingOfAnEarlierConnection) {
+  int closings = 0;
+  socket().Closed = [&] { ++closings; };
+  connect();
+  wire().comeClosed();
+  connect();
+  simulation.loop.DoEvents();
+  EXPECT_EQ(closings, 0);
+}
+
+TEST_F(WinsockControl, ForgetsWhatArrivedBeforeItListens) {
+  connect();
+  wire().comeData("late");
+  socket().Listen();
+  simulation.loop.DoEvents();
+  EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(WinsockControl, ConnectsFromItsLocalPort) {
+  socket().LocalPort = 4000;
+  socket().Connect();
+  EXPECT_THAT(simulation.sockets.calls, ElementsAre("connect host.example 80 from 4000"));
+}
+
 TEST_F(WinsockControl, ForgetsACallerOfAnEarlierUse) {
   int requests = 0;
   socket().ConnectionRequest = [&](std::intptr_t) { ++requests; };

@@ -69,9 +69,10 @@ std::vector<WmiObject> SimulatedWmi::ExecQuery(const std::string& query) {
 SimulatedTcpSocket::~SimulatedTcpSocket() { std::erase(network_.sockets, this); }
 
 void SimulatedTcpSocket::connect(const std::string& host, std::uint16_t port,
-                                 std::uint16_t /*localPort*/) {
+                                 std::uint16_t localPort) {
   ++network_.uses_[this];
-  network_.enter("connect " + host + " " + std::to_string(port));
+  network_.enter("connect " + host + " " + std::to_string(port) +
+                 (localPort == 0 ? "" : " from " + std::to_string(localPort)));
   arrived_.clear();
   state_ = SocketState::Connecting;
   if (network_.onConnect) network_.onConnect(*this, port);

@@ -112,7 +112,7 @@ class SimulatedSockets : public Sockets, public Journalled {
   std::string hostName = "MYPC";
   std::string address = "192.0.2.20";
 
-  // Everything that was asked of sockets, in order: "connect HOST PORT", "listen PORT",
+  // Everything that was asked of sockets, in order: "connect HOST PORT [from PORT]", "listen PORT",
   // "accept NUMBER", "close".
   std::vector<std::string> calls;
   std::vector<std::int64_t> moments;  // of the calls, ms
