@@ -140,8 +140,9 @@ class Program : public FormHost {
   void noteShown(const Form& form);
   void pumpModal(Form& form);
 
-  std::vector<Window> windows_;
+  // The records outlive the windows that refer to them.
   std::map<std::type_index, std::shared_ptr<void>> records_;
+  std::vector<Window> windows_;
 };
 
 }  // namespace veltrin

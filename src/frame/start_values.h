@@ -7,7 +7,8 @@
 
 namespace veltrin {
 
-// Set by the splash window, read by many windows.
+// Set by the splash window, WinDir by the collectors of the summary too; read by many
+// windows.
 struct StartValues {
   const std::string AppVersion = "1.03";
   const std::string AppDate = "5 Jan 2012";

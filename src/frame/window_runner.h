@@ -1,7 +1,9 @@
 // The console runner of a window: the one way in which windows own one.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "forms/form.h"
 #include "frame/DOSOutputs.h"
@@ -10,8 +12,8 @@ namespace veltrin {
 
 // There from the window's load to the end of its unload. A run under way then reads its
 // tool to the end, on the window's object, which lives as long as a routine of its own is
-// on the stack; no further tool is started. A routine that outlives its window asks
-// before each step whether there still is a runner.
+// on the stack; no further tool is started. A routine with more destinations to come asks
+// before each of them whether there still is a runner.
 class WindowRunner {
  public:
   // `receive` takes each piece that a tool prints, as DOSOutputs tells it.

@@ -34,10 +34,14 @@ TextPage::TextPage(TextBox& box, QPlainTextEdit& view, Binding& binding)
           [this](int position, int removed, int added) { collect(position, removed, added); });
   connect(&view, &QPlainTextEdit::textChanged, receiver, [this] { postCollected(); });
   connect(&view, &QPlainTextEdit::cursorPositionChanged, receiver, [this] {
-    if (!showing_) scrolled_ = false;
+    if (showing_) return;
+    scrolled_ = false;
+    follows_ = false;
   });
-  connect(view.verticalScrollBar(), &QScrollBar::actionTriggered, receiver,
-          [this] { scrolled_ = true; });
+  connect(view.verticalScrollBar(), &QScrollBar::actionTriggered, receiver, [this] {
+    scrolled_ = true;
+    follows_ = false;
+  });
   show(0);
 }
 
@@ -66,7 +70,7 @@ void TextPage::followEnd() {
 bool TextPage::keepsToEnd() const {
   if (!isAtEnd()) return false;
   const QTextCursor caret = view_.textCursor();
-  return !caret.hasSelection() && (caret.atEnd() || scrolled_);
+  return !caret.hasSelection() && (caret.atEnd() || scrolled_ || !view_.hasFocus());
 }
 
 bool TextPage::isAtEnd() const {
@@ -178,7 +182,6 @@ bool TextPage::eventFilter(QObject*, QEvent* event) {
 
 // A line ends in one way only.
 bool TextPage::pressKey(const QKeyEvent& key) {
-  if (view_.isReadOnly()) return false;
   if (key.matches(QKeySequence::Undo)) {
     carryOut(waiting_ == 0 ? history_.undo() : std::nullopt);
   } else if (key.matches(QKeySequence::Redo)) {

@@ -34,7 +34,7 @@ class TextPage : public QObject {
   void show(std::size_t kept);
 
   // Brings the end of the text into view behind a change, unless the user looks at
-  // something further up, has put the caret somewhere else, or holds a selection.
+  // something further up, works somewhere else in the text, or holds a selection.
   void followEnd();
 
   bool eventFilter(QObject* target, QEvent* event) override;

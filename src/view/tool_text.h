@@ -6,14 +6,14 @@
 
 namespace veltrin {
 
-// What the tools print, to be read, searched through and copied, in letters of one
-// width, so that the tools' columns stand.
+// What the tools print, in letters of one width, so that the tools' columns stand. The
+// user may write into it.
 class ToolText : public QPlainTextEdit {
  public:
   explicit ToolText(QWidget* parent = nullptr);
 };
 
-// A command that runs, in the same letters, quietly on the window's own ground.
+// A command that runs, in the same letters.
 class ToolCommand : public QLineEdit {
  public:
   explicit ToolCommand(QWidget* parent = nullptr);

@@ -12,6 +12,7 @@
 #include "frame/mainmod.h"
 #include "frame/mcolor.h"
 #include "support/simulation.h"
+#include "text/statement.h"
 
 namespace veltrin {
 namespace {
@@ -262,6 +263,25 @@ TEST_F(Windows, AWindowShownByAnUnloadRoutineKeepsTheProgramAlive) {
   EXPECT_FALSE(loop.gate().hasEnded());
 }
 
+TEST_F(Windows, TheProgramEndsByItsOwnWordEvenOutsideTheGate) {
+  EXPECT_THROW(program.end(), ProgramEnded);
+  EXPECT_TRUE(loop.gate().hasEnded());
+}
+
+TEST_F(Windows, AKeptWindowDoesNotKeepTheProgramRunning) {
+  const auto kept = program.keep<ToolWindow>();
+  EXPECT_TRUE(kept->isLoaded());
+  main->close();
+  EXPECT_TRUE(loop.gate().hasEnded());
+}
+
+TEST_F(Windows, AKeptWindowThatIsShownLaterKeepsTheProgramRunning) {
+  const auto kept = program.keep<ToolWindow>();
+  program.show<ToolWindow>();
+  main->close();
+  EXPECT_FALSE(loop.gate().hasEnded());
+}
+
 TEST_F(Windows, TheEndUnwindsEveryRoutineThatWaits) {
   Texts reached;
   main->Command1.click = [&] {
@@ -300,6 +320,44 @@ TEST_F(Windows, TheRoutineThatEndsTheProgramRunsOnUntilItPumps) {
 }
 
 // --- Values of the program ---
+
+TEST_F(Windows, AnUnloadRoutineThatFailedRunsAgainAtTheNextUnload) {
+  int unloads = 0;
+  main->onUnload = [&] {
+    if (++unloads == 1) throw StatementFailed("The first one fails");
+  };
+  EXPECT_THROW(main->end(), StatementFailed);
+  EXPECT_TRUE(main->isLoaded());
+  EXPECT_TRUE(main->end());
+  EXPECT_FALSE(main->isLoaded());
+  EXPECT_EQ(unloads, 2);
+}
+
+TEST_F(Windows, TheMouseOverAControlWithoutARoutineDoesNothing) {
+  EXPECT_NO_THROW(main->Label1.moveMouse(MouseButton::None));
+}
+
+TEST_F(Windows, AnInvisibleOrDisabledControlDoesNotNoticeTheMouse) {
+  int moves = 0;
+  main->Label1.mouseMove = [&](MouseButton) { ++moves; };
+  main->Label1.visible = false;
+  main->Label1.moveMouse(MouseButton::None);
+  main->Label1.visible = true;
+  main->Label1.enabled = false;
+  main->Label1.moveMouse(MouseButton::None);
+  EXPECT_EQ(moves, 0);
+  main->Label1.enabled = true;
+  main->Label1.moveMouse(MouseButton::None);
+  EXPECT_EQ(moves, 1);
+}
+
+TEST(Controls, OutsideAnyWindowRunTheirRoutines) {
+  TextBox box;
+  int changes = 0;
+  box.change = [&] { ++changes; };
+  box.text = "typed";
+  EXPECT_EQ(changes, 1);
+}
 
 TEST(ProgramStart, KnowsItsFolderAndItsSettingsFile) {
   Simulation simulation;

@@ -45,7 +45,7 @@ TEST_F(SetLang, EnglishChangesTheTextsRemembersItAndCloses) {
   EXPECT_FALSE(program.isLoaded<setlang>());
 }
 
-TEST_F(SetLang, TheTextsChangeBeforeTheSettingAndTheWindowGoesLast) {
+TEST_F(SetLang, TheSettingIsWrittenBeforeTheWindowGoes) {
   simulation.keepJournal();
   simulation.desktop.click(window->Command2);
   EXPECT_EQ(simulation.journal, (Journal{"write Settings/Lang=4", "remove setlang"}));

@@ -174,6 +174,14 @@ TEST(Characters, InStrFoldsAsciiLettersAlone) {
   EXPECT_EQ(InStr(1, "@", "`", Compare::IgnoreCase), 0);
   EXPECT_EQ(InStr(1, "[", "{", Compare::IgnoreCase), 0);
   EXPECT_EQ(InStr(1, "AZ", "az", Compare::IgnoreCase), 1);
+  // Far enough from both ends that eight places are looked at together.
+  for (char letter = 'a'; letter <= 'z'; ++letter) {
+    const std::string around(12, '-');
+    const std::string lower(2, letter);
+    const std::string upper(2, static_cast<char>(letter - 'a' + 'A'));
+    EXPECT_EQ(InStr(1, around + upper + around, lower, Compare::IgnoreCase), 13) << letter;
+    EXPECT_EQ(InStr(1, around + lower + around, upper, Compare::IgnoreCase), 13) << letter;
+  }
   EXPECT_EQ(InStr(1, "az", "AZ", Compare::IgnoreCase), 1);
 }
 

@@ -10,59 +10,13 @@
 #include <QScrollBar>
 #include <QTextBlock>
 
-#include "route/trace.h"
+#include "text_page_fixture.h"
 #include "view/text_place.h"
-#include "view_test.h"
 
 namespace veltrin {
 namespace {
 
 using testing::ElementsAre;
-
-class TextPageTest : public ViewTest {
- protected:
-  void SetUp() override {
-    ViewTest::SetUp();
-    form = shown<trace>();
-    page = widget<QPlainTextEdit>("txtOutputs");
-    page->setFocus();
-  }
-
-  // Prints as a tool does.
-  void print(const std::string& chunk) {
-    form->txtOutputs.text += chunk;
-    events.DoEvents();
-  }
-
-  // Puts the caret before a letter of the text on the screen.
-  void caretTo(int position) {
-    QTextCursor caret = page->textCursor();
-    caret.setPosition(position);
-    page->setTextCursor(caret);
-  }
-
-  void press(Qt::Key key, Qt::KeyboardModifiers with = {}) {
-    QTest::keyClick(window->windowHandle(), key, with);
-  }
-
-  // Presses a button whose routine shows a message, and answers that.
-  void pressAndAnswer(CommandButton& button) {
-    atRest([&] {
-      events.gate().post([&] {
-        soon([] {
-          QTest::keyClick(QApplication::activeModalWidget()->windowHandle(), Qt::Key_Return);
-        });
-        button.press();
-      });
-    });
-  }
-
-  const std::string& text() const { return form->txtOutputs.text; }
-  std::string onPage() const { return fromQt(page->toPlainText()); }
-
-  std::shared_ptr<trace> form;
-  QPlainTextEdit* page = nullptr;
-};
 
 TEST_F(TextPageTest, ANoteTypedAboveATraceIsPartOfTheText) {
   print("Tracing route\r\nTrace complete.\r\n");
@@ -366,49 +320,6 @@ TEST_F(TextPageTest, TheMenuOfTheTextUndoesToo) {
   });
 
   EXPECT_EQ(text(), "");
-}
-
-TEST_F(TextPageTest, WhoTypesInTheMiddleStaysThereWhileTextArrives) {
-  for (int line = 0; line < 200; ++line) print("line\r\n");
-  caretTo(page->document()->findBlockByNumber(195).position());
-
-  atRest([&] { type("a"); });
-  print("more\r\nmore\r\nmore\r\n");
-  atRest([&] { type("b"); });
-  print("more\r\n");
-
-  EXPECT_EQ(page->textCursor().blockNumber(), 195);
-  EXPECT_EQ(fromQt(page->textCursor().block().text()), "abline");
-}
-
-TEST_F(TextPageTest, TheViewStaysWhereTheUserTypes) {
-  for (int line = 0; line < 200; ++line) print("line\r\n");
-  caretTo(page->document()->findBlockByNumber(195).position());
-  const int place = page->verticalScrollBar()->value();
-
-  for (int line = 0; line < 20; ++line) print("more\r\n");
-
-  EXPECT_EQ(page->verticalScrollBar()->value(), place);
-}
-
-TEST_F(TextPageTest, WhoScrollsToTheEndAfterTypingFollowsItAgain) {
-  for (int line = 0; line < 200; ++line) print("line\r\n");
-  caretTo(0);
-  page->verticalScrollBar()->triggerAction(QAbstractSlider::SliderToMaximum);
-
-  for (int line = 0; line < 20; ++line) print("more\r\n");
-
-  EXPECT_EQ(page->verticalScrollBar()->value(), page->verticalScrollBar()->maximum());
-}
-
-TEST_F(TextPageTest, WhoTypesAtTheEndKeepsItInView) {
-  for (int line = 0; line < 200; ++line) print("line\r\n");
-
-  atRest([&] { type("note"); });
-  for (int line = 0; line < 20; ++line) print("more\r\n");
-
-  EXPECT_EQ(page->verticalScrollBar()->value(), page->verticalScrollBar()->maximum());
-  EXPECT_TRUE(page->textCursor().atEnd());
 }
 
 TEST_F(TextPageTest, TheRunningCommandMayBeTypedInto) {

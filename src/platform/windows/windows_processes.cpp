@@ -100,8 +100,8 @@ bool WindowsProcesses::CreatePipe(Handle& readEnd, Handle& writeEnd) {
 
 int WindowsProcesses::CreateProcess(const std::string& commandLine, Handle writeEnd,
                                     ProcessInformation& started) {
+  if (!acceptableCommandLine(commandLine)) return 0;
   std::string line = toAnsi(commandLine);
-  if (!acceptableCommandLine(line)) return 0;
   SECURITY_ATTRIBUTES attributes = inheritable();
   STARTUPINFOA startup{};
   startup.cb = sizeof startup;

@@ -36,10 +36,10 @@ bool WindowsShell::execute(const std::string& verb, const std::string& file,
 }
 
 void WindowsShell::run(const std::string& commandLine, int show) {
-  std::string line = toAnsi(commandLine);
-  if (!acceptableCommandLine(line)) {
+  if (!acceptableCommandLine(commandLine)) {
     throw StatementFailed("Invalid procedure call", kInvalidProcedureCall);
   }
+  std::string line = toAnsi(commandLine);
   STARTUPINFOA startup{};
   startup.cb = sizeof startup;
   startup.dwFlags = STARTF_USESHOWWINDOW;
