@@ -58,11 +58,14 @@ start_wine_server() {
 run_tests() {
   local summary code=0
   summary=$(mktemp)
-  ctest --test-dir build --output-on-failure -j"$(nproc)" 2>&1 |
-    awk -v summary="$summary" '
-      /^[0-9]+% tests passed/ { held = 1 }
-      held { print >summary; next }
-      { print; fflush() }' || code=$?
+  rm -f build/Testing/Temporary/LastTest.log
+  ctest --test-dir build --output-on-failure -j"$(nproc)" 2>&1 | {
+    local line held=
+    while IFS= read -r line; do
+      if [[ $line =~ ^[0-9]+%\ tests\ passed ]]; then held=1; fi
+      if [ -n "$held" ]; then printf '%s\n' "$line" >>"$summary"; else printf '%s\n' "$line"; fi
+    done
+  } || code=$?
   say "$(awk -f tools/cases.awk build/Testing/Temporary/LastTest.log)"
   phase_summary
   cat "$summary"

@@ -179,7 +179,7 @@ bool compareTraces(int runs, bool clean) {
   return met && well && mtr.well && ours.well;
 }
 
-// One run of pathping beside a trace; `hops` is how many hops share a period.
+// One run of pathping beside a trace; `hops` is how many periods a round takes.
 bool measurePathping(const Words& options, int queries, int period, int hops) {
   const Run trace = runProgram({VELTRIN_TRACERT, "-4", "-d", "target.example"});
   Words words = {VELTRIN_PATHPING,      "-4", "-n", "-q", std::to_string(queries), "-p",

@@ -8,6 +8,8 @@ the flags it is compiled with, the checks, clang-tidy and this script. It is loo
 at again only when one of these has changed. Where the project lies is no part of it,
 so that a fresh checkout of the same sources is quick, too.
 
+The plugin of its own that is told of below is no part of a build and is not looked at.
+
 The tests are spared the static analyzer: it takes most of the time over
 GoogleTest's macros, and the sanitizers watch every test run anyway.
 
@@ -108,7 +110,7 @@ class Verdicts:
 
 
 def plugin(cache, version):
-    """The plugin, built when it is not there yet; nothing where it cannot be built."""
+    """The plugin, built when it is not there yet; nothing where the headers are missing."""
     headers = pathlib.Path(shutil.which("clang-tidy")).resolve().parent.parent / "include"
     if not (headers / "clang-tidy" / "ClangTidyCheck.h").exists():
         print(f"No headers of clang-tidy in {headers}: looking at those of others, too.")

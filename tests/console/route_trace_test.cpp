@@ -143,7 +143,7 @@ TEST_F(Trace, OfASilentHopBeforeAQuickOneLosesItsProbeAfterHalfASecond) {
   EXPECT_EQ(trace_.fate(1, 0, kStart + 500'000), RouteTrace::Fate::Lost);
 }
 
-TEST_F(Trace, LooksFurtherAsSoonAsBeforeWhenOneHopIsSilent) {
+TEST_F(Trace, LooksFurtherAfterThreeTripsAndAGraceWhenOneHopIsSilent) {
   sendUntil(kStart + 20'000);
   answer(1, kStart + 10'000);
   EXPECT_EQ(furthestOf(sendUntil(kStart + 20'000)), 9);

@@ -35,6 +35,10 @@ TEST(Val, KnowsSignsExponentsAndPrefixes) {
   EXPECT_EQ(Val("&HFF"), 255);
   EXPECT_EQ(Val("&o17"), 15);
   EXPECT_EQ(Val("&"), 0);
+  EXPECT_EQ(Val("&H"), 0);
+  EXPECT_EQ(Val("&Hg1"), 0);
+  EXPECT_EQ(Val("&Z12"), 0);
+  EXPECT_EQ(Val("5x3"), 5);
 }
 
 TEST(ToNumber, TakesAWholeNumberWithBlanksAndSeparators) {
