@@ -182,7 +182,6 @@ std::string Mid(std::string_view text, std::int64_t start) {
 
 std::string Mid(std::string_view text, std::int64_t start, std::int64_t length) {
   requirePosition(start);
-  requireNotNegative(length);
   return Left(behind(text, start - 1), length);
 }
 
