@@ -34,8 +34,10 @@ unpack_windows_qt() {
   window=ON
 }
 
-# Keeps Wine's server up between the tests, in the prefix that they use, which
-# saves each of them a second. Ends with this script. The prefix is made before, as
+# Keeps Wine's server and a screen for it up between the tests, in the prefix that they
+# use, which saves each of them a second. One screen serves them all: a desktop that Wine
+# made on another one, or on none, stands for a moment yet when the next program starts,
+# which then gets no windows. Ends with this script. The prefix is made before, as
 # its making waits until the server has gone. A first program starts the services,
 # which stay: a test that started them would lend them its output, and ctest would
 # wait for them to close it.
@@ -47,9 +49,21 @@ start_wine_server() {
   fi
   wineserver -f -p >/dev/null 2>&1 &
   wine_server=$!
+  local number
+  number=$(mktemp)
+  Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 &
+  wine_screen=$!
   # An interrupt lets the server end its helpers, too.
-  trap 'kill -INT $wine_server 2>/dev/null && wait $wine_server || true' EXIT
-  wine cmd.exe /c exit </dev/null >/dev/null 2>&1 ||
+  trap 'kill -INT $wine_server 2>/dev/null && wait $wine_server || true
+        kill $wine_screen 2>/dev/null || true' EXIT
+  until [ -s "$number" ]; do
+    kill -0 "$wine_screen" 2>/dev/null || fail "Xvfb does not start; Wine has no screen."
+    sleep 0.1
+  done
+  export VELTRIN_WINE_DISPLAY
+  VELTRIN_WINE_DISPLAY=:$(cat "$number")
+  rm -f "$number"
+  DISPLAY=$VELTRIN_WINE_DISPLAY wine cmd.exe /c exit </dev/null >/dev/null 2>&1 ||
     fail "Wine does not start; the Windows programs cannot be tested."
 }
 
@@ -75,7 +89,7 @@ run_tests() {
 
 phase "Packages"
 install_packages build test
-need cmake ninja clang++ ld.lld x86_64-w64-mingw32-g++-posix wine wineserver
+need cmake ninja clang++ ld.lld x86_64-w64-mingw32-g++-posix wine wineserver Xvfb
 if called_by_sudo; then
   as_user ./test.sh
   exit

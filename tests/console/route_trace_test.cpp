@@ -147,7 +147,7 @@ TEST_F(Trace, LooksFurtherAfterThreeTripsAndAGraceWhenOneHopIsSilent) {
   sendUntil(kStart + 20'000);
   answer(1, kStart + 10'000);
   EXPECT_EQ(furthestOf(sendUntil(kStart + 20'000)), 9);
-  EXPECT_EQ(trace_.nextAt(), kStart + 13'000 + 3 * 10'000 + 100'000);
+  EXPECT_EQ(trace_.nextAt(), kStart + 13'000 + Microseconds{3} * 10'000 + 100'000);
 }
 
 TEST_F(Trace, TakesALateAnswerToALostProbe) {

@@ -223,9 +223,10 @@ TEST_F(RouteLab, StatisticsShowASilentHopBetweenOthers) {
 }
 
 TEST_F(RouteLab, StatisticsWaitForARouterThatAnswersLate) {
-  EXPECT_THAT(pathpingIn("slow-router", "-n -q 3 -p 10 target.example"),
-              testing::ContainsRegex("\r\n  5  [2-4][0-9][0-9]ms     0/   3 =  0%     0/   3 =  0%  "
-                                     "198\\.51\\.100\\.5 \r\n"));
+  EXPECT_THAT(
+      pathpingIn("slow-router", "-n -q 3 -p 10 target.example"),
+      testing::ContainsRegex("\r\n  5  [2-4][0-9][0-9]ms     0/   3 =  0%     0/   3 =  0%  "
+                             "198\\.51\\.100\\.5 \r\n"));
 }
 
 // The path whose routers answer seldom, each of them now five times a second. With 15

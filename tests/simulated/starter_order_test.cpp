@@ -50,6 +50,8 @@ TEST_F(StarterOrder, GoesThroughTheStepsOfAFirstStartInOrder) {
 }
 
 TEST_F(StarterOrder, ActsOnAnAnswerInOrder) {
+  const std::string question =
+      "An update is available for Veltrin.\r\nWould you like to Download/Update it now?";
   answers(kFirstUpdatePort, {{500, "1.04198.51.100.7"}});
   simulation.desktop.habit.button = kAnswerNo;
   simulation.program();
@@ -58,11 +60,8 @@ TEST_F(StarterOrder, ActsOnAnAnswerInOrder) {
   const auto from = std::find(simulation.journal.begin(), simulation.journal.end(),
                               "connect update.example 31112");
   const auto to = std::find(from, simulation.journal.end(), "variable windir");
-  EXPECT_EQ(Journal(from, to),
-            (Journal{"connect update.example 31112", "wait 2500", "wait 1000",
-                     "message An update is available for Veltrin.\r\nWould you like to "
-                     "Download/Update it now?",
-                     "close", "close"}));
+  EXPECT_EQ(Journal(from, to), (Journal{"connect update.example 31112", "wait 2500", "wait 1000",
+                                        "message " + question, "close", "close"}));
 }
 
 class StarterSocket : public StartRun {

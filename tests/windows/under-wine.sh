@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Runs a Windows program under Wine in a prefix of the tests' own, on a screen of
-# its own where there is none, as Wine makes no windows without one.
+# Runs a Windows program under Wine in a prefix of the tests' own, as Wine makes no
+# windows without a screen on that of VELTRIN_WINE_DISPLAY, or on one of its own where
+# there is none.
 set -eu
 export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d"
 export WINEPREFIX="${VELTRIN_WINEPREFIX:-${XDG_CACHE_HOME:-$HOME/.cache}/veltrin/wine}"
@@ -11,6 +12,7 @@ mkdir -p "$WINEPREFIX"
 ) 9>"$WINEPREFIX/.lock"
 
 screen=()
+[ -z "${VELTRIN_WINE_DISPLAY:-}" ] || export DISPLAY=$VELTRIN_WINE_DISPLAY
 [ -n "${DISPLAY:-}" ] || screen=(xvfb-run -a -s "-screen 0 1024x768x24 -nolisten tcp")
 
 # Services of Wine that the program starts outlive it and keep its output open: a
