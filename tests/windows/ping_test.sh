@@ -61,6 +61,7 @@ for part in veltrin.exe files help icons installation.ini; do cp -r "$program_fo
 number=120
 while [ -e "/tmp/.X$number-lock" ]; do number=$((number + 1)); done
 export DISPLAY=":$number"
+unset VELTRIN_WINE_DISPLAY
 Xvfb "$DISPLAY" -screen 0 900x640x24 -nolisten tcp >/dev/null 2>&1 &
 children+=($!)
 await "a screen" 20 test -e "/tmp/.X11-unix/X$number"
