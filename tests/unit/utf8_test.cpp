@@ -28,9 +28,9 @@ TEST(Utf8Front, IsCutWhereTheTextEndsInsideASequence) {
 }
 
 TEST(Utf8Front, IsStrayForOneByteThatBelongsToNoSequence) {
-  for (const char* text : {"\x80x", "\xBFx", "\xC0\x80", "\xC1\xBF", "\xC3x", "\xE0\x9F\xBF",
-                           "\xE2\x82x", "\xED\xA0\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80",
-                           "\xF5\x80\x80\x80", "\xFF"}) {
+  for (const char* text :
+       {"\x80x", "\xBFx", "\xC0\x80", "\xC1\xBF", "\xC3x", "\xE0\x9F\xBF", "\xE2\x82x",
+        "\xED\xA0\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF"}) {
     expectFront(text, Utf8Front::Kind::Stray, 1);
   }
 }
