@@ -3,24 +3,24 @@
 #include <utility>
 
 #include "forms/form.h"
-#include "text/statement.h"
 
 namespace veltrin {
-namespace {
 
-// Marks that a routine is on the stack, also when it is left by a failure.
-class OnStack {
+// The routine of an arrival on the stack. What came meanwhile is told behind it, even if a
+// failure left it.
+class Winsock::Arriving {
  public:
-  explicit OnStack(bool& mark) : mark_(mark) { mark_ = true; }
-  ~OnStack() { mark_ = false; }
-  OnStack(const OnStack&) = delete;
-  OnStack& operator=(const OnStack&) = delete;
+  explicit Arriving(Winsock& socket) : socket_(socket) { socket_.arriving_ = true; }
+  ~Arriving() {
+    socket_.arriving_ = false;
+    if (socket_.untold_) socket_.postArrival();
+  }
+  Arriving(const Arriving&) = delete;
+  Arriving& operator=(const Arriving&) = delete;
 
  private:
-  bool& mark_;
+  Winsock& socket_;
 };
-
-}  // namespace
 
 Winsock::Winsock(Platform& platform)
     : platform_(platform),
@@ -72,25 +72,18 @@ void Winsock::postOfThisUse(EventRoutine routine) {
 }
 
 void Winsock::arrive() {
-  untold_ = true;
-  if (arrivalPosted_ || arriving_) return;
-  arrivalPosted_ = true;
+  if (std::exchange(untold_, true) || arriving_) return;
+  postArrival();
+}
+
+void Winsock::postArrival() {
   post([this] { deliverArrival(); });
 }
 
-// What came meanwhile is told behind the routine, even if that was left by a failure.
 void Winsock::deliverArrival() {
-  arrivalPosted_ = false;
-  if (!untold_) return;
-  untold_ = false;
-  try {
-    const OnStack arriving(arriving_);
-    raise(DataArrival);
-  } catch (const StatementFailed&) {
-    if (untold_) arrive();
-    throw;
-  }
-  if (untold_) arrive();
+  if (!std::exchange(untold_, false)) return;
+  const Arriving arriving(*this);
+  raise(DataArrival);
 }
 
 }  // namespace veltrin

@@ -49,17 +49,19 @@ class Winsock : public Control {
   std::function<void(std::intptr_t requestID)> ConnectionRequest;
 
  private:
+  class Arriving;
+
   void post(EventRoutine routine);
   void postOfThisUse(EventRoutine routine);
   void giveUp();
   void arrive();
+  void postArrival();
   void deliverArrival();
 
   Platform& platform_;
-  int use_ = 0;                 // one more with each connecting, listening and closing
-  bool arrivalPosted_ = false;  // waits for the gate
-  bool arriving_ = false;       // the routine is on the stack
-  bool untold_ = false;         // something has arrived that no routine was told of
+  int use_ = 0;            // one more with each connecting, listening and closing
+  bool arriving_ = false;  // the routine is on the stack
+  bool untold_ = false;    // something has arrived that no routine was told of
   std::unique_ptr<TcpSocket> socket_;
 };
 

@@ -18,6 +18,21 @@ class PingTesterChart : public PingTesterRun {
     return opened;
   }
 
+  // What the scale says of rows with these lowest and highest figures.
+  void expectScale(const std::vector<std::string>& lows, const std::vector<std::string>& highs,
+                   const std::string& lower, const std::string& upper) {
+    pingtester& opened = openWithRows({}, "1");
+    for (std::size_t row = 0; row < lows.size(); ++row) {
+      opened.pinglow[row].caption = lows[row];
+      opened.pinghi[row].caption = highs[row];
+    }
+    opened.Chartit();
+    EXPECT_EQ(opened.Text2.text.get(), "Lower = " + lower);
+    EXPECT_EQ(opened.PingChart.axisMinimum.get(), Val(lower));
+    EXPECT_EQ(opened.Text1.text.get(), "Upper = " + upper);
+    EXPECT_EQ(opened.PingChart.axisMaximum.get(), Val(upper));
+  }
+
   std::vector<std::string> messages() const {
     std::vector<std::string> texts;
     for (const auto& message : simulation.desktop.messages) texts.push_back(message.text);
@@ -36,51 +51,19 @@ TEST_F(PingTesterChart, IsShownWithAScaleOfItsOwnOnAColouredWall) {
 }
 
 TEST_F(PingTesterChart, TheAxisGoesFromTheLowestToTheHighestFigureOfAllRows) {
-  pingtester& opened = openWithRows({}, "1");
-  const std::vector<std::string> lows{"30", "9", "", "8.5", "100"};
-  const std::vector<std::string> highs{"40", "200", "", "31", "99"};
-  for (std::size_t row = 0; row < pingtester::kRows; ++row) {
-    opened.pinglow[row].caption = lows[row];
-    opened.pinghi[row].caption = highs[row];
-  }
-  opened.Chartit();
-  EXPECT_EQ(opened.Text2.text.get(), "Lower = 8.5");
-  EXPECT_EQ(opened.PingChart.axisMinimum.get(), 8.5);
-  EXPECT_EQ(opened.Text1.text.get(), "Upper = 200");
-  EXPECT_EQ(opened.PingChart.axisMaximum.get(), 200);
+  expectScale({"30", "9", "", "8.5", "100"}, {"40", "200", "", "31", "99"}, "8.5", "200");
 }
 
 TEST_F(PingTesterChart, TheLastRowCountsForTheAxis) {
-  pingtester& opened = openWithRows({}, "1");
-  opened.pinglow[0].caption = "30";
-  opened.pinghi[0].caption = "40";
-  opened.pinglow[4].caption = "5";
-  opened.pinghi[4].caption = "50";
-  opened.Chartit();
-  EXPECT_EQ(opened.Text2.text.get(), "Lower = 5");
-  EXPECT_EQ(opened.Text1.text.get(), "Upper = 50");
+  expectScale({"30", "", "", "", "5"}, {"40", "", "", "", "50"}, "5", "50");
 }
 
 TEST_F(PingTesterChart, AFirstRowWithoutFiguresIsBelowAllOthers) {
-  pingtester& opened = openWithRows({}, "1");
-  opened.pinglow[1].caption = "20";
-  opened.pinghi[1].caption = "60";
-  opened.Chartit();
-  EXPECT_EQ(opened.Text2.text.get(), "Lower = ");
-  EXPECT_EQ(opened.PingChart.axisMinimum.get(), 0);
-  EXPECT_EQ(opened.Text1.text.get(), "Upper = 60");
-  EXPECT_EQ(opened.PingChart.axisMaximum.get(), 60);
+  expectScale({"", "20"}, {"", "60"}, "", "60");
 }
 
 TEST_F(PingTesterChart, OfEqualFiguresTheFirstStands) {
-  pingtester& opened = openWithRows({}, "1");
-  opened.pinglow[0].caption = "5";
-  opened.pinglow[1].caption = "5.0";
-  opened.pinghi[0].caption = "60";
-  opened.pinghi[1].caption = "60.0";
-  opened.Chartit();
-  EXPECT_EQ(opened.Text2.text.get(), "Lower = 5");
-  EXPECT_EQ(opened.Text1.text.get(), "Upper = 60");
+  expectScale({"5", "5.0"}, {"60", "60.0"}, "5", "60");
 }
 
 TEST_F(PingTesterChart, YieldsBehindTheAxisAndBeforeTheCells) {
