@@ -34,6 +34,10 @@ class Form : public std::enable_shared_from_this<Form> {
   Property<std::string> caption;
   Property<MousePointer> mousePointer{MousePointer::Default};
 
+  // Height of the window with its frame, in twips (15 to a pixel at 100 percent): how much
+  // of a look with fixed places is seen. 0 for a window of the user's own size.
+  Property<int> height{0};
+
   EventRoutine click;      // on the window itself
   MouseRoutine mouseMove;  // over the window itself
 

@@ -9,6 +9,7 @@
 #include "platform/environment.h"
 #include "platform/event_loop.h"
 #include "platform/files.h"
+#include "platform/icmp.h"
 #include "platform/processes.h"
 #include "platform/profile_store.h"
 #include "platform/registry.h"
@@ -33,6 +34,7 @@ struct Platform {
   Sockets& sockets;
   Counters& counters;
   Wmi& wmi;
+  Icmp& icmp;
 
   // The program's file name without folder and ending.
   std::string executableName;

@@ -66,6 +66,50 @@ std::vector<WmiObject> SimulatedWmi::ExecQuery(const std::string& query) {
   return found->second;
 }
 
+int SimulatedIcmp::WSAStartup(std::uint16_t version, WSADATA& data) {
+  note("WSAStartup " + std::to_string(version));
+  data = startupData;
+  if (startupResult == 0) ++layers;
+  return startupResult;
+}
+
+int SimulatedIcmp::WSACleanup() {
+  note("WSACleanup");
+  if (cleanupResult == 0) --layers;
+  return cleanupResult;
+}
+
+Icmp::Handle SimulatedIcmp::IcmpCreateFile() {
+  note("IcmpCreateFile");
+  ++openHandles;
+  return ++last_;
+}
+
+std::uint32_t SimulatedIcmp::IcmpSendEcho(Handle handle, std::uint32_t address,
+                                          const std::string& data, ICMP_ECHO_REPLY& reply,
+                                          std::uint32_t replySize, std::uint32_t timeout) {
+  note("IcmpSendEcho " + std::to_string(handle));
+  constexpr std::uint32_t kUsualTime = 20;  // ms
+  const Echo echo{loop_.milliseconds(), address, data, replySize, timeout};
+  if (keepsEchoes) echoes.push_back(echo);
+  const auto time = this->reply ? this->reply(echo) : kUsualTime;
+  const bool answered = time && *time <= timeout;
+  reply = {};
+  reply.Address = address;
+  reply.Status = answered ? kIpSuccess : kIpTimedOut;
+  reply.RoundTripTime = time.value_or(kNoReplyTime);
+  if (answered) reply.DataSize = static_cast<std::uint16_t>(data.size());
+  if (answered) reply.Data = data;
+  loop_.passUntil(loop_.milliseconds() + std::min(time.value_or(timeout), timeout));
+  return answered ? 1 : 0;
+}
+
+bool SimulatedIcmp::IcmpCloseHandle(Handle handle) {
+  note("IcmpCloseHandle " + std::to_string(handle));
+  --openHandles;
+  return true;
+}
+
 SimulatedTcpSocket::~SimulatedTcpSocket() { std::erase(network_.sockets, this); }
 
 void SimulatedTcpSocket::connect(const std::string& host, std::uint16_t port,

@@ -1,15 +1,17 @@
 // What else the simulated platform supplies: other programs, surroundings, counters,
-// facts by query, and TCP sockets whose other side a test plays.
+// facts by query, echoes, and TCP sockets whose other side a test plays.
 #pragma once
 
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/counters.h"
 #include "platform/environment.h"
+#include "platform/icmp.h"
 #include "platform/shell.h"
 #include "platform/sockets.h"
 #include "platform/wmi.h"
@@ -71,6 +73,46 @@ class SimulatedWmi : public Wmi {
   std::vector<std::string> queries;
 
   std::vector<WmiObject> ExecQuery(const std::string& query) override;
+};
+
+// Echoes whose replies a test scripts. The program waits for each as for a silent child.
+class SimulatedIcmp : public Icmp, public Journalled {
+ public:
+  explicit SimulatedIcmp(SimulatedLoop& loop) : loop_(loop) {}
+
+  struct Echo {
+    std::int64_t moment = 0;  // ms
+    std::uint32_t address = 0;
+    std::string data;
+    std::uint32_t replySize = 0;
+    std::uint32_t timeout = 0;
+  };
+  std::vector<Echo> echoes;
+  bool keepsEchoes = true;  // off for runs of a day
+
+  // The round trip of the next echo in ms; nothing for no reply. Without it every echo
+  // takes 20 ms.
+  std::function<std::optional<std::uint32_t>(const Echo& echo)> reply;
+
+  // What the socket layer answers.
+  int startupResult = 0;
+  WSADATA startupData{0x0101, 32767};
+  int cleanupResult = 0;
+
+  int openHandles = 0;
+  int layers = 0;  // started and not ended
+
+  int WSAStartup(std::uint16_t version, WSADATA& data) override;
+  int WSACleanup() override;
+  Handle IcmpCreateFile() override;
+  std::uint32_t IcmpSendEcho(Handle handle, std::uint32_t address, const std::string& data,
+                             ICMP_ECHO_REPLY& reply, std::uint32_t replySize,
+                             std::uint32_t timeout) override;
+  bool IcmpCloseHandle(Handle handle) override;
+
+ private:
+  SimulatedLoop& loop_;
+  Handle last_ = 0;
 };
 
 class SimulatedSockets;

@@ -24,8 +24,9 @@ class Simulation {
   SimulatedSockets sockets{loop};
   SimulatedCounters counters;
   SimulatedWmi wmi;
-  Platform platform{loop,     loop,  clock,       desktop, files,    processes, profiles,
-                    registry, shell, environment, sockets, counters, wmi,       "Veltrin"};
+  SimulatedIcmp icmp{loop};
+  Platform platform{loop,  loop,        clock,   desktop,  files, processes, profiles, registry,
+                    shell, environment, sockets, counters, wmi,   icmp,      "Veltrin"};
 
   // Keeps what the program asks of all parts of the platform from now on, in one order.
   void keepJournal();

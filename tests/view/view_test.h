@@ -109,9 +109,10 @@ class ViewTest : public testing::Test {
   SimulatedSockets sockets{calendar};
   SimulatedCounters counters;
   SimulatedWmi wmi;
+  SimulatedIcmp icmp{calendar};
   QtDesktop desktop{events, files, "Veltrin", showInWindow};
-  Platform platform{events,   timers, clock,       desktop, files,    processes, profiles,
-                    registry, shell,  environment, sockets, counters, wmi,       "veltrin"};
+  Platform platform{events, timers,      clock,   desktop,  files, processes, profiles, registry,
+                    shell,  environment, sockets, counters, wmi,   icmp,      "veltrin"};
   Program program{platform};
   QWidget* window = nullptr;
   std::deque<std::function<void()>> later;

@@ -5,6 +5,7 @@
 #include "platform/linux/linux_counters.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
+#include "platform/linux/linux_icmp.h"
 #include "platform/linux/linux_processes.h"
 #include "platform/linux/linux_shell.h"
 #include "platform/portable/file_registry.h"
@@ -32,13 +33,9 @@ class LinuxDesktopSystem : public DesktopSystem {
         registry_(files_.native(files_.programFolder() + "\\Files\\Registry.dat")),
         shell_(files_),
         desktop_(events_, files_, applicationTitle, std::move(looks)),
-        platform_{events_,   timers_,
-                  clock_,    desktop_,
-                  files_,    processes_,
-                  profiles_, registry_,
-                  shell_,    environment_,
-                  sockets_,  counters_,
-                  wmi_,      executable.stem().string()} {}
+        platform_{events_,    timers_,   clock_,    desktop_, files_,
+                  processes_, profiles_, registry_, shell_,   environment_,
+                  sockets_,   counters_, wmi_,      icmp_,    executable.stem().string()} {}
 
   Platform& platform() override { return platform_; }
   void run() override { events_.run(); }
@@ -56,6 +53,7 @@ class LinuxDesktopSystem : public DesktopSystem {
   QtSockets sockets_;
   LinuxCounters counters_;
   NoWmi wmi_;
+  LinuxIcmp icmp_;
   QtDesktop desktop_;
   Platform platform_;
 };

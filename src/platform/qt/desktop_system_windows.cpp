@@ -10,6 +10,7 @@
 #include "platform/windows/windows_counters.h"
 #include "platform/windows/windows_environment.h"
 #include "platform/windows/windows_files.h"
+#include "platform/windows/windows_icmp.h"
 #include "platform/windows/windows_processes.h"
 #include "platform/windows/windows_profile_store.h"
 #include "platform/windows/windows_registry.h"
@@ -33,9 +34,9 @@ class WindowsDesktopSystem : public DesktopSystem {
       : timers_(events_.gate()),
         processes_([this](void* event) { sleepUntilSignalled(events_, event); }),
         desktop_(events_, files_, applicationTitle, std::move(looks)),
-        platform_{events_,   timers_,           clock_, desktop_,     files_,   processes_,
-                  profiles_, registry_,         shell_, environment_, sockets_, counters_,
-                  wmi_,      stemOf(executable)} {}
+        platform_{events_,    timers_,   clock_,    desktop_, files_,
+                  processes_, profiles_, registry_, shell_,   environment_,
+                  sockets_,   counters_, wmi_,      icmp_,    stemOf(executable)} {}
 
   Platform& platform() override { return platform_; }
   void run() override { events_.run(); }
@@ -53,6 +54,7 @@ class WindowsDesktopSystem : public DesktopSystem {
   QtSockets sockets_;
   WindowsCounters counters_;
   NoWmi wmi_;
+  WindowsIcmp icmp_;
   QtDesktop desktop_;
   Platform platform_;
 };

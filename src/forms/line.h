@@ -1,0 +1,10 @@
+// A rule of the window's look.
+#pragma once
+
+#include "forms/control.h"
+
+namespace veltrin {
+
+class Line : public Control {};
+
+}  // namespace veltrin
