@@ -19,10 +19,12 @@ void Program::unload(Form& form) {
                                   [&](const Window& window) { return window.form.get() == &form; });
   if (found == windows_.end()) return;
   const std::shared_ptr<Form> alive = found->form;
+  const auto unloaded = found->unloaded;
   if (!form.end()) return;
   platform.events.timers().remove(form);
   platform.desktop.remove(form);
   std::erase_if(windows_, [&](const Window& window) { return window.form == alive; });
+  if (unloaded) unloaded();
   const bool anyShown = std::any_of(windows_.begin(), windows_.end(), [](const Window& window) {
     return window.sight == Sight::Shown;
   });
@@ -66,7 +68,10 @@ void Program::load(std::type_index type, const std::shared_ptr<Form>& form, Sigh
   form->load();
 }
 
-void Program::pumpModal(Form& form) {
+void Program::pumpModal(Form& form, const std::function<void()>& unloaded) {
+  for (Window& window : windows_) {
+    if (window.form.get() == &form) window.unloaded = unloaded;
+  }
   platform.desktop.show(form);
   platform.desktop.makeModal(form);
   platform.events.pumpUntil([&form] { return !form.isLoaded(); });

@@ -75,11 +75,16 @@ class Program : public FormHost {
   }
 
   // Shows the default window of a type and pumps until it is unloaded; no other
-  // window takes input meanwhile.
+  // window takes input meanwhile. `unloaded` is called as soon as it is: a routine of
+  // the window that goes on keeps this one from returning.
   template <class Kind>
-  void showModal() {
+  void showModal(const std::function<void()>& unloaded = {}) {
     const auto window = loaded<Kind>(Sight::Shown);
-    if (window->isLoaded()) pumpModal(*window);
+    if (window->isLoaded()) {
+      pumpModal(*window, unloaded);
+    } else if (unloaded) {
+      unloaded();
+    }
   }
 
   // Unloads the default window of a type, if it is loaded.
@@ -99,7 +104,9 @@ class Program : public FormHost {
   // Enters a type's window under its name among those that are opened by name.
   template <class Kind>
   void provide(WindowName name) {
-    tools.enter(name, {[this] { show<Kind>(); }, [this] { showModal<Kind>(); }});
+    tools.enter(name,
+                {[this] { show<Kind>(); },
+                 [this](const std::function<void()>& unloaded) { showModal<Kind>(unloaded); }});
   }
 
   // Ends the program at once. Throws ProgramEnded.
@@ -122,6 +129,7 @@ class Program : public FormHost {
     std::type_index type;
     std::shared_ptr<Form> form;
     Sight sight;
+    std::function<void()> unloaded = {};  // what is to be done then
   };
 
   template <class Kind>
@@ -138,7 +146,7 @@ class Program : public FormHost {
   std::shared_ptr<Form> find(std::type_index type) const;
   void load(std::type_index type, const std::shared_ptr<Form>& form, Sight sight);
   void noteShown(const Form& form);
-  void pumpModal(Form& form);
+  void pumpModal(Form& form, const std::function<void()>& unloaded);
 
   // The records outlive the windows that refer to them.
   std::map<std::type_index, std::shared_ptr<void>> records_;

@@ -4,6 +4,15 @@
 
 namespace veltrin {
 
+void writeFile(Files& files, std::unique_ptr<TextStream>& stream, const std::string& folder,
+               const std::string& name, FileMode mode, const std::string& text) {
+  skip([&] { stream = files.OpenTextFile(folder, name, mode, true); });
+  if (!stream) return;
+  skip([&] { stream->Write(text); });
+  skip([&] { stream->Close(); });
+  stream.reset();
+}
+
 void saveResult(Program& program, const ResultName& name, const std::string& text) {
   Files& files = program.platform.files;
   auto& result = program.shared<ResultValues>();
@@ -17,14 +26,7 @@ void saveResult(Program& program, const ResultName& name, const std::string& tex
   const std::string file = name.namePart + name.destination + "_" + Format(now, "ddmmmyyyy") + "_" +
                            Format(now, "hhmm") + ".txt";
   result.ResultFile = result.ResultFolder + file;
-  skip([&] {
-    result.ResultStream = files.OpenTextFile(result.ResultFolder, file, FileMode::Writing, true);
-  });
-  if (result.ResultStream) {
-    skip([&] { result.ResultStream->Write(text); });
-    skip([&] { result.ResultStream->Close(); });
-    result.ResultStream.reset();
-  }
+  writeFile(files, result.ResultStream, result.ResultFolder, file, FileMode::Writing, text);
   program.MsgBox(name.message + files.native(result.ResultFile), kMessageOk, name.title);
 }
 

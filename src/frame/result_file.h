@@ -1,4 +1,4 @@
-// The one way in which a window saves its result as a text file.
+// The one way in which a window writes a text file.
 #pragma once
 
 #include <memory>
@@ -23,6 +23,11 @@ struct ResultName {
   std::string title;        // of the closing message
   std::string message;      // before the full name of the file
 };
+
+// Opens a file, made when missing, writes a text and closes the file. A step that the
+// system refuses is skipped, and so are those that would need it.
+void writeFile(Files& files, std::unique_ptr<TextStream>& stream, const std::string& folder,
+               const std::string& name, FileMode mode, const std::string& text);
 
 // Writes `text` to a file that is named by the window, the day and the minute, in
 // the program folder, and tells its name. A second save of a minute replaces the

@@ -14,7 +14,8 @@ class ToolWindows {
  public:
   struct Opening {
     std::function<void()> show;
-    std::function<void()> showModal;  // returns when the window is unloaded
+    // Returns when the window is unloaded; before that, calls what it is given.
+    std::function<void(const std::function<void()>& unloaded)> showModal;
   };
 
   void enter(WindowName name, Opening opening) { openings_[name] = std::move(opening); }
@@ -25,8 +26,8 @@ class ToolWindows {
   void show(WindowName name) const {
     if (has(name)) openings_.at(name).show();
   }
-  void showModal(WindowName name) const {
-    if (has(name)) openings_.at(name).showModal();
+  void showModal(WindowName name, const std::function<void()>& unloaded = {}) const {
+    if (has(name)) openings_.at(name).showModal(unloaded);
   }
 
  private:

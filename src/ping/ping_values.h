@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 #include "text/loose.h"
 
@@ -17,6 +18,7 @@ struct PingValues {
   int PingRow = 0;
   double PingSum = 0;
   std::size_t PingItem = 0;
+  std::int32_t PingFailStatus = 0;  // of the last echo that failed, below 0
 };
 
 }  // namespace veltrin

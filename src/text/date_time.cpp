@@ -1,6 +1,7 @@
 #include "text/date_time.h"
 
 #include <array>
+#include <chrono>
 #include <cstdio>
 
 #include "text/strings.h"
@@ -30,6 +31,18 @@ double secondsSinceMidnight(const DateTime& moment) {
   return (seconds * 1000 + moment.millisecond) / 1000.0;
 }
 
+std::int64_t wholeSeconds(const DateTime& start, const DateTime& end) {
+  const auto secondsOf = [](const DateTime& moment) {
+    const std::chrono::year_month_day day{std::chrono::year(moment.year),
+                                          std::chrono::month(static_cast<unsigned>(moment.month)),
+                                          std::chrono::day(static_cast<unsigned>(moment.day))};
+    const auto clock = std::chrono::hours(moment.hour) + std::chrono::minutes(moment.minute) +
+                       std::chrono::seconds(moment.second);
+    return std::chrono::seconds(std::chrono::sys_days(day).time_since_epoch() + clock).count();
+  };
+  return secondsOf(end) - secondsOf(start);
+}
+
 std::string Format(const DateTime& moment, std::string_view pattern) {
   const std::string wanted = LCase(pattern);
   std::string text;
@@ -44,9 +57,9 @@ std::string Format(const DateTime& moment, std::string_view pattern) {
     };
     const bool minutes = behindHour;
     behindHour = false;
-    if (take("yyyy", padded(moment.year, 4)) || take("mmm", shortMonth(moment.month)) ||
-        take("dd", padded(moment.day, 2)) || take("nn", padded(moment.minute, 2)) ||
-        take("ss", padded(moment.second, 2)) ||
+    if (take("yyyy", padded(moment.year, 4)) || take("yy", padded(moment.year % 100, 2)) ||
+        take("mmm", shortMonth(moment.month)) || take("dd", padded(moment.day, 2)) ||
+        take("nn", padded(moment.minute, 2)) || take("ss", padded(moment.second, 2)) ||
         take("mm", padded(minutes ? moment.minute : moment.month, 2))) {
       continue;
     }

@@ -1,6 +1,7 @@
 // A date with a time of day, and the patterns in which the program prints it.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -21,7 +22,11 @@ struct DateTime {
 // in the night.
 double secondsSinceMidnight(const DateTime& moment);
 
-// Prints a moment by a pattern. "dd", "mmm" (English short name), "yyyy", "hh",
+// Seconds from one moment to another, each without its part of a second; negative when
+// the end lies before the start.
+std::int64_t wholeSeconds(const DateTime& start, const DateTime& end);
+
+// Prints a moment by a pattern. "dd", "mmm" (English short name), "yyyy", "yy", "hh",
 // "nn" and "ss" are replaced in any case; "mm" directly behind "hh" means
 // minutes, elsewhere the month. Everything else stands as it is.
 std::string Format(const DateTime& moment, std::string_view pattern);

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <limits>
 #include <system_error>
 
 #include "text/statement.h"
@@ -102,6 +103,16 @@ double toNumber(std::string_view text) {
   }
   if (std::isinf(value)) throw StatementFailed("The number is too large", kOverflow);
   return value;
+}
+
+std::int32_t toLong(double number) {
+  constexpr double kLowest = std::numeric_limits<std::int32_t>::min();
+  constexpr double kHighest = std::numeric_limits<std::int32_t>::max();
+  const double whole = std::nearbyint(number);
+  if (!(whole >= kLowest && whole <= kHighest)) {
+    throw StatementFailed("The number is too large", kOverflow);
+  }
+  return static_cast<std::int32_t>(whole);
 }
 
 std::string toText(double number) {

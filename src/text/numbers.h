@@ -1,6 +1,7 @@
 // The rules by which text becomes a number and a number becomes text.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,10 @@ double Val(std::string_view text);
 // separators, a point and an exponent are allowed.
 // Throws StatementFailed for an empty text and for anything else.
 double toNumber(std::string_view text);
+
+// A number as an integer of 32 bits: rounded, halves to the even one. Throws
+// StatementFailed where it does not fit.
+std::int32_t toLong(double number);
 
 // A number as a text takes it up: whole numbers as their digits, others with up
 // to 15 significant digits, no blank in front.

@@ -1,6 +1,8 @@
 #include "toolbox/toolbox.h"
 
 #include "ping/pingtester.h"
+#include "route/MonOut.h"
+#include "route/Stability.h"
 #include "route/indepth.h"
 #include "route/indepth2.h"
 #include "route/trace.h"
@@ -11,6 +13,8 @@ namespace veltrin {
 void provideTools(Program& program) {
   program.provide<pingtester>(WindowName::pingtester);
   program.provide<trace>(WindowName::trace);
+  program.provide<Stability>(WindowName::Stability);
+  program.provide<MonOut>(WindowName::MonOut);
   program.provide<indepth>(WindowName::indepth);
   program.provide<indepth2>(WindowName::indepth2);
   program.getinfo = [&program] { program.keep<DosFrm>()->getinfo(); };

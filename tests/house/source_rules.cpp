@@ -27,7 +27,7 @@ constexpr std::array kHouses{
     House{"platform", " text forms platform "},
     House{"frame", " text forms platform frame "},
     House{"ping", " text forms platform frame ping "},
-    House{"route", " text forms platform frame route "},
+    House{"route", " text forms platform frame ping route "},
     House{"mtu", " text forms platform frame mtu "},
     House{"download", " text forms platform frame download "},
     House{"monitor", " text forms platform frame monitor "},

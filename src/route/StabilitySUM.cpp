@@ -1,0 +1,10 @@
+#include "route/StabilitySUM.h"
+
+namespace veltrin {
+
+StabilitySUM::StabilitySUM(Program& program) : Form(nameOf(WindowName::StabilitySUM), program) {
+  own("Text1", Text1);
+  caption = "Stability Summary";
+}
+
+}  // namespace veltrin
