@@ -19,7 +19,10 @@ class StartWindows : public ViewTest {
   // Enters a tool that logs that it was opened.
   void provide(WindowName name) {
     program.tools.enter(name, {[this, name] { log.push_back("show " + nameOf(name)); },
-                               [this, name] { log.push_back("show modally " + nameOf(name)); }});
+                               [this, name](const std::function<void()>& unloaded) {
+                                 log.push_back("show modally " + nameOf(name));
+                                 if (unloaded) unloaded();
+                               }});
   }
 
   std::shared_ptr<startup> menu() { return shown<startup>(); }
