@@ -31,7 +31,10 @@ void SimulatedDesktop::remove(Form& form) {
   places.erase(&form);
 }
 
-void SimulatedDesktop::makeModal(Form& form) { modal_.push_back(&form); }
+void SimulatedDesktop::makeModal(Form& form) {
+  modal_.push_back(&form);
+  if (onModal) onModal(form);
+}
 
 int SimulatedDesktop::messageBox(const std::string& text, int style, const std::string& title) {
   note("message " + text);
