@@ -79,7 +79,7 @@ class SimulatedDesktop : public Desktop, public Journalled {
   std::vector<ScreenRectangle> focusRectangles;   // every drawing, in order
   std::vector<ScreenRectangle> visibleBorders;    // those that stand on the screen now
   bool movesBySystem = false;
-  std::function<void(Form&)> onModal;  // called when a window comes up before all others
+  std::function<void(Form&)> onModal;     // called when a window comes up before all others
   std::vector<std::string> otherWindows;  // titles of other programs' windows
 
   // Whether the user can reach a window: it is shown, and no message or modal

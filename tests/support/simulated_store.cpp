@@ -135,7 +135,7 @@ void SimulatedRegistry::close(Key) { --openKeys; }
 DateTime SimulatedClock::now() const {
   using namespace std::chrono;
   constexpr auto kStart = sys_days{year{2026} / March / 7} + hours{9} + minutes{5};
-  const auto moment = kStart + milliseconds{loop_.milliseconds()};
+  const auto moment = kStart + milliseconds{loop_.milliseconds() + setForward};
   const auto day = floor<days>(moment);
   const year_month_day date(day);
   const hh_mm_ss time(moment - day);

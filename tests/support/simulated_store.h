@@ -83,6 +83,8 @@ class SimulatedClock : public Clock {
   DateTime now() const override;
   std::string shortTime() const override;
 
+  std::int64_t setForward = 0;  // ms by which somebody has set it; back below 0
+
  private:
   const SimulatedLoop& loop_;
 };
