@@ -4,6 +4,7 @@
 #include <array>
 
 #include "forms/animation.h"
+#include "forms/picture_box.h"
 #include "frame/setlang.h"
 #include "route/route_values.h"
 #include "text/strings.h"
@@ -32,8 +33,9 @@ constexpr std::array<const char*, 18> kTexts = {"",
                                                 " 7 "};
 
 // Windows that a user opens from the menu.
-constexpr std::array<WindowName, 3> kWindows = {WindowName::pingtester, WindowName::trace,
-                                                WindowName::indepth};
+constexpr std::array<WindowName, 5> kWindows = {WindowName::pingtester, WindowName::trace,
+                                                WindowName::indepth, WindowName::Stability,
+                                                WindowName::MonOut};
 
 // Captions of the buttons that close their windows.
 constexpr std::array<const char*, 3> kEnds = {"Quit", "Exit", "Close"};
@@ -69,6 +71,11 @@ void Monkey::startProgram() {
       return std::nullopt;
     }
     return writes(toolText());
+  };
+  simulation_->icmp.reply = [this](const auto&) -> std::optional<std::uint32_t> {
+    ++result_.echoes;
+    constexpr std::uint32_t kLongest = 900;  // ms
+    return oneIn(3) ? std::nullopt : std::optional(below(kLongest));
   };
   if (oneIn(4)) simulation_->program().LanguageId = kDutch;
   chooseLanguage(simulation_->program().LanguageId, simulation_->program().texts);
@@ -204,6 +211,11 @@ void Monkey::lookAt(const Form& form) {
     }
     if (const auto* button = dynamic_cast<const CommandButton*>(control)) {
       remember(button->caption.get() + (button->enabled ? "+" : "-"));
+    }
+    if (const auto* picture = dynamic_cast<const PictureBox*>(control)) {
+      for (const Polyline& line : picture->lines()) {
+        remember(std::to_string(line.points.back().y) + (picture->visible ? "+" : "-"));
+      }
     }
   }
 }

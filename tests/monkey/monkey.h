@@ -18,6 +18,7 @@ struct MonkeyResult {
   std::uint64_t events = 0;       // things the user did
   std::uint64_t programs = 0;     // programs that were started
   std::uint64_t tools = 0;        // console tools that were started
+  std::uint64_t echoes = 0;       // that were sent without a tool
   std::uint64_t messages = 0;     // messages that were shown
   std::uint64_t saves = 0;        // result files that were written
   std::uint64_t digest = 0;       // of everything that could be seen

@@ -20,12 +20,13 @@ TEST(Monkey, DoesWhatItLikesAndBreaksNothing) {
   const std::uint64_t events = setting("VELTRIN_MONKEY_EVENTS", 100000);
   const MonkeyResult result = Monkey(seed()).run(events);
   std::cout << "seed " << seed() << ": " << result.events << " events, " << result.programs
-            << " programs, " << result.tools << " tools, " << result.messages << " messages, "
-            << result.saves << " files\n";
+            << " programs, " << result.tools << " tools, " << result.echoes << " echoes, "
+            << result.messages << " messages, " << result.saves << " files\n";
   EXPECT_EQ(result.events, events);
   EXPECT_EQ(result.failures, 0U);
   EXPECT_EQ(result.openHandles, 0U);
   EXPECT_GT(result.tools, events / 100);
+  EXPECT_GT(result.echoes, 0U);
   EXPECT_GT(result.messages, 0U);
   EXPECT_GT(result.saves, 0U);
 }

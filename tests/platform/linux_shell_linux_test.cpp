@@ -103,6 +103,28 @@ TEST_F(LinuxShellTest, OpensAPageInAFile) {
   EXPECT_EQ(told(), "opener\nfile:///usr/share/doc/a%20b.html\n");
 }
 
+// The log of the Outage monitor has a name with blanks, and nobody quotes it.
+TEST_F(LinuxShellTest, OpensTheTextThatFollowsNotepadWithTheDesktopsOpener) {
+  scratch_.fill("data/Files/Outage Log 07 Mar 26 0905.txt", "x");
+  for (const char* notepad : {"\\notepad.exe", "C:\\Windows\\NOTEPAD.EXE", "Notepad.exe"}) {
+    EXPECT_EQ(failureOf(notepad + " "s + data() + "\\Files\\Outage Log 07 Mar 26 0905.txt"), 0);
+    EXPECT_EQ(told(), "opener\n" + data() + "/Files/Outage Log 07 Mar 26 0905.txt\n");
+    fs::remove(folder() / "told");
+  }
+}
+
+TEST_F(LinuxShellTest, OpensNoTextThatIsNotThere) {
+  EXPECT_EQ(failureOf("\\notepad.exe " + data() + "\\Files\\Outage Log.txt"), 53);
+  EXPECT_EQ(failureOf("\\notepad.exe"), 53);
+  EXPECT_EQ(told(), "");
+}
+
+TEST_F(LinuxShellTest, OpensNoTextOnADesktopWithoutAnOpener) {
+  scratch_.fill("data/Files/log.txt", "x");
+  fs::remove(folder() / "bin" / "xdg-open");
+  EXPECT_EQ(failureOf("\\notepad.exe " + data() + "\\Files\\log.txt"), 53);
+}
+
 class NoPageTest : public LinuxShellTest, public testing::WithParamInterface<const char*> {};
 
 TEST_P(NoPageTest, IsNotHandedToTheOpener) {

@@ -100,7 +100,8 @@ std::uint32_t SimulatedIcmp::IcmpSendEcho(Handle handle, std::uint32_t address,
   reply.RoundTripTime = time.value_or(kNoReplyTime);
   if (answered) reply.DataSize = static_cast<std::uint16_t>(data.size());
   if (answered) reply.Data = data;
-  loop_.passUntil(loop_.milliseconds() + std::min(time.value_or(timeout), timeout));
+  constexpr std::uint32_t kShortest = 1;  // ms that an echo takes at least
+  loop_.passUntil(loop_.milliseconds() + std::clamp(time.value_or(timeout), kShortest, timeout));
   return answered ? 1 : 0;
 }
 

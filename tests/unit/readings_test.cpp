@@ -23,6 +23,15 @@ std::string chain(const std::string& chunk) {
   return time.text();
 }
 
+TEST(ChainReading, TellsWhetherTheTimeIsZero) {
+  Loose time;
+  EXPECT_TRUE(readAverage(summary("0"), time));
+  EXPECT_TRUE(readAverage("Average = 07ms", time));
+  EXPECT_FALSE(readAverage(summary("7"), time));
+  EXPECT_FALSE(readAverage("", time));
+  EXPECT_FALSE(readAverage("Average = ", time));
+}
+
 TEST(ChainReading, TakesTheDigitsBetweenTheWordAndTheUnit) {
   EXPECT_EQ(chain(summary("5")), "5");
   EXPECT_EQ(chain(summary("24")), "24");

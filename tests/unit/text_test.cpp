@@ -81,6 +81,22 @@ TEST(ToNumber, FailsForAnEmptyTextAndForAnythingElse) {
   EXPECT_THROW(toNumber("1e999"), StatementFailed);
 }
 
+TEST(Long, RoundsHalvesToTheEvenNumber) {
+  EXPECT_EQ(toLong(2.4), 2);
+  EXPECT_EQ(toLong(2.5), 2);
+  EXPECT_EQ(toLong(3.5), 4);
+  EXPECT_EQ(toLong(-2.5), -2);
+  EXPECT_EQ(toLong(0), 0);
+}
+
+TEST(Long, HoldsThirtyTwoBits) {
+  EXPECT_EQ(toLong(2147483647.4), 2147483647);
+  EXPECT_EQ(toLong(-2147483648.4), -2147483648);
+  EXPECT_THROW(toLong(2147483648.0), StatementFailed);
+  EXPECT_THROW(toLong(-2147483649.0), StatementFailed);
+  EXPECT_THROW(toLong(std::nan("")), StatementFailed);
+}
+
 TEST(ToText, WritesWholeNumbersAsDigitsAndOthersShort) {
   EXPECT_EQ(toText(99999), "99999");
   EXPECT_EQ(toText(-0.0), "0");
@@ -105,6 +121,7 @@ TEST(FormatNumber, SeparatesThousandsWhereThePatternAsksForIt) {
 TEST(FormatDate, PrintsThePatternsOfTheProgram) {
   const DateTime moment{2026, 3, 7, 9, 5, 2};
   EXPECT_EQ(Format(moment, "dd mmm yyyy"), "07 Mar 2026");
+  EXPECT_EQ(Format(moment, "dd mmm yy"), "07 Mar 26");
   EXPECT_EQ(Format(moment, "ddmmmyyyy"), "07Mar2026");
   EXPECT_EQ(Format(moment, "hhmm"), "0905");
   EXPECT_EQ(Format(moment, "NNSS"), "0502");
@@ -132,6 +149,20 @@ TEST(SecondsSinceMidnight, CountWithTheirParts) {
   EXPECT_EQ(secondsSinceMidnight(DateTime{2026, 3, 7, 0, 0, 0, 1}), 0.001);
   EXPECT_EQ(secondsSinceMidnight(DateTime{2026, 3, 7, 9, 5, 2, 345}), 32702.345);
   EXPECT_EQ(secondsSinceMidnight(DateTime{2026, 3, 7, 23, 59, 59, 999}), 86399.999);
+}
+
+TEST(WholeSeconds, LieBetweenTwoMoments) {
+  const DateTime start{2026, 3, 7, 9, 5, 30, 0};
+  EXPECT_EQ(wholeSeconds(start, start), 0);
+  EXPECT_EQ(wholeSeconds(start, {2026, 3, 7, 10, 6, 31, 0}), 3661);
+  EXPECT_EQ(wholeSeconds(start, {2026, 3, 8, 9, 5, 30, 0}), 86400);
+  EXPECT_EQ(wholeSeconds(start, {2027, 3, 7, 9, 5, 30, 0}), 365 * 86400);
+  EXPECT_EQ(wholeSeconds(start, {2026, 3, 7, 9, 5, 29, 0}), -1);
+}
+
+TEST(WholeSeconds, LeavePartsOfASecondOut) {
+  EXPECT_EQ(wholeSeconds({2026, 3, 7, 9, 5, 30, 999}, {2026, 3, 7, 9, 5, 31, 0}), 1);
+  EXPECT_EQ(wholeSeconds({2026, 3, 7, 9, 5, 30, 0}, {2026, 3, 7, 9, 5, 30, 999}), 0);
 }
 
 TEST(SecondsSinceMidnight, AreWholeForAMomentWithoutParts) {

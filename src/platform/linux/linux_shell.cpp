@@ -23,11 +23,15 @@ bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
 bool holdsNul(std::string_view text) { return text.find('\0') != std::string_view::npos; }
 
-bool isBrowser(std::string_view file) {
+// Whether a file has that name, in any case and folder.
+bool isNamed(std::string_view file, std::string_view name) {
   const auto folder = file.find_last_of("/\\");
   if (folder != std::string_view::npos) file.remove_prefix(folder + 1);
-  return equalIgnoringCase(file, "iexplore.exe");
+  return equalIgnoringCase(file, name);
 }
+
+bool isBrowser(std::string_view file) { return isNamed(file, "iexplore.exe"); }
+bool isNotepad(std::string_view file) { return isNamed(file, "notepad.exe"); }
 
 // Whether a text is an address that may be handed to another program.
 bool isAddress(std::string_view text) {
@@ -115,8 +119,13 @@ void LinuxShell::run(const std::string& commandLine, int /*show*/) {
   throw StatementFailed("File not found", kFileNotFound);
 }
 
+// Notepad takes all that follows it as one file, blanks and all.
 bool LinuxShell::startPiece(const std::string& program, const std::string& rest) const {
   if (isBrowser(program)) return openPage(rest);
+  if (isNotepad(program)) {
+    const std::string document = locate(Trim(rest));
+    return !document.empty() && open(document);
+  }
   const std::string path = locate(program);
   if (path.empty() || !isExecutable(path)) return false;
   return startDetached(path, wordsBehind(program, rest), {}).process != 0;

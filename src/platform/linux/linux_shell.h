@@ -27,8 +27,9 @@ class LinuxShell : public Shell {
                const std::string& folder, int show) override;
 
   // A program without quotes may hold blanks: it is the shortest piece up to a blank that
-  // is a program. Throws StatementFailed 53 when there is none, 5 for a line that is
-  // empty, too long or holds a NUL.
+  // is a program. A program NOTEPAD.EXE (in any folder and case) stands for the opener too,
+  // and all that follows it for one file, which may hold blanks. Throws StatementFailed 53 when
+  // there is none, 5 for a line that is empty, too long or holds a NUL.
   void run(const std::string& commandLine, int show) override;
 
  private:
