@@ -5,69 +5,22 @@
 #include <string>
 #include <vector>
 
-#include "desk/program_run.h"
+#include "desk/tool_run.h"
 
 namespace veltrin::desk {
 namespace {
-
-constexpr milliseconds kLongRun(120000);
 
 std::string withoutReturns(std::string text) {
   std::erase(text, '\r');
   return text;
 }
 
-class RouteOnADesk : public ProgramRun {
+class RouteOnADesk : public ToolRun {
  protected:
-  // A program folder of its own, whose tools keep their words.
-  void SetUp() override {
-    ProgramRun::SetUp();
-    const std::filesystem::path program(VELTRIN_PROGRAM);
-    const std::filesystem::path bin = data_ / "install" / "bin";
-    std::filesystem::create_directories(bin / "console");
-    std::filesystem::copy_file(program, bin / "veltrin");
-    std::filesystem::create_directory_symlink(program.parent_path().parent_path() / "share",
-                                              data_ / "install" / "share");
-    for (const char* tool : {"ping", "tracert", "pathping", "systeminfo"}) {
-      const std::filesystem::path script = bin / "console" / tool;
-      const std::string real = (program.parent_path() / "console" / tool).string();
-      std::ofstream(script) << "#!/bin/sh\nlog=" << data_.string() << "/run.$(ls " << data_.string()
-                            << " | grep -c '^run')\n"
-                            << "echo '" << tool << "' \"$@\" >$log.command\n'" << real
-                            << "' \"$@\" 2>&1 | tee $log\n";
-      std::filesystem::permissions(script, std::filesystem::perms::owner_all);
-    }
-    programFile_ = (bin / "veltrin").string();
-  }
-
   void openTool(const std::string& button, const std::string& window) {
     window_ = window;
     ASSERT_NO_FATAL_FAILURE(startWith(button, window));
-    // What the first start asked of the machine is none of the runs.
-    for (const auto& entry : std::filesystem::directory_iterator(data_)) {
-      if (entry.path().filename().string().rfind("run", 0) == 0) {
-        std::filesystem::remove(entry.path());
-      }
-    }
-  }
-
-  // What the tool of that number, from 0, was called with and printed.
-  std::string commandOf(int run) {
-    std::string line = contentOf(data_ / ("run." + std::to_string(2 * run) + ".command"));
-    return line.substr(0, line.find('\n'));
-  }
-  std::string textOf(int run) { return contentOf(data_ / ("run." + std::to_string(2 * run))); }
-
-  void click(const std::string& button) { desk_->click(desk_->button(window_, button)); }
-
-  void awaitEnabled(const std::string& button) {
-    ASSERT_TRUE(eventually(kLongRun, [&] {
-      const auto elements = elementsOf("veltrin");
-      return std::any_of(elements.begin(), elements.end(), [&](const Element& element) {
-        return element.showing && element.enabled && element.window == window_ &&
-               element.role == "push button" && element.name == button;
-      });
-    }));
+    forgetRuns();  // of the first start
   }
 
   void choose(const std::string& current, const std::string& wanted) {
@@ -113,8 +66,6 @@ class RouteOnADesk : public ProgramRun {
       EXPECT_TRUE(std::regex_search(text, line)) << "hop " << hop << " of\n" << text;
     }
   }
-
-  std::string window_;
 };
 
 TEST_F(RouteOnADesk, TraceRouteShowsWhatTheToolsPrintAndSavesIt) {

@@ -95,5 +95,40 @@ TEST(LabLibrary, LimitedHopsAnswerThreeQuickEchoesAsFarAsTheirLimitGoes) {
   EXPECT_EQ(hopsThatAnswer(internet, seconds(0)), "111.11.111.1111");
 }
 
+TEST(LabLibrary, TargetOfTwoOutagesIsAwayForFourSecondsAndForTwelve) {
+  Internet internet = open("two-outages");
+  const auto there = [&](Time now) { return answers(internet, now, 64); };
+  EXPECT_TRUE(there(seconds(0)));
+  EXPECT_TRUE(there(milliseconds(9'999)));
+  EXPECT_FALSE(there(seconds(10)));
+  EXPECT_FALSE(there(milliseconds(13'999)));
+  EXPECT_TRUE(there(seconds(14)));
+  EXPECT_TRUE(there(milliseconds(23'999)));
+  EXPECT_FALSE(there(seconds(24)));
+  EXPECT_TRUE(answers(internet, seconds(25), 1));
+  EXPECT_TRUE(answers(internet, seconds(25), 2));
+  EXPECT_FALSE(there(milliseconds(35'999)));
+  EXPECT_TRUE(there(seconds(36)));
+}
+
+TEST(LabLibrary, JitteryPathIsUnsteadyAtItsThirdHopAlone) {
+  Internet internet = open("jittery-hop");
+  std::vector<Time> spreads;
+  Time now{};
+  for (std::uint8_t hop = 1; hop <= 5; ++hop) {
+    Time shortest = Time::max();
+    Time longest{};
+    for (int echo = 0; echo < 200; ++echo, now += milliseconds(10)) {
+      const auto replies = internet.receive(now, makeEcho(kTarget, hop));
+      ASSERT_EQ(replies.size(), 1U);
+      shortest = std::min(shortest, replies[0].due - now);
+      longest = std::max(longest, replies[0].due - now);
+    }
+    spreads.push_back(longest - shortest);
+  }
+  const Time none{};
+  EXPECT_THAT(spreads, ElementsAre(none, none, testing::Gt(milliseconds(60)), none, none));
+}
+
 }  // namespace
 }  // namespace veltrin::lab

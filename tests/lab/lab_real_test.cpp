@@ -129,6 +129,7 @@ TEST(LabProgram, ListsItsScenarios) {
             "demo             A small Internet for trying out the whole program\n"
             "dies-and-returns A path that dies at 20 s and returns at 35 s\n"
             "ipv6             Fifteen hops over IPv6 alone\n"
+            "jittery-hop      A path with one hop that does not keep to its time\n"
             "long-30          Thirty hops, and a host that is too far away\n"
             "lossy-middle     Loss on a link and at a router\n"
             "mtu-1400         Links that pass no more than 1400 bytes\n"
@@ -137,6 +138,7 @@ TEST(LabProgram, ListsItsScenarios) {
             "rate-limited     Routers that answer only so many times a second\n"
             "silent-15        Fifteen hops, three of them silent\n"
             "slow-router      A quick path with a router that answers late\n"
+            "two-outages      A destination that is away from 10 to 14 s and from 24 to 36 s\n"
             "unreachable      Routers that tell of unreachable hosts and networks\n");
 }
 
