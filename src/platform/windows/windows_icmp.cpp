@@ -81,9 +81,16 @@ int WindowsIcmp::WSACleanup() { return ::WSACleanup() == 0 ? 0 : WSAGetLastError
 
 Icmp::Handle WindowsIcmp::IcmpCreateFile() { return reinterpret_cast<Handle>(::IcmpCreateFile()); }
 
+// The asked size is looked at here, as the room that the system gets is larger than that.
 std::uint32_t WindowsIcmp::IcmpSendEcho(Handle handle, std::uint32_t address,
                                         const std::string& data, ICMP_ECHO_REPLY& reply,
                                         std::uint32_t replySize, std::uint32_t timeout) {
+  reply = ICMP_ECHO_REPLY{};
+  reply.RoundTripTime = kNoReplyTime;
+  if (replySize < kEchoReplyHead + data.size()) {
+    reply.Status = kIpBufferTooSmall;
+    return 0;
+  }
   const auto echo = std::make_shared<Echo>();
   echo->file = native(handle);
   echo->address = address;
@@ -94,13 +101,9 @@ std::uint32_t WindowsIcmp::IcmpSendEcho(Handle handle, std::uint32_t address,
   if (!whileSilent_ || !callInPool(send, whileSilent_)) send();
 
   const SystemReply& answer = echo->room.front();
-  reply = ICMP_ECHO_REPLY{};
   reply.Address = answer.Address;
   reply.Status = echo->status();
-  if (echo->replies == 0 || reply.Status != kIpSuccess) {
-    reply.RoundTripTime = kNoReplyTime;
-    return 0;
-  }
+  if (echo->replies == 0 || reply.Status != kIpSuccess) return 0;
   reply.RoundTripTime = answer.RoundTripTime;
   reply.DataSize = answer.DataSize;
   reply.Options.Ttl = answer.Options.Ttl;
