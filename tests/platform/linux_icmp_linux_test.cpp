@@ -107,10 +107,19 @@ TEST(LinuxIcmpTest, NoHandleSendsNothingAndCannotBeClosed) {
 // Each of these on both kinds of socket.
 class SocketEchoTest : public testing::TestWithParam<Way> {
  protected:
-  // The routine has a network of its own, in which the kernel answers no echo.
+  // The routine has a network of its own, in which it may send echoes.
+  template <class Routine>
+  static void allowed(Routine routine) {
+    inOwnNetwork([routine] {
+      ASSERT_TRUE(allowEchoes());
+      routine();
+    });
+  }
+
+  // There the kernel answers none.
   template <class Routine>
   static void inSilence(Routine routine) {
-    inOwnNetwork([routine] {
+    allowed([routine] {
       ASSERT_TRUE(silenceKernel());
       routine();
     });
@@ -139,7 +148,7 @@ INSTANTIATE_TEST_SUITE_P(Kinds, SocketEchoTest, testing::Values(Way::Datagram, W
                          });
 
 TEST_P(SocketEchoTest, ThisMachineSendsBackWhatItWasSent) {
-  inOwnNetwork([] {
+  allowed([] {
     LinuxIcmp icmp = icmpWith();
     const Outcome outcome = echo(icmp, kThisMachine);
     expectReply(outcome);
@@ -357,7 +366,7 @@ TEST_P(SocketEchoTest, AnErrorThatIsStillToBeToldDoesNotStopTheNextEcho) {
 }
 
 TEST_P(SocketEchoTest, AnEchoThatCannotBeSentEndsAtOnce) {
-  inOwnNetwork([] {
+  allowed([] {
     LinuxIcmp icmp = icmpWith([](int, int) { ADD_FAILURE() << "waited"; });
     expectNoReply(echo(icmp, "198.51.100.1"), kIpNetUnreachable);
     expectNoReply(echo(icmp, "127.255.255.255"), kIpGeneralFailure);  // a broadcast
@@ -366,7 +375,7 @@ TEST_P(SocketEchoTest, AnEchoThatCannotBeSentEndsAtOnce) {
 }
 
 TEST_P(SocketEchoTest, AReplyThatDoesNotFitIsNone) {
-  inOwnNetwork([] {
+  allowed([] {
     LinuxIcmp icmp = icmpWith();
     const Icmp::Handle handle = icmp.IcmpCreateFile();
     Outcome outcome;
@@ -381,7 +390,7 @@ TEST_P(SocketEchoTest, AReplyThatDoesNotFitIsNone) {
 }
 
 TEST_P(SocketEchoTest, TheRecordHoldsNoMoreThanItsDataHasRoomFor) {
-  inOwnNetwork([] {
+  allowed([] {
     LinuxIcmp icmp = icmpWith();
     const Icmp::Handle handle = icmp.IcmpCreateFile();
     ICMP_ECHO_REPLY reply;
@@ -395,7 +404,7 @@ TEST_P(SocketEchoTest, TheRecordHoldsNoMoreThanItsDataHasRoomFor) {
 }
 
 TEST_P(SocketEchoTest, AHandleCanBeClosedOnceAndSendsNothingBehindThat) {
-  inOwnNetwork([] {
+  allowed([] {
     LinuxIcmp icmp = icmpWith([](int, int) { ADD_FAILURE() << "waited"; });
     const Icmp::Handle handle = icmp.IcmpCreateFile();
     EXPECT_TRUE(icmp.IcmpCloseHandle(handle));
@@ -408,7 +417,7 @@ TEST_P(SocketEchoTest, AHandleCanBeClosedOnceAndSendsNothingBehindThat) {
 }
 
 TEST_P(SocketEchoTest, FiftyEchoesLeaveNoDescriptorOpen) {
-  inOwnNetwork([] {
+  allowed([] {
     LinuxIcmp icmp = icmpWith();
     expectReply(echo(icmp, kThisMachine));
     const std::size_t before = openDescriptors();
@@ -436,7 +445,6 @@ class EchoRightsTest : public testing::Test {
 
 TEST_F(EchoRightsTest, TheRawSocketStandsInWhereTheKernelRefusesTheOther) {
   inOwnNetwork([] {
-    ASSERT_TRUE(allowEchoes(false));
     LinuxIcmp icmp("");
     expectReply(echo(icmp, kThisMachine));
   });
@@ -447,8 +455,6 @@ TEST_F(EchoRightsTest, TheToolStandsInWhereTheKernelRefusesBoth) {
     const ScratchFolder tools;
     putTool(tools);
     LinuxIcmp icmp(tools.folder());
-    EXPECT_LT(echo(icmp, kThisMachine).reply.RoundTripTime, 77U);
-    ASSERT_TRUE(allowEchoes(false));
     dropAllRights();
     const Outcome outcome = echo(icmp, kThisMachine);
     expectReply(outcome);
@@ -456,14 +462,13 @@ TEST_F(EchoRightsTest, TheToolStandsInWhereTheKernelRefusesBoth) {
   });
 }
 
-TEST_F(EchoRightsTest, AllowedAgainTheSocketIsTakenAgain) {
+TEST_F(EchoRightsTest, OnceTheKernelAllowsItTheSocketIsTaken) {
   inOwnNetwork([] {
     const ScratchFolder tools;
     putTool(tools);
     LinuxIcmp icmp(tools.folder(), {}, {Way::Datagram, Way::Tool});
-    ASSERT_TRUE(allowEchoes(false));
     EXPECT_EQ(echo(icmp, kThisMachine).reply.RoundTripTime, 77U);
-    ASSERT_TRUE(allowEchoes(true));
+    ASSERT_TRUE(allowEchoes());
     EXPECT_LT(echo(icmp, kThisMachine).reply.RoundTripTime, 77U);
   });
 }
