@@ -10,7 +10,6 @@ namespace veltrin {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class PaintNotes : public QObject {
  public:
