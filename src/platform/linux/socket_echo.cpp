@@ -31,7 +31,7 @@ constexpr std::size_t kBesidesReply = 61;
 // How often an echo is tried that fails for errors about echoes of others.
 constexpr int kSendTries = 8;
 
-// Hands on what a kernel may write unaligned.
+// A copy, as the kernel aligns these for no type in particular. Nothing when it is too short.
 template <class Value>
 std::optional<Value> valueOf(const cmsghdr& control) {
   Value value{};
