@@ -28,16 +28,27 @@ struct ICMP_ECHO_REPLY {
   std::string Data;  // at most 250 bytes
 };
 
-// Size of that record, with its data.
+// Size of that record, with its data and without.
 inline constexpr std::uint32_t kEchoReplySize = 278;
+inline constexpr std::uint32_t kEchoReplyHead = 28;
 
 // The time of an echo that nobody answered: above all that a caller takes for a reply's.
 inline constexpr std::uint32_t kNoReplyTime = 0x7FFFFFFF;
 
 // IP_STATUS numbers (ipexport.h).
 inline constexpr std::uint32_t kIpSuccess = 0;
+inline constexpr std::uint32_t kIpBufferTooSmall = 11001;
+inline constexpr std::uint32_t kIpNetUnreachable = 11002;
 inline constexpr std::uint32_t kIpHostUnreachable = 11003;
+inline constexpr std::uint32_t kIpProtocolUnreachable = 11004;
+inline constexpr std::uint32_t kIpPortUnreachable = 11005;
+inline constexpr std::uint32_t kIpNoResources = 11006;
+inline constexpr std::uint32_t kIpPacketTooBig = 11009;
 inline constexpr std::uint32_t kIpTimedOut = 11010;
+inline constexpr std::uint32_t kIpHopsExceeded = 11013;
+inline constexpr std::uint32_t kIpReassemblyExceeded = 11014;
+inline constexpr std::uint32_t kIpBadParameter = 11015;
+inline constexpr std::uint32_t kIpBadDestination = 11018;
 inline constexpr std::uint32_t kIpGeneralFailure = 11050;
 
 // What WSAStartup tells of the socket layer.

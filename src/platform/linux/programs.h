@@ -21,6 +21,7 @@ struct Start {
   std::string folder;                  // it works in; empty for the starter's own
   int output = -1;                     // its standard output and error; none: /dev/null
   bool ownSession = false;             // it lives on when the starter's terminal closes
+  int longest = -1;                    // ms until it is ended by force; -1: never
 };
 
 // What has become of a start: the number of the process, or the system's error number.

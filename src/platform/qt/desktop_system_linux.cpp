@@ -21,17 +21,26 @@
 namespace veltrin {
 namespace {
 
+// Where the console tools stand.
+std::string toolsFolder(const std::filesystem::path& executable) {
+  return (executable.parent_path() / "console").string();
+}
+
 class LinuxDesktopSystem : public DesktopSystem {
  public:
   LinuxDesktopSystem(const std::filesystem::path& executable, const std::string& applicationTitle,
                      FormLooks looks)
       : timers_(events_),
         files_(LinuxFiles::defaultFolders()),
-        processes_((executable.parent_path() / "console").string(),
+        processes_(toolsFolder(executable),
                    [this](int pipe) { sleepUntilReadable(events_, pipe); }),
         profiles_([this](const std::string& path) { return files_.native(path); }),
         registry_(files_.native(files_.programFolder() + "\\Files\\Registry.dat")),
         shell_(files_),
+        icmp_(toolsFolder(executable),
+              [this](int descriptor, int milliseconds) {
+                sleepUntilReadable(events_, descriptor, milliseconds);
+              }),
         desktop_(events_, files_, applicationTitle, std::move(looks)),
         platform_{events_,    timers_,   clock_,    desktop_, files_,
                   processes_, profiles_, registry_, shell_,   environment_,

@@ -33,6 +33,7 @@ class WindowsDesktopSystem : public DesktopSystem {
                        FormLooks looks)
       : timers_(events_.gate()),
         processes_([this](void* event) { sleepUntilSignalled(events_, event); }),
+        icmp_([this](void* event) { sleepUntilSignalled(events_, event); }),
         desktop_(events_, files_, applicationTitle, std::move(looks)),
         platform_{events_,    timers_,   clock_,    desktop_, files_,
                   processes_, profiles_, registry_, shell_,   environment_,

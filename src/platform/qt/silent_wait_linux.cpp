@@ -1,17 +1,23 @@
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include "platform/qt/silent_wait.h"
 
 namespace veltrin {
 
-void sleepUntilReadable(QtEventLoop& events, int descriptor) {
-  bool readable = false;
+void sleepUntilReadable(QtEventLoop& events, int descriptor, int milliseconds) {
+  bool over = false;
   QSocketNotifier notifier(descriptor, QSocketNotifier::Read);
   QObject::connect(&notifier, &QSocketNotifier::activated, &notifier, [&] {
-    readable = true;
+    over = true;
     notifier.setEnabled(false);
   });
-  while (!readable) events.sleep();
+  QTimer end;
+  end.setSingleShot(true);
+  end.setTimerType(Qt::PreciseTimer);
+  end.callOnTimeout([&] { over = true; });
+  if (milliseconds >= 0) end.start(milliseconds);
+  while (!over) events.sleep();
 }
 
 }  // namespace veltrin

@@ -8,6 +8,7 @@
 
 #include "platform/portable/command_limits.h"
 #include "platform/windows/code_page.h"
+#include "platform/windows/pool_call.h"
 #include "platform/windows/windows_processes.h"
 
 namespace veltrin {
@@ -33,54 +34,15 @@ DWORD waitingBytes(HANDLE pipe) {
   return PeekNamedPipe(pipe, nullptr, 0, nullptr, &waiting, nullptr) != FALSE ? waiting : 0;
 }
 
-// A read that waits on a thread of the system's pool. The thread and its starter
-// share it, so that it outlives whichever is done first.
-class PendingRead {
- public:
-  explicit PendingRead(HANDLE pipe) : pipe_(pipe) {}
-  ~PendingRead() {
-    if (done_ != nullptr) ::CloseHandle(done_);
+// One read and what came of it.
+struct Reading {
+  std::array<char, kReadGrain> buffer{};
+  DWORD taken = 0;
+  bool succeeded = false;
+
+  void from(HANDLE pipe) {
+    succeeded = ::ReadFile(pipe, buffer.data(), kReadGrain, &taken, nullptr) != FALSE;
   }
-  PendingRead(const PendingRead&) = delete;
-  PendingRead& operator=(const PendingRead&) = delete;
-
-  // Starts a read; nothing when the system has no event or thread for it.
-  static std::shared_ptr<PendingRead> start(HANDLE pipe) {
-    auto pending = std::make_shared<PendingRead>(pipe);
-    pending->done_ = CreateEventA(nullptr, TRUE, FALSE, nullptr);
-    if (pending->done_ == nullptr) return nullptr;
-    auto share = std::make_unique<std::shared_ptr<PendingRead>>(pending);
-    if (QueueUserWorkItem(run, share.get(), WT_EXECUTELONGFUNCTION) == FALSE) return nullptr;
-    static_cast<void>(share.release());  // now the thread's
-    return pending;
-  }
-
-  HANDLE done() const { return done_; }
-
-  // What was read. Waits until the read is done.
-  bool take(std::array<char, kReadGrain>& buffer, DWORD& taken) const {
-    WaitForSingleObject(done_, INFINITE);
-    std::copy_n(buffer_.begin(), taken_, buffer.begin());
-    taken = taken_;
-    return succeeded_;
-  }
-
- private:
-  static DWORD CALLBACK run(void* share) {
-    const std::unique_ptr<std::shared_ptr<PendingRead>> owned(
-        static_cast<std::shared_ptr<PendingRead>*>(share));
-    PendingRead& read = **owned;
-    read.succeeded_ =
-        ::ReadFile(read.pipe_, read.buffer_.data(), kReadGrain, &read.taken_, nullptr) != FALSE;
-    SetEvent(read.done_);
-    return 0;
-  }
-
-  HANDLE pipe_;
-  HANDLE done_ = nullptr;
-  std::array<char, kReadGrain> buffer_{};
-  DWORD taken_ = 0;
-  bool succeeded_ = false;
 };
 
 }  // namespace
@@ -122,18 +84,13 @@ int WindowsProcesses::CreateProcess(const std::string& commandLine, Handle write
 bool WindowsProcesses::ReadFile(Handle readEnd, std::array<char, kReadGrain>& buffer,
                                 std::size_t& count) {
   const HANDLE pipe = native(readEnd);
-  std::shared_ptr<PendingRead> pending;
-  if (whileSilent_ && waitingBytes(pipe) == 0) pending = PendingRead::start(pipe);
-  DWORD taken = 0;
-  bool succeeded = false;
-  if (pending != nullptr) {
-    whileSilent_(pending->done());
-    succeeded = pending->take(buffer, taken);
-  } else {
-    succeeded = ::ReadFile(pipe, buffer.data(), kReadGrain, &taken, nullptr) != FALSE;
-  }
-  count = succeeded ? taken : 0;
-  return succeeded;
+  const auto reading = std::make_shared<Reading>();
+  const auto read = [pipe, reading] { reading->from(pipe); };
+  const bool silent = whileSilent_ && waitingBytes(pipe) == 0;
+  if (!silent || !callInPool(read, whileSilent_)) read();
+  count = reading->succeeded ? reading->taken : 0;
+  std::copy_n(reading->buffer.begin(), count, buffer.begin());
+  return reading->succeeded;
 }
 
 void WindowsProcesses::fromCodePage(std::string& bytes) const { bytes = fromAnsi(bytes); }

@@ -9,10 +9,10 @@
 
 #include <array>
 #include <cstddef>
-#include <functional>
 #include <string>
 
 #include "platform/processes.h"
+#include "platform/windows/pool_call.h"
 
 namespace veltrin {
 
@@ -20,12 +20,8 @@ namespace veltrin {
 // Handles are the system's own.
 class WindowsProcesses : public Processes {
  public:
-  // Called when the pipe is empty, with an event (a HANDLE) that is signalled
-  // when something was read. Should return when it is; it may wait for the event
-  // and for window messages together.
-  using WhileSilent = std::function<void(void* event)>;
-
-  // Without `whileSilent` a read of a silent pipe waits in the system.
+  // `whileSilent` is called when the pipe is empty. Without it a read of a silent
+  // pipe waits in the system.
   explicit WindowsProcesses(WhileSilent whileSilent = {});
 
   // Both ends can be inherited; the size of the buffer is left to the system.

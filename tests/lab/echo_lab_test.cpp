@@ -1,0 +1,88 @@
+// Echoes of the program on the lab's paths, by each of their ways.
+#include <gtest/gtest.h>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "lab_program.h"
+#include "platform/icmp.h"
+
+namespace veltrin::lab {
+namespace {
+
+struct Answer {
+  std::uint32_t replies = 99;
+  std::uint32_t status = 99;
+  std::uint32_t time = 0;
+  std::string address;
+};
+
+class EchoLab : public LabRunning, public testing::WithParamInterface<const char*> {
+ protected:
+  // What echoes one after the other bring; `echoes` are addresses and time-outs.
+  static std::vector<Answer> send(const std::string& scenario, const std::string& echoes) {
+    const Outcome outcome = runLine("\"$LAB\" " + scenario + " '" + ECHO_SENDER + "' '" +
+                                    CONSOLE_FOLDER + "' " + GetParam() + " " + echoes);
+    EXPECT_EQ(outcome.code, 0) << outcome.text;
+    std::istringstream lines(outcome.text);
+    std::vector<Answer> answers;
+    for (Answer each; lines >> each.replies >> each.status >> each.time >> each.address;) {
+      answers.push_back(each);
+    }
+    EXPECT_TRUE(lines.eof()) << outcome.text;
+    return answers;
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Ways, EchoLab, testing::Values("datagram", "raw", "tool"),
+                         [](const auto& way) { return std::string(way.param); });
+
+TEST_P(EchoLab, EachHostTakesItsTime) {
+  const auto answers = send("ping-test", "203.0.113.2 1000 203.0.113.80 1000");
+  ASSERT_EQ(answers.size(), 2U);
+  EXPECT_EQ(answers[0].replies, 1U);
+  EXPECT_EQ(answers[0].status, kIpSuccess);
+  EXPECT_EQ(answers[0].address, "203.0.113.2");
+  EXPECT_GE(answers[0].time, 2U);
+  EXPECT_LT(answers[0].time, 60U);
+  EXPECT_EQ(answers[1].replies, 1U);
+  EXPECT_EQ(answers[1].address, "203.0.113.80");
+  EXPECT_GE(answers[1].time, 80U);
+  EXPECT_LT(answers[1].time, 140U);
+}
+
+// The late reply to the first comes 50 ms after the second was sent.
+TEST_P(EchoLab, AReplyThatComesTooLateIsNotTheNextEchos) {
+  const auto answers = send("ping-test", "203.0.113.80 30 203.0.113.80 1000");
+  ASSERT_EQ(answers.size(), 2U);
+  EXPECT_EQ(answers[0].replies, 0U);
+  EXPECT_EQ(answers[0].status, kIpTimedOut);
+  EXPECT_EQ(answers[0].time, kNoReplyTime);
+  EXPECT_EQ(answers[1].replies, 1U);
+  EXPECT_GE(answers[1].time, 80U);
+}
+
+TEST_P(EchoLab, ARoutersRefusalIsToldAtOnce) {
+  const auto answers = send("unreachable", "203.0.113.80 5000 203.0.113.81 5000");
+  ASSERT_EQ(answers.size(), 2U);
+  EXPECT_EQ(answers[0].replies, 0U);
+  EXPECT_EQ(answers[0].status, kIpHostUnreachable);
+  EXPECT_EQ(answers[0].time, kNoReplyTime);
+  EXPECT_EQ(answers[0].address, "198.51.100.5");
+  EXPECT_EQ(answers[1].replies, 0U);
+  EXPECT_EQ(answers[1].status, kIpNetUnreachable);
+  EXPECT_EQ(answers[1].address, "198.51.100.6");
+}
+
+TEST_P(EchoLab, ALostEchoHasNoReplyAndTheNextHasOne) {
+  const std::string echo = "203.0.113.20 200 ";
+  const auto answers = send("ping-test", echo + echo + echo + echo + echo + echo);
+  ASSERT_EQ(answers.size(), 6U);
+  for (std::size_t at = 0; at < answers.size(); ++at) {
+    EXPECT_EQ(answers[at].replies, at == 4 ? 0U : 1U) << at;
+  }
+  EXPECT_EQ(answers[4].status, kIpTimedOut);
+}
+
+}  // namespace
+}  // namespace veltrin::lab
