@@ -1,4 +1,5 @@
-// Controls that show what the program sets: labels, lists, clips and charts.
+// Controls that show what the program sets: labels, lists, clips, charts and
+// pictures.
 #include <QFile>
 #include <QLabel>
 #include <QListView>
@@ -9,6 +10,7 @@
 #include "view/animation_view.h"
 #include "view/binding.h"
 #include "view/chart_view.h"
+#include "view/drawing_view.h"
 #include "view/list_model.h"
 
 namespace veltrin {
@@ -87,6 +89,20 @@ void bindChart(Chart& chart, QWidget& widget, Binding& binding) {
   binding.atEnd([&chart, view] {
     chart.observe({});
     view->setChart(nullptr);
+  });
+}
+
+void bindPictureBox(PictureBox& picture, QWidget& widget, Binding& binding) {
+  auto* view = dynamic_cast<DrawingView*>(&widget);
+  if (view == nullptr) return;
+  const auto noteChange = [view](const auto&) { view->noteChange(); };
+  binding.show(picture.scale, noteChange);
+  binding.show(picture.backColour, noteChange);
+  picture.observe([view] { view->noteChange(); });
+  view->setPicture(&picture);
+  binding.atEnd([&picture, view] {
+    picture.observe({});
+    view->setPicture(nullptr);
   });
 }
 

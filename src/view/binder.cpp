@@ -71,6 +71,7 @@ void Binder::bindFrame(Form& form) {
   binding_.show(form.caption,
                 [this](const std::string& caption) { window_->setWindowTitle(toQt(caption)); });
   binding_.show(form.mousePointer, [this](MousePointer pointer) { setPointer(pointer); });
+  binding_.show(form.height, [this](int twips) { window_->showHeight(twips); });
   window_->onClose([this, &form] { binding_.post([&form] { form.close(); }); });
   bindWindowMouse(form, *window_, binding_);
 }
@@ -93,6 +94,7 @@ void Binder::bindKind(Control& control, QWidget& widget) {
   if (auto* box = dynamic_cast<CheckBox*>(&control)) bindCheckBox(*box, widget, binding_);
   if (auto* image = dynamic_cast<Image*>(&control)) bindImage(*image, widget, binding_);
   if (auto* chart = dynamic_cast<Chart*>(&control)) bindChart(*chart, widget, binding_);
+  if (auto* box = dynamic_cast<PictureBox*>(&control)) bindPictureBox(*box, widget, binding_);
 }
 
 // Widgets with a pointer of their own, as over a text, take the window's meanwhile.

@@ -20,6 +20,7 @@
 #include "forms/label.h"
 #include "forms/list_box.h"
 #include "forms/menu_entry.h"
+#include "forms/picture_box.h"
 #include "forms/text_box.h"
 #include "platform/event_gate.h"
 #include "platform/files.h"
@@ -84,6 +85,7 @@ void bindButton(CommandButton& button, QWidget& widget, Binding& binding);
 void bindListBox(ListBox& list, QWidget& widget, Binding& binding);
 void bindAnimation(Animation& animation, QWidget& widget, Binding& binding);
 void bindChart(Chart& chart, QWidget& widget, Binding& binding);
+void bindPictureBox(PictureBox& picture, QWidget& widget, Binding& binding);
 void bindCheckBox(CheckBox& box, QWidget& widget, Binding& binding);
 void bindImage(Image& image, QWidget& widget, Binding& binding);
 void bindMenuEntry(MenuEntry& entry, QAction& action, Binding& binding);

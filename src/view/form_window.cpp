@@ -1,5 +1,7 @@
 #include "view/form_window.h"
 
+#include <algorithm>
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -11,7 +13,8 @@
 namespace veltrin {
 namespace {
 
-constexpr double kEdge = 1;  // pixels around a window without a frame
+constexpr double kEdge = 1;        // pixels around a window without a frame
+constexpr int kTwipsOfPixel = 15;  // at 100 percent
 
 }  // namespace
 
@@ -46,6 +49,37 @@ void FormWindow::noteOpener() {
   if (isModal() && opener_ && opener_->isVisible()) {
     windowHandle()->setTransientParent(opener_->windowHandle());
   }
+}
+
+void FormWindow::showHeight(int twips) {
+  if (twips <= 0) return;
+  setFixedSize(width(), (twips - property(kFrameProperty).toInt()) / kTwipsOfPixel);
+  giveKeyboardToWhatIsSeen();
+  keepOnScreen();
+}
+
+void FormWindow::giveKeyboardToWhatIsSeen() {
+  for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+    const bool isSeen = child->y() < height();
+    const auto found = unseen_.find(child);
+    if (!isSeen && found == unseen_.end()) {
+      unseen_[child] = child->focusPolicy();
+      child->setFocusPolicy(Qt::NoFocus);
+    } else if (isSeen && found != unseen_.end()) {
+      child->setFocusPolicy(found->second);
+      unseen_.erase(found);
+    }
+  }
+  if (unseen_.contains(focusWidget())) focusNextChild();
+}
+
+// A window that has grown past the lower edge of its screen goes up.
+void FormWindow::keepOnScreen() {
+  if (!isVisible()) return;
+  const QRect room = screen()->availableGeometry();
+  const int beyond = frameGeometry().bottom() - room.bottom();
+  const int free = frameGeometry().top() - room.top();
+  if (beyond > 0 && free > 0) move(x(), frameGeometry().top() - std::min(beyond, free));
 }
 
 void FormWindow::showEvent(QShowEvent*) {

@@ -2,12 +2,16 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <utility>
 
 #include <QPointer>
 #include <QWidget>
 
 namespace veltrin {
+
+// The property of a window with fixed places that tells what its frame takes of its height.
+inline constexpr const char* kFrameProperty = "frameTwips";
 
 // Closes only when the program takes it away. The key Enter, where no control has use
 // for it, presses the window's default button. A window without a frame comes up in the
@@ -17,6 +21,11 @@ class FormWindow : public QWidget {
  public:
   // Sets what the close button of the frame does.
   void onClose(std::function<void()> routine) { closing_ = std::move(routine); }
+
+  // Gives the window a height that the user does not change, with its frame, in twips. Its
+  // look tells what of that is the frame, in a property of the name below, and the width.
+  // The keyboard does not go to what lies below the edge. 0 leaves the window as it is.
+  void showHeight(int twips);
 
   // Sets what Space, Enter and Escape do, where no control has use for them.
   void onPress(std::function<void()> routine) { pressing_ = std::move(routine); }
@@ -29,10 +38,13 @@ class FormWindow : public QWidget {
 
  private:
   void noteOpener();
+  void giveKeyboardToWhatIsSeen();
+  void keepOnScreen();
 
   std::function<void()> closing_;
   std::function<void()> pressing_;
   QPointer<QWidget> opener_;  // the window that was in front when this one came up
+  std::map<QWidget*, Qt::FocusPolicy> unseen_;  // controls below the edge, as they are above it
 };
 
 }  // namespace veltrin

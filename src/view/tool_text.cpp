@@ -8,6 +8,7 @@ namespace veltrin {
 namespace {
 
 constexpr double kTextMargin = 6;  // pixels
+constexpr double kLinesMargin = 2;
 
 // On the ground of the window, in the ink of its hints.
 QPalette quietPalette(QPalette palette) {
@@ -23,6 +24,10 @@ ToolText::ToolText(QWidget* parent) : QPlainTextEdit(parent) {
   setTabChangesFocus(true);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   document()->setDocumentMargin(kTextMargin);
+}
+
+ToolLines::ToolLines(QWidget* parent) : ToolText(parent) {
+  document()->setDocumentMargin(kLinesMargin);
 }
 
 ToolCommand::ToolCommand(QWidget* parent) : QLineEdit(parent) { setFont(fixedLetters()); }

@@ -13,6 +13,12 @@ class ToolText : public QPlainTextEdit {
   explicit ToolText(QWidget* parent = nullptr);
 };
 
+// The same in a box of few lines, with no room lost around them.
+class ToolLines : public ToolText {
+ public:
+  explicit ToolLines(QWidget* parent = nullptr);
+};
+
 // A command that runs, in the same letters.
 class ToolCommand : public QLineEdit {
  public:

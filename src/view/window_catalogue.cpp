@@ -4,6 +4,9 @@
 
 #include "frame/window_name.h"
 #include "ui_About.h"
+#include "ui_MonOut.h"
+#include "ui_Stability.h"
+#include "ui_StabilitySUM.h"
 #include "ui_indepth.h"
 #include "ui_indepth2.h"
 #include "ui_pingtester.h"
@@ -22,18 +25,26 @@ struct Entry {
   Qt::WindowFlags flags = Qt::Window;
 };
 
+// A window whose size the program alone changes has no button that makes it large.
+constexpr Qt::WindowFlags kFixedWindow = Qt::Window | Qt::CustomizeWindowHint |
+                                         Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                                         Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint;
+
 template <class Look>
 void lay(FormWindow& window) {
   Look().setupUi(&window);
 }
 
-constexpr std::array<Entry, 8> kWindows = {{
+constexpr std::array<Entry, 11> kWindows = {{
     {WindowName::starter, lay<Ui::starter>, Qt::Window | Qt::FramelessWindowHint},
     {WindowName::startup, lay<Ui::startup>},
     {WindowName::About, lay<Ui::About>, Qt::Dialog},
     {WindowName::setlang, lay<Ui::setlang>},
     {WindowName::pingtester, lay<Ui::pingtester>},
     {WindowName::trace, lay<Ui::trace>},
+    {WindowName::Stability, lay<Ui::Stability>, kFixedWindow},
+    {WindowName::StabilitySUM, lay<Ui::StabilitySUM>},
+    {WindowName::MonOut, lay<Ui::MonOut>, kFixedWindow},
     {WindowName::indepth, lay<Ui::indepth>},
     {WindowName::indepth2, lay<Ui::indepth2>},
 }};

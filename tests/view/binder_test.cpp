@@ -10,6 +10,9 @@
 #include "frame/About.h"
 #include "frame/starter.h"
 #include "frame/startup.h"
+#include "route/MonOut.h"
+#include "route/Stability.h"
+#include "route/StabilitySUM.h"
 #include "route/indepth.h"
 #include "route/indepth2.h"
 #include "route/trace.h"
@@ -28,7 +31,8 @@ std::vector<std::shared_ptr<Form>> make(Program& program) {
 
 // Makes every form that has a look.
 std::vector<std::shared_ptr<Form>> allForms(Program& program) {
-  return make<starter, startup, About, setlang, pingtester, trace, indepth, indepth2>(program);
+  return make<starter, startup, About, setlang, pingtester, trace, Stability, StabilitySUM, MonOut,
+              indepth, indepth2>(program);
 }
 
 std::set<std::string> controlNames(const Form& form) {

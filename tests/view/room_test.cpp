@@ -11,6 +11,9 @@
 #include "frame/starter.h"
 #include "frame/startup.h"
 #include "pictures.h"
+#include "route/MonOut.h"
+#include "route/Stability.h"
+#include "route/StabilitySUM.h"
 #include "route/indepth.h"
 #include "route/indepth2.h"
 #include "route/trace.h"
@@ -121,6 +124,29 @@ TEST_F(Room, PingTestInDutch) {
 TEST_F(Room, TraceRoute) {
   const auto form = shown<trace>();
   form->Text1.text = "tracert www.wikipedia.org";
+
+  EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, StabilityTest) {
+  const auto form = shown<Stability>();
+  form->height = 7550;
+  form->Command1.visible = true;
+  form->TestPoint.text = "www.wikipedia.org";
+  form->Text1.text = "255.255.255.255";
+  form->Label3.caption = "99999";
+  form->Label4.caption = "Estimated Time Remaining 54:28";
+
+  EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, OutageMonitor) {
+  const auto form = shown<MonOut>();
+  form->Label1.caption = "28 May 28 at 20:08:48";
+  form->Label4.caption = "99999";
+  form->Label6.caption = "698";
+  form->Label7.caption = "Run Time: 1 year 364 days 23 hrs 59 mins 59 sec";
+  form->Label8.caption = "Testing to IP: 255.255.255.255";
 
   EXPECT_THAT(cut(), IsEmpty());
 }

@@ -4,6 +4,9 @@
 #include "frame/starter.h"
 #include "frame/startup.h"
 #include "pictures.h"
+#include "route/MonOut.h"
+#include "route/Stability.h"
+#include "route/StabilitySUM.h"
 #include "route/indepth.h"
 #include "route/indepth2.h"
 #include "route/trace.h"
@@ -40,6 +43,7 @@ TEST_F(RoomOnASmallScreen, AboutWindow) { lookAt<About>(); }
 TEST_F(RoomOnASmallScreen, LanguageWindow) { lookAt<setlang>(); }
 TEST_F(RoomOnASmallScreen, PingTest) { lookAt<pingtester>(); }
 TEST_F(RoomOnASmallScreen, TraceRoute) { lookAt<trace>(); }
+TEST_F(RoomOnASmallScreen, StabilitySummary) { lookAt<StabilitySUM>(); }
 TEST_F(RoomOnASmallScreen, InDepth) { lookAt<indepth>(); }
 TEST_F(RoomOnASmallScreen, InDepthAfterAHopStabilityTest) { lookAt<indepth2>(); }
 
@@ -53,8 +57,22 @@ TEST_F(RoomOnASmallScreen, PingTestWithItsChart) {
   EXPECT_TRUE(fits(window->size())) << window->height();
 }
 
+TEST_F(RoomOnASmallScreen, StabilityTestWithAllItsGraphs) {
+  const auto form = shown<Stability>();
+  form->height = 7550;
+
+  EXPECT_TRUE(fits(window->size())) << window->height();
+}
+
+TEST_F(RoomOnASmallScreen, OutageMonitorInAnOutage) {
+  const auto form = shown<MonOut>();
+  form->height = 6700;
+
+  EXPECT_TRUE(fits(window->size())) << window->height();
+}
+
 // A window that is added is to be looked at here too.
-TEST_F(RoomOnASmallScreen, TheseAreAllWindows) { EXPECT_EQ(windowNames().size(), 8U); }
+TEST_F(RoomOnASmallScreen, TheseAreAllWindows) { EXPECT_EQ(windowNames().size(), 11U); }
 
 }  // namespace
 }  // namespace veltrin

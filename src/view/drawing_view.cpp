@@ -1,0 +1,83 @@
+#include "view/drawing_view.h"
+
+#include <QApplication>
+#include <QPainter>
+
+namespace veltrin {
+namespace {
+
+constexpr int kFrame = 17;          // ms; 60 frames in a second
+constexpr double kLineWidth = 1.2;  // pixels at 100 percent
+
+QColor toQt(const Colour& colour) { return {colour.red, colour.green, colour.blue}; }
+
+}  // namespace
+
+DrawingView::DrawingView(QWidget* parent) : QWidget(parent) {
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  pause_.setSingleShot(true);
+  pause_.setTimerType(Qt::PreciseTimer);
+  pause_.callOnTimeout(this, [this] { update(); });
+}
+
+void DrawingView::setPicture(const PictureBox* picture) {
+  picture_ = picture;
+  meaning_ = accessibleName();
+  told_.reset();
+  update();
+}
+
+// A picture that is out of sight stays stale until it comes into sight, which paints it.
+void DrawingView::makeStale() {
+  isStale_ = true;
+  const qint64 rest = sincePainted_.isValid() ? kFrame - sincePainted_.elapsed() : 0;
+  if (rest > 0) {
+    pause_.start(static_cast<int>(rest));
+  } else {
+    update();
+  }
+}
+
+void DrawingView::paintEvent(QPaintEvent*) {
+  isStale_ = false;
+  pause_.stop();
+  sincePainted_.start();
+  QPainter painter(this);
+  // One pixel more, as the edge may lie within a pixel of the screen.
+  painter.fillRect(rect().adjusted(-1, -1, 1, 1), ground());
+  if (picture_ == nullptr) return;
+  painter.setRenderHint(QPainter::Antialiasing);
+  drawLines(painter);
+  tellLastValue();
+}
+
+QColor DrawingView::ground() const {
+  if (picture_ != nullptr && picture_->backColour.get()) return toQt(*picture_->backColour.get());
+  return QApplication::palette("QMenu").color(QPalette::WindowText);
+}
+
+// A line along an edge of the scale is seen in its whole width.
+void DrawingView::drawLines(QPainter& painter) {
+  const UserScale& scale = picture_->scale;
+  const double across = width() / scale.width;
+  const double down = (height() - kLineWidth) / scale.height;
+  for (const Polyline& line : picture_->lines()) {
+    curve_.clear();
+    for (const PicturePoint& point : line.points) {
+      curve_.append({point.x * across, kLineWidth / 2 + point.y * down});
+    }
+    painter.setPen(QPen(toQt(line.colour), kLineWidth, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin));
+    painter.drawPolyline(curve_);
+  }
+}
+
+void DrawingView::tellLastValue() {
+  std::optional<double> last;
+  const auto lines = picture_->lines();
+  if (!lines.empty()) last = picture_->scale.get().height - lines.back().points.back().y;
+  if (last == told_) return;
+  told_ = last;
+  setAccessibleName(last ? meaning_ + ' ' + QString::number(*last) : meaning_);
+}
+
+}  // namespace veltrin
