@@ -110,6 +110,9 @@ MonOut::MonOut(Program& program)
   Command3.click = [this] { Command3_Click(); };
   Check1.click = [this] { Check1_MouseUp(); };
   Check1.mouseUp = [this](MouseButton) { Check1_MouseUp(); };
+  for (TextBox* box : {&DosBox2, &Text1, &dosbox}) {
+    box->change = [box] { box->caretToEnd(); };
+  }
 }
 
 void MonOut::ownControls() {

@@ -172,7 +172,7 @@ TEST_F(LongRunOnADesk, TheMonitorLogsBothOutagesToTheSecond) {
   putViewer();
   ASSERT_NO_FATAL_FAILURE(openTool("Monitor Outage", "Monitor for Outage"));
   desk_->photograph("outage-idle");
-  EXPECT_TRUE(eventually(milliseconds(20000), [&] { return !desk_->hasWindow(kMenu); }));
+  EXPECT_TRUE(eventually(milliseconds(20000), [&] { return !isShown(kMenu, "Ping Test"); }));
   typeInto(desk_->find("the scan time",
                        [&](const Element& element) {
                          return element.window == window_ && element.role == "text" &&
