@@ -138,11 +138,21 @@ bool Names::isPublic(std::string_view name) {
          std::find(kSetAside.begin(), kSetAside.end(), name.substr(dot + 1)) == kSetAside.end();
 }
 
+// What a name of the Internet outside has of its host's addresses.
+std::vector<IpAddress> Names::addressesFor(std::string_view name,
+                                           const std::vector<IpAddress>& host) {
+  std::vector<IpAddress> chosen = host;
+  if (name.starts_with("ipv4.")) {
+    std::erase_if(chosen, [](const IpAddress& address) { return address.family() != Family::V4; });
+  }
+  return chosen.empty() ? host : chosen;
+}
+
 // A public name becomes known by being asked for.
 bool Names::isKnown(const std::string& name) {
   if (addresses_.contains(name) || reverse_.contains(name)) return true;
   if (publicHosts_.empty() || publicNames_ == kMostPublicNames || !isPublic(name)) return false;
-  addresses_[name] = publicHosts_[publicNames_++ % publicHosts_.size()];
+  addresses_[name] = addressesFor(name, publicHosts_[publicNames_++ % publicHosts_.size()]);
   return true;
 }
 

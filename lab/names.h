@@ -24,7 +24,8 @@ class Names {
 
   // Adds the addresses of a host that answers for the Internet outside. Each new
   // name from there (see isPublic) becomes known when it is first asked for, with
-  // the addresses of the next of these hosts in turn; of at most kMostPublicNames.
+  // the addresses of the next of these hosts in turn; of at most kMostPublicNames. A name
+  // that begins with "ipv4." has no IPv6 address, unless its host has no other.
   void addPublicHost(std::span<const IpAddress> addresses);
 
   // The answer to a message that came in, in the form in which UDP carries both.
@@ -44,6 +45,8 @@ class Names {
  private:
   struct Question;
 
+  static std::vector<IpAddress> addressesFor(std::string_view name,
+                                             const std::vector<IpAddress>& host);
   bool isKnown(const std::string& name);
   void addRecords(const Question& question, Packet& reply) const;
 

@@ -15,7 +15,8 @@
 //
 // With "public", every name of the Internet outside exists: the first that is asked
 // for leads to the first of these hosts, the next to the second, and so on around.
-// What a name leads to it keeps. Names that the Internet sets aside, such as all
+// What a name leads to it keeps; one that begins with "ipv4." has IPv4 addresses
+// alone, where its host has any. Names that the Internet sets aside, such as all
 // that end in ".example", and those without a dot exist only as a host or router.
 //
 //   [host far.example]            something to reach; also [router NAME]

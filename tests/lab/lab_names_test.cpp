@@ -171,6 +171,24 @@ TEST_F(LabPublicNames, HaveAnEmptyAnswerForAnAddressThatTheirHostHasNot) {
   EXPECT_EQ(records(answer), 0U);
 }
 
+TEST_F(LabPublicNames, ThatBeginWithIpv4HaveNoOtherAddressOfTheirHost) {
+  Names names;
+  names.addPublicHost(std::vector{addressOf("203.0.113.1"), addressOf("2001:db8::1")});
+  const auto recordsOf = [&](std::string_view name, std::uint16_t type) {
+    return records(names.answer(makeQuestion(name, type)));
+  };
+  EXPECT_EQ(recordsOf("ipv4.one.com", kA), 1U);
+  EXPECT_EQ(recordsOf("ipv4.one.com", kAaaa), 0U);
+  EXPECT_EQ(recordsOf("ipv4only.one.com", kAaaa), 1U);
+  EXPECT_EQ(recordsOf("www.ipv4.com", kAaaa), 1U);
+}
+
+TEST_F(LabPublicNames, ThatBeginWithIpv4KeepTheAddressOfAHostThatHasNoOther) {
+  Names names;
+  names.addPublicHost(std::vector{addressOf("2001:db8::1")});
+  EXPECT_EQ(records(names.answer(makeQuestion("ipv4.one.com", kAaaa))), 1U);
+}
+
 TEST_F(LabPublicNames, DoNotTakeTheNameOfAnAddress) {
   names_.add("first.example", std::vector{addressOf("203.0.113.1")});
   hostOf("www.one.com");
