@@ -148,7 +148,7 @@ int main(int argc, char** argv) {
   veltrin::Platform platform{events,     rest.timers,      rest.clock,    desktop,
                              rest.files, rest.processes,   rest.profiles, rest.registry,
                              rest.shell, rest.environment, rest.sockets,  rest.counters,
-                             rest.wmi,   "veltrin"};
+                             rest.wmi,   rest.icmp,        "veltrin"};
   veltrin::Program program(platform);
   const auto form = program.show<veltrin::trace>();
   const auto* page = desktop.windowOf(*form)->findChild<QPlainTextEdit*>("txtOutputs");
