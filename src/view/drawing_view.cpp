@@ -1,5 +1,7 @@
 #include "view/drawing_view.h"
 
+#include <algorithm>
+
 #include <QApplication>
 #include <QPainter>
 
@@ -8,6 +10,18 @@ namespace {
 
 constexpr int kFrame = 17;          // ms; 60 frames in a second
 constexpr double kLineWidth = 1.2;  // pixels at 100 percent
+
+// The toolkit outlines a polyline as a whole, and what that costs grows with the square of
+// its points where the outline overlaps itself. So a long one is painted in pieces of so
+// many lines; their squared ends close the joints.
+constexpr qsizetype kPiece = 8;
+
+void drawCurve(QPainter& painter, const QPolygonF& curve) {
+  for (qsizetype at = 0; at + 1 < curve.size(); at += kPiece) {
+    const qsizetype points = std::min(kPiece + 1, curve.size() - at);
+    painter.drawPolyline(curve.constData() + at, static_cast<int>(points));
+  }
+}
 
 QColor toQt(const Colour& colour) { return {colour.red, colour.green, colour.blue}; }
 
@@ -66,8 +80,9 @@ void DrawingView::drawLines(QPainter& painter) {
     for (const PicturePoint& point : line.points) {
       curve_.append({point.x * across, kLineWidth / 2 + point.y * down});
     }
-    painter.setPen(QPen(toQt(line.colour), kLineWidth, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin));
-    painter.drawPolyline(curve_);
+    painter.setPen(
+        QPen(toQt(line.colour), kLineWidth, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
+    drawCurve(painter, curve_);
   }
 }
 

@@ -128,12 +128,15 @@ TEST_F(DrawingViewTest, ALineThatGoesOutOfThePictureIsSeenAsFarAsItIsInside) {
   EXPECT_TRUE(isGround(image, 99, 55) && isGround(image, 100, 55));
 }
 
-TEST_F(DrawingViewTest, ALineOnTheLowerEdgeIsSeen) {
+TEST_F(DrawingViewTest, ALineOnAnEdgeIsSeenInItsWholeWidth) {
+  line({0, 0}, {100, 0});
   line({0, 50}, {100, 50});
 
-  for (const double scale : {1.0, 1.5, 2.0}) {
-    const QImage image = atScale(scale);
-    EXPECT_TRUE(isLine(image, 20, image.height() - 1)) << scale;
+  const QImage image = atScale(2);
+
+  const int last = image.height() - 1;
+  for (const int row : {0, 1, last - 1, last}) {
+    EXPECT_EQ(image.pixelColor(20, row), QColor(Qt::white)) << row;
   }
 }
 
@@ -215,7 +218,7 @@ TEST_F(DrawingViewTest, APictureIsPaintedOnceAFrameHoweverOftenItIsDrawn) {
   }
   const double frames = static_cast<double>(time.elapsed()) / (1000.0 / 60);
 
-  EXPECT_GT(drawings, 100);
+  EXPECT_GT(drawings, 20);
   EXPECT_GE(paints.count, 2);
   EXPECT_LE(paints.count, frames + 1);
 }

@@ -91,6 +91,7 @@ class LongRunPictures : public Pictures {
       graph.DrawUsage(isLost ? 698 : timeOf(probe, 31, probe % 5 == 0 ? 240 : 0), form->OGraph, 700,
                       Colour{255, 255, 255});
     }
+    form->Label4.caption = "2";
     form->Label1.caption = "07 Mar 26 at 09:05:00";
     form->Label7.caption = "Run Time: 2 hrs 14 mins 7 sec";
     form->Label8.caption = "Testing to IP: 203.0.113.80";

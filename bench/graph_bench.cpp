@@ -1,0 +1,254 @@
+// What it costs to draw the curves of the long tests: a value is taken into a strip graph,
+// which draws its whole curve anew into a picture, which its shown widget then paints. One
+// curve of 1800 points as in the Outage monitor, and thirty of 100 points as in the Hop
+// Stability Test. Beside it, in turns, bare widgets of the same size in windows like the
+// other one call QPainter::drawPolyline with the same points, ready in pixels, and the same
+// pen, and QPainter::drawLines with the pieces between them, and paint nothing else.
+//
+//   graph_bench [ROUNDS | --smoke]
+//
+// Draws off the screen when no other is chosen. Prints the medians of so many rounds (501
+// by default); ours may take 3 times as long as the quicker one of the others. The smoke run is of
+// two rounds, and only what is painted is judged.
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <initializer_list>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include <QApplication>
+#include <QPainter>
+#include <QPen>
+#include <QPolygonF>
+#include <QWidget>
+#include <QWindow>
+
+#include "forms/strip_graph.h"
+#include "view/appearance.h"
+#include "view/drawing_view.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using veltrin::Colour;
+using veltrin::DrawingView;
+using veltrin::PictureBox;
+using veltrin::StripGraph;
+
+constexpr int kUsualRounds = 501;
+constexpr int kSmokeRounds = 2;
+constexpr double kMost = 3;
+constexpr double kLineWidth = 1.2;  // pixels, that of DrawingView
+constexpr Colour kWhite{255, 255, 255};
+
+// A curve as the toolkit draws it: as a polyline or in pieces.
+class BareCurve : public QWidget {
+ public:
+  BareCurve(QWidget* parent, bool inPieces) : QWidget(parent), inPieces_(inPieces) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+  }
+
+  void setPoints(const QPolygonF& points) {
+    points_ = points;
+    pieces_.clear();
+    for (qsizetype at = 1; at < points.size(); ++at) {
+      pieces_.append({points[at - 1], points[at]});
+    }
+  }
+
+  int paintings = 0;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    ++paintings;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Qt::white, kLineWidth, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
+    if (inPieces_) {
+      painter.drawLines(pieces_);
+    } else {
+      painter.drawPolyline(points_);
+    }
+  }
+
+ private:
+  bool inPieces_;
+  QPolygonF points_;
+  QList<QLineF> pieces_;
+};
+
+// The windows in which the curves are painted.
+struct Boards {
+  QWidget ours;
+  QWidget polylines;
+  QWidget pieces;
+};
+
+// A curve of so many values in its picture and its widget, and the same curve bare.
+template <std::size_t Count>
+class Curves {
+ public:
+  // `height` is that of the picture's scale.
+  Curves(Boards& boards, const QRect& place, double height)
+      : height_(height),
+        view_(&boards.ours),
+        polyline_(&boards.polylines, false),
+        pieces_(&boards.pieces, true) {
+    picture_.scale = veltrin::UserScale{static_cast<double>(Count), height};
+    picture_.observe([this] { view_.noteChange(); });
+    view_.setPicture(&picture_);
+    for (QWidget* each : std::initializer_list<QWidget*>{&view_, &polyline_, &pieces_}) {
+      each->setGeometry(place);
+    }
+    for (std::size_t at = 0; at < Count; ++at) graph_.DrawUsage(next(), picture_, height_, kWhite);
+  }
+  ~Curves() { picture_.observe({}); }
+  Curves(const Curves&) = delete;
+  Curves& operator=(const Curves&) = delete;
+
+  // Takes a value in, as a window does, and asks for the painting.
+  void draw() {
+    graph_.DrawUsage(next(), picture_, height_, kWhite);
+    view_.update();
+  }
+  void drawPolyline() { polyline_.update(); }
+  void drawPieces() { pieces_.update(); }
+
+  // Gives the bare widgets the curve as it is now.
+  void copy() {
+    QPolygonF points;
+    const double across = view_.width() / static_cast<double>(Count);
+    const double down = (view_.height() - kLineWidth) / height_;
+    double x = 0;
+    for (const int value : graph_.points()) {
+      points.append({x++ * across, kLineWidth / 2 + (height_ - value) * down});
+    }
+    polyline_.setPoints(points);
+    pieces_.setPoints(points);
+  }
+
+  // Whether each side was painted with every value. The value is that which a screen
+  // reader is told with a painting.
+  bool arePainted(int paintings) const {
+    return view_.accessibleName().trimmed() == QString::number(graph_.points().back()) &&
+           polyline_.paintings >= paintings && pieces_.paintings >= paintings;
+  }
+
+ private:
+  // An even line with a jitter and peaks, as of a connection.
+  int next() {
+    ++number_;
+    return 30 + static_cast<int>(number_ * number_ * 31 % 13 + (number_ % 37 == 0 ? 150 : 0));
+  }
+
+  double height_;
+  unsigned number_ = 0;
+  StripGraph<Count> graph_;
+  PictureBox picture_;
+  DrawingView view_;
+  BareCurve polyline_;
+  BareCurve pieces_;
+};
+
+double median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+template <class Work>
+double microseconds(Work work) {
+  const auto start = Clock::now();
+  work();
+  return std::chrono::duration<double, std::micro>(Clock::now() - start).count();
+}
+
+// Paints what asked for it, each window in one pass.
+void paint() { QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest); }
+
+bool isShown(const QWidget& board) {
+  const auto start = Clock::now();
+  while (!board.windowHandle()->isExposed() && Clock::now() - start < std::chrono::seconds(5)) {
+    QCoreApplication::processEvents();
+  }
+  QCoreApplication::processEvents();
+  return board.windowHandle()->isExposed();
+}
+
+template <std::size_t Count>
+using Set = std::vector<std::unique_ptr<Curves<Count>>>;
+
+// The medians of so many rounds, in microseconds; none when a curve was not painted.
+struct Medians {
+  double ours = 0;
+  double polylines = 0;
+  double pieces = 0;
+};
+template <std::size_t Count>
+std::optional<Medians> measure(const Set<Count>& set, int rounds) {
+  std::vector<double> ours;
+  std::vector<double> polylines;
+  std::vector<double> pieces;
+  const auto note = [&set](std::vector<double>& times, void (Curves<Count>::*draw)()) {
+    times.push_back(microseconds([&] {
+      for (const auto& curves : set) (*curves.*draw)();
+      paint();
+    }));
+  };
+  for (int round = 1; round <= rounds; ++round) {
+    note(ours, &Curves<Count>::draw);
+    for (const auto& curves : set) curves->copy();
+    note(polylines, &Curves<Count>::drawPolyline);
+    note(pieces, &Curves<Count>::drawPieces);
+    for (const auto& curves : set) {
+      if (!curves->arePainted(round)) return {};
+    }
+  }
+  return Medians{median(ours), median(polylines), median(pieces)};
+}
+
+// Draws and paints so many curves of that size in each round; whether the goal is met.
+template <std::size_t Count>
+bool compare(const char* what, int curves, const QSize& size, double height, int rounds,
+             bool isJudged) {
+  Boards boards;
+  Set<Count> set;
+  for (int at = 0; at < curves; ++at) {
+    const QRect place(QPoint(at % 2 * (size.width() + 20), at / 2 * (size.height() + 3)), size);
+    set.push_back(std::make_unique<Curves<Count>>(boards, place, height));
+  }
+  for (QWidget* board : {&boards.ours, &boards.polylines, &boards.pieces}) {
+    board->resize(board->childrenRect().size());
+    board->show();
+    if (!isShown(*board)) return false;
+  }
+  const auto medians = measure(set, rounds);
+  if (!medians) {
+    std::printf("%s: a curve is not painted\n", what);
+    return false;
+  }
+  const double ratio = medians->ours / std::min(medians->polylines, medians->pieces);
+  std::printf("%s: %.0f us; bare drawPolyline %.0f us, drawLines %.0f us\n", what, medians->ours,
+              medians->polylines, medians->pieces);
+  std::printf("  ratio to the quicker one %.2f (target %.1f or less)\n", ratio, kMost);
+  return !isJudged || ratio <= kMost;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const bool isSmoke = argc > 1 && std::string_view(argv[1]) == "--smoke";
+  const int asked = argc > 1 ? std::max(1, std::atoi(argv[1])) : kUsualRounds;
+  const int rounds = isSmoke ? kSmokeRounds : asked;
+  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  const QApplication application(argc, argv);
+  veltrin::setAppearance();
+  const bool isLongQuick =
+      compare<1800>("a curve of 1800 points", 1, {656, 118}, 700, rounds, !isSmoke);
+  const bool areHopsQuick =
+      compare<100>("30 curves of 100 points", 30, {253, 41}, 300, rounds, !isSmoke);
+  return isLongQuick && areHopsQuick ? EXIT_SUCCESS : EXIT_FAILURE;
+}
