@@ -20,7 +20,8 @@ class StartPictures : public Pictures {
   }
 
   void provideToolsOfToday() {
-    for (const WindowName name : {WindowName::pingtester, WindowName::trace, WindowName::indepth}) {
+    for (const WindowName name : {WindowName::pingtester, WindowName::trace, WindowName::Stability,
+                                  WindowName::MonOut, WindowName::indepth}) {
       program.tools.enter(name, {});
     }
   }
