@@ -30,7 +30,13 @@ ToolLines::ToolLines(QWidget* parent) : ToolText(parent) {
   document()->setDocumentMargin(kLinesMargin);
 }
 
-ToolCommand::ToolCommand(QWidget* parent) : QLineEdit(parent) { setFont(fixedLetters()); }
+// A command that is too long shows its beginning, unless somebody works in it.
+ToolCommand::ToolCommand(QWidget* parent) : QLineEdit(parent) {
+  setFont(fixedLetters());
+  connect(this, &QLineEdit::textChanged, this, [this] {
+    if (!hasFocus()) home(false);
+  });
+}
 
 Paragraph::Paragraph(QWidget* parent) : QPlainTextEdit(parent) {
   setTabChangesFocus(true);
