@@ -112,7 +112,7 @@ int main(int argc, char** argv) {
   veltrin::Platform platform{rest.events, rest.timers,      rest.clock,    rest.desktop,
                              rest.files,  processes,        rest.profiles, rest.registry,
                              rest.shell,  rest.environment, rest.sockets,  rest.counters,
-                             rest.wmi,    "Veltrin"};
+                             rest.wmi,    rest.icmp,        "Veltrin"};
   veltrin::DOSOutputs window(platform);
   std::uint64_t shown = 0;
   window.ReceiveOutputs = [&shown](const std::string& chunk) { shown += chunk.size(); };

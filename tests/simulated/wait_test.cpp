@@ -240,6 +240,7 @@ TEST_F(WaitTest, AWaitThatFailsMidwayClosesItsTimer) {
                     simulation.sockets,
                     simulation.counters,
                     simulation.wmi,
+                    simulation.icmp,
                     "Veltrin"};
   EXPECT_THROW(Wait(platform, 1000), StatementFailed);
   EXPECT_EQ(loop.timerLog.back(), "close");
