@@ -159,7 +159,6 @@ void Stability::prepare() {
   StartIt.enabled = false;
   results.clear();
   BadHops.clear();
-  run_.ParseMode = 0;
   HideAll();
   height = kStripHeight;
   Label4.caption = "";
@@ -249,7 +248,6 @@ void Stability::reportHops() {
 
 void Stability::showGraphs() {
   height = heightFor(hops());
-  run_.ParseMode = 0;
   showHops(0, std::min(hops(), kPage));
 }
 

@@ -294,6 +294,16 @@ TEST_F(StabilityHops, ALostFirstReplyOfAHopTakesTheLastOneOfTheHopBefore) {
   EXPECT_EQ(window->results.item(1), "20");
 }
 
+TEST_F(StabilityHops, ReadsNoTimeFromTheTrace) {
+  pathOf(0);
+  path.push_back("Average = 7ms.example [10.0.0.1] ");
+  open();
+  timesOf(destination, times({{4, 25}}));
+  timesOf("10.0.0.1", {std::nullopt});
+  test();
+  EXPECT_EQ(window->results.item(0), "25");
+}
+
 TEST_F(StabilityHops, ATimeThatIsNoNumberLeavesTheOneBefore) {
   pathOf(1);
   open();

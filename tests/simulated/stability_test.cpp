@@ -41,7 +41,7 @@ TEST_F(StabilityStart, ShowsOnlyItsTopStripWhenItOpens) {
   EXPECT_TRUE(opened.Command2.enabled);
   EXPECT_EQ(opened.Command1.caption.get(), "Page 1");
   EXPECT_FALSE(opened.Command1.visible);
-  EXPECT_FALSE(opened.Timer1.isRunning());
+  EXPECT_FALSE(opened.Timer1.enabled);
   EXPECT_EQ(opened.txtOutputs.text.get(), "");
   EXPECT_EQ(opened.TestPoint.text.get(), "www.wikipedia.org");
 }
@@ -125,6 +125,21 @@ TEST_F(StabilityStart, HidesAllGraphsWhileItTriesTheDestination) {
   EXPECT_EQ(remaining, "");
 }
 
+TEST_F(StabilityStart, EmptiesTheListsOfTheRunBefore) {
+  path = {bracketed("10.0.0.1"), "*"};
+  open();
+  test();
+  std::size_t times = 1;
+  std::size_t silent = 1;
+  simulation.loop.after(10, [&] {
+    times = window->results.count();
+    silent = window->BadHops.count();
+  });
+  test();
+  EXPECT_EQ(times, 0U);
+  EXPECT_EQ(silent, 0U);
+}
+
 // --- Trials ---
 
 TEST_F(StabilityStart, TriesTheDestinationFourTimesASecondApart) {
@@ -160,6 +175,7 @@ TEST_F(StabilityStart, TellsThatTheDestinationDoesNotAnswer) {
   testWith(std::vector<std::optional<int>>(4));
   expectOneMessage("Stability Test", kMessageOk, unreachable);
   EXPECT_EQ(simulation.processes.starts.size(), 4U);
+  EXPECT_EQ(values().Total.text(), "0");
 }
 
 TEST_F(StabilityStart, TakesRepliesInUnderAMillisecondForNone) {
