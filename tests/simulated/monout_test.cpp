@@ -43,6 +43,7 @@ TEST_F(OutageStart, ShowsItsGraphAndLabelsWhenItOpens) {
   EXPECT_EQ(opened.Check1.value.get(), kUnchecked);
   EXPECT_EQ(opened.Label2.caption.get(), "Started");
   EXPECT_EQ(opened.Label3.caption.get(), "Outages Detected");
+  EXPECT_EQ(opened.Label4.caption.get(), "0");
   EXPECT_EQ(opened.Label5.caption.get(), "Last 60 Minutes");
   EXPECT_EQ(opened.Label9.caption.get(), "Scan Time");
   EXPECT_EQ(opened.Label10.caption.get(), "Sec");
@@ -228,6 +229,19 @@ TEST_F(OutageStart, CutsATextAtAClosingBracketAlone) {
   EXPECT_EQ(probedAddress(), "Testing to IP: 10.0.0.1");
 }
 
+TEST_F(OutageStart, FindsBracketsAtTheBeginningOfATextToo) {
+  ping = "[10.0.0.1] with";
+  probe(1);
+  EXPECT_EQ(probedAddress(), "Testing to IP: 10.0.0.1");
+}
+
+TEST_F(OutageStart, ATextThatBeginsWithAClosingBracketHasNoAddress) {
+  remember("Monitor", "UseP=192.0.2.9");
+  ping = "] with";
+  probe(1);
+  EXPECT_EQ(probedAddress(), "Testing to IP: 192.0.2.9");
+}
+
 TEST_F(OutageStart, TakesTheWholeTextOfADestinationThatDoesNotExist) {
   ping = "Ping request could not find host www.wikipedia.org. Please check the name and try again.";
   probe(2);
@@ -368,11 +382,11 @@ TEST_F(OutageStart, KeepsItsPaceOverMidnightAndWhenTheClockIsSetBack) {
 // --- The span of the graph ---
 
 TEST_F(OutageStart, NamesTheSpanOfItsGraphByTheScanTime) {
-  const std::vector<std::pair<std::string, std::string>> spans = {{"1", "Last 60 Minutes"},
-                                                                  {"2", "Last 2 Hours"},
+  const std::vector<std::pair<std::string, std::string>> spans = {{"2", "Last 2 Hours"},
                                                                   {"5", "Last 5 Hours"},
                                                                   {"10", "Last 10 Hours"},
-                                                                  {"3", "Last 10 Hours"}};
+                                                                  {"3", "Last 10 Hours"},
+                                                                  {"1", "Last 60 Minutes"}};
   open();
   for (const auto& [scanTime, name] : spans) {
     simulation.desktop.type(window->Combo1, scanTime);
