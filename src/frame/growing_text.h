@@ -3,6 +3,7 @@
 
 #include "forms/text_box.h"
 #include "frame/program.h"
+#include "text/strings.h"
 
 namespace veltrin {
 
@@ -11,6 +12,13 @@ namespace veltrin {
 inline void followText(Program& program, TextBox& box) {
   box.caretToEnd();
   program.platform.events.DoEvents();
+}
+
+// What a run does before it prints: takes a text away that is none of a run, but tells
+// what the tool is for, and so begins with "This".
+inline void dropIntroduction(TextBox& box) {
+  constexpr std::string_view kFirstWord = "This";
+  if (Left(box.text.get(), Len(kFirstWord)) == kFirstWord) box.text = "";
 }
 
 }  // namespace veltrin

@@ -70,7 +70,7 @@ void Program::load(std::type_index type, const std::shared_ptr<Form>& form, Sigh
 
 void Program::pumpModal(Form& form, const std::function<void()>& unloaded) {
   for (Window& window : windows_) {
-    if (window.form.get() == &form) window.unloaded = unloaded;
+    if (unloaded && window.form.get() == &form) window.unloaded = unloaded;
   }
   platform.desktop.show(form);
   platform.desktop.makeModal(form);

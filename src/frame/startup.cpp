@@ -170,7 +170,9 @@ void startup::Image2_Click() {
 // window goes on and keeps this routine on the stack.
 void startup::openInPlaceOfMenu(WindowName window) {
   program_.platform.desktop.hide(*this);
-  program_.tools.showModal(window, [this] { program_.platform.desktop.show(*this); });
+  program_.tools.showModal(window, [this] {
+    if (isLoaded()) program_.platform.desktop.show(*this);
+  });
 }
 
 // Only the band follows the mouse. The window itself moves when the button is released. A

@@ -1,13 +1,14 @@
 // Echoes without a console tool: the system's helper for ICMP.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
 namespace veltrin {
 
-// An echo's outcome as the system lays it out for 32-bit programs: 278 bytes with the
-// room for the echoed data (ipexport.h). Numbers are in the machine's order, addresses as
+// An echo's outcome, field by field as the system keeps it for 32-bit programs
+// (ipexport.h). Numbers are in the machine's order, addresses as
 // they lie in memory on the network.
 struct ICMP_ECHO_REPLY {
   struct IP_OPTION_INFORMATION {
@@ -28,9 +29,11 @@ struct ICMP_ECHO_REPLY {
   std::string Data;  // at most 250 bytes
 };
 
-// Size of that record, with its data and without.
+// Size of such a record in memory, of which the system is told, and of what stands before
+// its data; what is left is the longest data.
 inline constexpr std::uint32_t kEchoReplySize = 278;
 inline constexpr std::uint32_t kEchoReplyHead = 28;
+inline constexpr std::size_t kMostEchoedData = kEchoReplySize - kEchoReplyHead;
 
 // The time of an echo that nobody answered: above all that a caller takes for a reply's.
 inline constexpr std::uint32_t kNoReplyTime = 0x7FFFFFFF;

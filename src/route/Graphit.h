@@ -16,7 +16,8 @@ struct Graphit {
   static constexpr double kHighest = 300;     // ms, at a picture's upper edge
   static constexpr Colour kGreen{0, 255, 0};
 
-  // Takes a hop's time in and draws its curve.
+  // Takes a hop's time in and draws its curve. `hop` is 0 to 29; throws std::out_of_range
+  // for others.
   void DrawUsage(std::size_t hop, std::int32_t time, PictureBox& picture) {
     graphs.at(hop).DrawUsage(time, picture, kHighest, kGreen);
   }

@@ -21,7 +21,7 @@ constexpr double kLongestPause = std::numeric_limits<std::int32_t>::max();
 constexpr int kOverhead = 2;         // ms of a scan that no clock tells
 constexpr int kMilliseconds = 1000;  // of a second
 
-constexpr int kAttempts = 4;               // to find the address, but the first
+constexpr int kAttempts = 5;               // to find the address
 constexpr int kPauseOfAttempts = 1000;     // ms
 constexpr std::int64_t kAddressRoom = 20;  // characters behind the bracket
 constexpr std::int64_t kShortestAddress = 6;
@@ -61,9 +61,9 @@ std::string dayAndTime(const DateTime& moment) {
 // The text of the tool's first line between its brackets. A text without brackets is taken
 // as it is.
 std::string betweenBrackets(std::string text) {
-  const std::int64_t opening = InStr(1, text, "[", Compare::IgnoreCase);
+  const std::int64_t opening = InStr(1, text, "[");
   if (opening > 0) text = Mid(text, opening + 1, kAddressRoom);
-  const std::int64_t closing = InStr(1, text, "]", Compare::IgnoreCase);
+  const std::int64_t closing = InStr(1, text, "]");
   return closing > 0 ? Left(text, closing - 1) : text;
 }
 
@@ -143,7 +143,7 @@ void MonOut::ownControls() {
 void MonOut::Form_Load() {
   height = kGraphSeen;
   const DateTime now = program_.platform.clock.now();
-  logName_ = "Outage Log " + Format(now, "dd mmm yy") + " " + Format(now, "hhmm") + ".txt";
+  logName_ = "\\Outage Log " + Format(now, "dd mmm yy") + " " + Format(now, "hhmm") + ".txt";
   Combo1.items = {"1", "2", "5", "10"};
   const std::string remembered = program_.readSetting("Settings", kScanTime);
   Combo1.text = remembered.empty() ? kDefaultScanTime : remembered;
@@ -156,7 +156,7 @@ void MonOut::Check1_MouseUp() { height = Check1.value == kChecked ? kDataSeen : 
 
 // The path is one argument to Notepad, blanks and all.
 void MonOut::Command2_Click() {
-  const std::string file = program_.programFolder + "\\Files\\" + logName_;
+  const std::string file = logFolder() + logName_;
   if (!program_.platform.files.exists(file)) return;
   skip([&] {
     program_.platform.shell.run(
@@ -177,14 +177,14 @@ void MonOut::start() {
   Command1.enabled = false;
   Command2.enabled = false;
   dosbox.text = "";
-  stopRequest_ = 0;
+  stopRequest_ = false;
   DoTest();
 }
 
 // Runs inside one of the loop's pauses, before the loop knows of it.
 void MonOut::stop() {
   Command3.caption = "Start";
-  stopRequest_ = 1;
+  stopRequest_ = true;
   Command1.enabled = true;
   Command2.enabled = true;
   const std::string report = "Total Test Time: " + runTime_ + kBreak +
@@ -200,11 +200,12 @@ void MonOut::DoTest() {
   Label8.caption = "Testing to IP: " + probeAddress_;
   do {
     scan();
-  } while (stopRequest_ != 1);
+  } while (!stopRequest_);
 }
 
 void MonOut::beginRun() {
-  failStreak_ = inOutage_ = sent_ = lost_ = quietCount_ = 0;
+  failStreak_ = sent_ = lost_ = quietCount_ = 0;
+  inOutage_ = false;
   Label4.caption = "0";
   startStamp_ = program_.platform.clock.now();
   Label1.caption = dayAndTime(startStamp_);
@@ -231,7 +232,7 @@ bool MonOut::findAddress() {
       probeAddress_ = remembered;
       return true;
     }
-    if (++attempt > kAttempts) {
+    if (++attempt == kAttempts) {
       program_.MsgBox("Unable to Ping " + program_.installation.ProbeHost +
                       ", check your internet connection");
       return false;
@@ -253,8 +254,8 @@ void MonOut::scan() {
   const std::int64_t began = program_.platform.events.milliseconds();
   probe();
   if (failStreak_ == kProbesToOutage) beginOutage();
-  if (failStreak_ == 0 && inOutage_ == 1) endOutage();
-  if (inOutage_ == 0) countQuietProbe();
+  if (failStreak_ == 0 && inOutage_) endOutage();
+  if (!inOutage_) countQuietProbe();
   showTimes();
   pauseSince(began);
 }
@@ -276,22 +277,22 @@ void MonOut::probe() {
 // beginning once, so that each outage has one trace.
 void MonOut::beginOutage() {
   Label4.caption = toText(Val(Label4.caption) + 1);
-  inOutage_ = 1;
-  const std::string line =
-      "Outage Detected at: " + timeAndDay(program_.platform.clock.now()) + kBreak;
-  log(line);
-  dosbox.text += line;
-  Text1.text += line;
+  inOutage_ = true;
+  tell("Outage Detected at: ");
   if (height == kGraphSeen) height = kTracesSeen;
-  tracing_ = 1;
+  tracing_ = true;
   objDOSM.run("tracert " + program_.installation.ProbeHost);
-  tracing_ = 0;
+  tracing_ = false;
 }
 
 void MonOut::endOutage() {
-  inOutage_ = 0;
-  const std::string line =
-      "\tOutage Over at: " + timeAndDay(program_.platform.clock.now()) + kBreak;
+  inOutage_ = false;
+  tell("\tOutage Over at: ");
+}
+
+// What happens now, in the log and in both boxes.
+void MonOut::tell(const std::string& what) {
+  const std::string line = what + timeAndDay(program_.platform.clock.now()) + kBreak;
   log(line);
   dosbox.text += line;
   Text1.text += line;
@@ -319,8 +320,8 @@ void MonOut::pauseSince(std::int64_t began) {
     pause_ = wanted - static_cast<double>(program_.platform.events.milliseconds() - began);
   });
   program_.platform.events.DoEvents();
-  if (pause_ > kShortestPause)
-    skip([&] { program_.Wait(toLong(std::min(pause_, kLongestPause))); });
+  if (pause_ <= kShortestPause) return;
+  skip([&] { program_.Wait(toLong(std::min(pause_, kLongestPause))); });
 }
 
 void MonOut::DrawUsage(std::int32_t value, PictureBox& picture) {
@@ -328,7 +329,7 @@ void MonOut::DrawUsage(std::int32_t value, PictureBox& picture) {
 }
 
 void MonOut::objDOSM_ReceiveOutputs(const std::string& chunk) {
-  if (tracing_ == 1) {
+  if (tracing_) {
     dosbox.text += chunk;
     Text1.text += chunk;
   } else {
@@ -339,9 +340,11 @@ void MonOut::objDOSM_ReceiveOutputs(const std::string& chunk) {
 
 // The file is closed behind each text, so that a crash loses nothing that was written.
 void MonOut::log(const std::string& text) {
-  writeFile(program_.platform.files, logStream_, program_.programFolder + "\\Files",
-            "\\" + logName_, FileMode::Appending, text);
+  std::unique_ptr<TextStream> stream;
+  writeFile(program_.platform.files, stream, logFolder(), logName_, FileMode::Appending, text);
 }
+
+std::string MonOut::logFolder() const { return program_.programFolder + "\\Files"; }
 
 std::string MonOut::lossLine() const {
   return "Packets Loss: " + std::to_string(lost_) + " of " + std::to_string(sent_) + kBreak;

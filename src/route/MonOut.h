@@ -78,24 +78,25 @@ class MonOut : public Form {
   void countQuietProbe();
   void showTimes();
   void pauseSince(std::int64_t began);
+  void tell(const std::string& what);
   void log(const std::string& text);
+  std::string logFolder() const;
   std::string lossLine() const;
 
   Program& program_;
   OutageValues& outage_;
   WindowRunner objDOSM;
-  std::unique_ptr<TextStream> logStream_;
 
-  std::string logName_;
+  std::string logName_;  // with the separator before it
   std::string probeAddress_;
   DateTime startStamp_;
-  int failStreak_ = 0;   // failed probes in a row
-  int inOutage_ = 0;     // 1 from the second of them to the next good one
-  int lost_ = 0;         // failed probes of the run
-  int sent_ = 0;         // all probes of the run
-  int tracing_ = 0;      // 1 while the trace of an outage runs
-  int quietCount_ = 0;   // probes without an outage since the last loss line
-  int stopRequest_ = 0;  // 1 ends the loop
+  int failStreak_ = 0;        // failed probes in a row
+  bool inOutage_ = false;     // from the second of them to the next good one
+  int lost_ = 0;              // failed probes of the run
+  int sent_ = 0;              // all probes of the run
+  bool tracing_ = false;      // while the trace of an outage runs
+  int quietCount_ = 0;        // probes without an outage since the last loss line
+  bool stopRequest_ = false;  // ends the loop
   std::string runTime_;
   double pause_ = 2000;  // ms to the next probe; kept while the scan time is no number
 };

@@ -19,9 +19,6 @@ const char* const kTitle = "Stability Test";
 const char* const kSection = "Stability";
 const char* const kUse = "Use";
 
-// First words of a text that does not come from a run.
-constexpr std::string_view kIntroduction = "This";
-
 constexpr std::int64_t kShortestUse = 6;  // characters of a remembered destination
 
 constexpr int kTrials = 4;               // pings that tell whether the destination answers
@@ -152,7 +149,7 @@ void Stability::StartIt_Click() {
   testHops();
   if (!objDOS) return;
   finish();
-  showResults();
+  if (objDOS) showResults();
 }
 
 void Stability::prepare() {
@@ -170,20 +167,20 @@ void Stability::prepare() {
 // in under a millisecond look like none.
 bool Stability::isReachable() {
   run_.ParseMode = 1;
-  double sum = 0;
-  for (int trial = 0; trial < kTrials && objDOS; ++trial) {
+  run_.Total = 0;
+  for (int trial = 0; trial < kTrials; ++trial) {
     objDOS.run("ping " + TestPoint.text.get() + " -n 1");
     skip([&] { program_.Wait(kPauseBehindTrial); });
-    sum += Val(pings_.PingTime);
+    if (!objDOS) break;
+    run_.Total = Val(run_.Total) + Val(pings_.PingTime);
   }
   run_.ParseMode = 0;
-  run_.Total = sum;
   if (!objDOS) return false;
-  if (sum == 0) {
+  if (Val(run_.Total) == 0) {
     program_.MsgBox("Destination IP is not valid or is unreachable", kMessageOk, kTitle);
     return false;
   }
-  run_.Total = Format(sum / kTrials, "#");
+  run_.Total = Format(Val(run_.Total) / kTrials, "#");
   if (Val(run_.Total) <= kSlowestGood) return true;
   return program_.MsgBox(
              "Destination may be unreachable or is invalid. Would you like to test as much of the "
@@ -193,7 +190,7 @@ bool Stability::isReachable() {
 
 // The line names the pass that the counter of all route tools stands at.
 void Stability::traceRoute() {
-  if (Left(txtOutputs.text.get(), Len(kIntroduction)) == kIntroduction) txtOutputs.text = "";
+  dropIntroduction(txtOutputs);
   mousePointer = MousePointer::Hourglass;
   txtOutputs.text += program_.texts.TextTracePass + std::to_string(route_.RoutePass) + " to " +
                      TestPoint.text.get() + std::string(kLineBreak);
@@ -269,13 +266,13 @@ void Stability::showHops(std::size_t first, std::size_t end) {
   }
 }
 
-// With the first hop of the second page the graphs go, until the run is over.
 void Stability::testHops() {
   for (run_.HopIndex = 0; run_.HopIndex < hops() && objDOS; ++run_.HopIndex) {
     testHop(TestIPs.item(run_.HopIndex));
   }
 }
 
+// With the first hop of the second page the graphs go, until the run is over.
 void Stability::testHop(const std::string& address) {
   txtOutputs.text = "";
   results.clear();
@@ -294,6 +291,7 @@ void Stability::pingHop() {
   txtOutputs.text = "";
   objDOS.run("ping " + Text1.text.get() + " -n 1");
   skip([&] { program_.Wait(pauseBehindPing(run_.HopIndex)); });
+  if (!objDOS) return;
   readAverage(txtOutputs.text.get(), pings_.PingTime);
   skip([&] { run_.GraphValue = toLong(pings_.PingTime.number()); });
   Label3.caption = std::to_string(run_.GraphValue);
@@ -358,8 +356,14 @@ void Stability::finish() {
   Command2.enabled = true;
 }
 
+// The analysis comes into view when it is over, so that this window shows the wait.
 void Stability::showResults() {
-  if (BadHops.count() > 0) program_.showModal<indepth2>();
+  if (BadHops.count() > 0) {
+    mousePointer = MousePointer::Hourglass;
+    program_.keep<indepth2>();
+    mousePointer = MousePointer::Default;
+    program_.showModal<indepth2>();
+  }
   program_.keep<StabilitySUM>()->Text1.text = Text2.text.get();
   program_.showModal<StabilitySUM>();
 }
@@ -389,7 +393,10 @@ void Stability::report(const std::string& text) {
   Text2.text += text;
 }
 
-// The hops of the latest run.
-std::size_t Stability::hops() const { return static_cast<std::size_t>(Val(run_.Total)); }
+// The hops of the latest run; while its trials run, their times.
+std::size_t Stability::hops() const {
+  constexpr double kMost = 1e6;
+  return static_cast<std::size_t>(std::clamp(Val(run_.Total), 0.0, kMost));
+}
 
 }  // namespace veltrin

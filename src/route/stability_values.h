@@ -9,7 +9,7 @@
 
 namespace veltrin {
 
-// Nothing of it is cleared but where the run says so: a second window goes on with it.
+// A run sets what it needs; the rest stays from the run before, also of another window.
 struct StabilityValues {
   int ParseMode = 0;         // 1: reply times are read from what ping prints
   Loose Total;               // of four reply times, then their mean, then the hops

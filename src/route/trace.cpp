@@ -15,9 +15,6 @@ constexpr int kPauseAtStart = 10;      // ms
 constexpr int kPauseBehindTool = 500;  // ms
 constexpr int kMenuColour = 1;         // option of the buttons' colour
 
-// First words of a text that does not come from a run.
-constexpr std::string_view kIntroduction = "This";
-
 const std::vector<std::string> kPasses = {"1", "2", "3", "4",  "5",  "6",
                                           "7", "8", "9", "10", "11", "12"};
 
@@ -101,7 +98,7 @@ void trace::enableButtons(bool enabled) {
 }
 
 void trace::clearOldText() {
-  if (Left(txtOutputs.text.get(), Len(kIntroduction)) == kIntroduction) txtOutputs.text = "";
+  dropIntroduction(txtOutputs);
   if (txtOutputs.text == "") return;
   if (program_.MsgBox(program_.texts.TextClearData, kMessageYesNo, "Trace Routes") == kAnswerYes) {
     txtOutputs.text = "";

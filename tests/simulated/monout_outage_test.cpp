@@ -310,8 +310,13 @@ TEST_F(Outage, AStopInATraceEndsTheRunBehindIt) {
 
 TEST_F(Outage, AStopWhileTheAddressIsSoughtProbesOnceAndEnds) {
   open();
-  at(10, [this] { press(); });
+  std::size_t probed = 1;
+  at(10, [&] {
+    probed = probes;
+    press();
+  });
   start();
+  EXPECT_EQ(probed, 0U);
   EXPECT_EQ(probes, 1U);
   EXPECT_NE(log().find("Total Test Completed: 0\r\n"), std::string::npos);
 }
@@ -335,6 +340,38 @@ TEST_F(Outage, ASecondRunCountsFromNothing) {
   start();
   EXPECT_EQ(window->Label4.caption.get(), "0");
   EXPECT_EQ(occurrences(window->dosbox.text, "Packets Loss: 0 of 1\r\n"), 1U);
+}
+
+TEST_F(Outage, ASecondRunDoesNotTakeOverAFailedProbe) {
+  failing = {2, 3};
+  probe(2);
+  stopBehind(4);
+  start();
+  EXPECT_EQ(window->Label4.caption.get(), "0");
+}
+
+TEST_F(Outage, ASecondRunDoesNotTakeOverAnOutage) {
+  failing = {1, 2};
+  probe(2);
+  stopBehind(4);
+  start();
+  EXPECT_EQ(occurrences(log(), "Outage Over at: "), 0U);
+  EXPECT_EQ(window->Text1.text.get().find("Outage Over"), std::string::npos);
+  EXPECT_NE(window->Text1.text.get().find("Outage Detected"), std::string::npos);
+}
+
+TEST_F(Outage, ASecondRunDoesNotTakeOverQuietProbes) {
+  probe(200);
+  stopBehind(200 + 299);
+  start();
+  EXPECT_EQ(occurrences(window->dosbox.text, "Packets Loss: "), 1U);
+}
+
+TEST_F(Outage, AReportBeforeTheFirstScanHasEndedTellsTheTimeOfTheRunBefore) {
+  probe(3);
+  at(simulation.loop.milliseconds() + 10, [this] { press(); });
+  start();
+  EXPECT_EQ(occurrences(log(), "Total Test Time: 4 sec\r\n"), 2U);
 }
 
 // A Start in the last pause of a run begins the next one inside it.

@@ -11,8 +11,8 @@ class OutageStart : public OutageRun {
         "[" + section + "]\r\n" + entry + "\r\n";
   }
 
-  // Whether the monitor came to probing.
-  std::string probedAddress() const { return window->Label8.caption; }
+  // What the user reads of the address.
+  std::string shownAddress() const { return window->Label8.caption; }
 
   // Distances of the first probes, in ms.
   std::vector<std::int64_t> periods() const {
@@ -214,41 +214,51 @@ TEST_F(OutageStart, FindsTheAddressBetweenTheBracketsOfAPing) {
 TEST_F(OutageStart, TakesTwentyCharactersBehindABracketThatIsNotClosed) {
   ping = "Pinging [123456789012345678901234567890";
   probe(1);
-  EXPECT_EQ(probedAddress(), "Testing to IP: 12345678901234567890");
+  EXPECT_EQ(shownAddress(), "Testing to IP: 12345678901234567890");
 }
 
 TEST_F(OutageStart, DoesNotSeeABracketThatClosesFarther) {
   ping = "Pinging [2001:db8:85a3:8d3:1319:8a2e:370:7348] with";
   probe(1);
-  EXPECT_EQ(probedAddress(), "Testing to IP: 2001:db8:85a3:8d3:13");
+  EXPECT_EQ(shownAddress(), "Testing to IP: 2001:db8:85a3:8d3:13");
 }
 
 TEST_F(OutageStart, CutsATextAtAClosingBracketAlone) {
   ping = "10.0.0.1] with";
   probe(1);
-  EXPECT_EQ(probedAddress(), "Testing to IP: 10.0.0.1");
+  EXPECT_EQ(shownAddress(), "Testing to IP: 10.0.0.1");
 }
 
 TEST_F(OutageStart, FindsBracketsAtTheBeginningOfATextToo) {
   ping = "[10.0.0.1] with";
   probe(1);
-  EXPECT_EQ(probedAddress(), "Testing to IP: 10.0.0.1");
+  EXPECT_EQ(shownAddress(), "Testing to IP: 10.0.0.1");
 }
 
 TEST_F(OutageStart, ATextThatBeginsWithAClosingBracketHasNoAddress) {
   remember("Monitor", "UseP=192.0.2.9");
   ping = "] with";
   probe(1);
-  EXPECT_EQ(probedAddress(), "Testing to IP: 192.0.2.9");
+  EXPECT_EQ(shownAddress(), "Testing to IP: 192.0.2.9");
 }
 
 TEST_F(OutageStart, TakesTheWholeTextOfADestinationThatDoesNotExist) {
   ping = "Ping request could not find host www.wikipedia.org. Please check the name and try again.";
   probe(2);
-  EXPECT_EQ(probedAddress(),
+  EXPECT_EQ(shownAddress(),
             "Testing to IP: Ping request could not find host www.wikipedia.org. Please check the "
             "name and try again.");
   EXPECT_EQ(simulation.icmp.echoes.at(1).address, 0U);
+}
+
+TEST_F(OutageStart, KeepsTheNewestTextOfItsBoxesInView) {
+  open();
+  int followed = 0;
+  for (TextBox* box : {&window->DosBox2, &window->Text1, &window->dosbox}) {
+    box->observeCaret([&followed] { ++followed; });
+    box->text += "new";
+  }
+  EXPECT_EQ(followed, 3);
 }
 
 TEST_F(OutageStart, EmptiesTheBoxOfThePing) {
@@ -269,7 +279,7 @@ TEST_F(OutageStart, TakesTheRememberedAddressWhenPingPrintsNothing) {
   remember("Monitor", "UseP=1.2.3.");
   ping = "";
   probe(1);
-  EXPECT_EQ(probedAddress(), "Testing to IP: 1.2.3.");
+  EXPECT_EQ(shownAddress(), "Testing to IP: 1.2.3.");
   EXPECT_EQ(commands().size(), 1U);
 }
 
@@ -294,6 +304,10 @@ TEST_F(OutageStart, GivesUpBehindFivePingsASecondApart) {
   press();
   EXPECT_EQ(window->Command3.caption.get(), "Start");
   EXPECT_TRUE(window->Command1.enabled);
+  EXPECT_TRUE(
+      log().ends_with("\r\nTotal Test Time: \r\nTotal Test Completed: 0\r\n"
+                      "Total Outages: 0\r\nPackets Loss: 0 of 0\r\n\r\n\r\n"))
+      << log();
 }
 
 TEST_F(OutageStart, APingThatIsMissingIsToldAndTheRememberedAddressStandsIn) {
@@ -302,7 +316,7 @@ TEST_F(OutageStart, APingThatIsMissingIsToldAndTheRememberedAddressStandsIn) {
   failedStarts = 1;
   probe(1);
   expectOneMessage("Veltrin", kMessageCritical, "File or command not found");
-  EXPECT_EQ(probedAddress(), "Testing to IP: 192.0.2.9");
+  EXPECT_EQ(shownAddress(), "Testing to IP: 192.0.2.9");
 }
 
 // --- The pace ---

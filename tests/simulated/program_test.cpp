@@ -244,6 +244,51 @@ TEST_F(Windows, AModalShowOfAWindowThatUnloadsItselfWhileItLoadsReturnsAtOnce) {
   EXPECT_EQ(loop.milliseconds(), 0);
 }
 
+TEST_F(Windows, AModalShowTellsOfTheUnloadBeforeItReturns) {
+  Texts told;
+  loop.at(100, [&] {
+    program.showModal<ToolWindow>([&] { told.push_back("unloaded"); });
+    told.push_back("returned");
+  });
+  loop.at(700, [&] { program.unload<ToolWindow>(); });
+  loop.run(2000);
+  EXPECT_EQ(told, (Texts{"unloaded", "returned"}));
+}
+
+// The routine of the window that goes on lies above the modal show on the stack.
+TEST_F(Windows, AModalShowTellsOfTheUnloadWhileARoutineOfTheWindowGoesOn) {
+  std::int64_t told = 0;
+  std::int64_t returned = 0;
+  loop.at(100, [&] {
+    program.showModal<ToolWindow>([&] { told = loop.milliseconds(); });
+    returned = loop.milliseconds();
+  });
+  loop.at(200, [&] {
+    const auto tool = program.show<ToolWindow>();
+    tool->Command1.click = [&] { program.Wait(1000); };
+    tool->Command1.press();
+  });
+  loop.at(700, [&] { program.unload<ToolWindow>(); });
+  loop.run(2000);
+  EXPECT_EQ(told, 700);
+  EXPECT_EQ(returned, 1200);
+}
+
+TEST_F(Windows, AModalShowTellsOfAWindowThatUnloadsItselfWhileItLoads) {
+  int told = 0;
+  program.showModal<SplashWindow>([&] { ++told; });
+  EXPECT_EQ(told, 1);
+}
+
+TEST_F(Windows, ASecondModalShowOfAWindowKeepsWhatTheFirstOneWantsToBeTold) {
+  int told = 0;
+  loop.at(100, [&] { program.showModal<ToolWindow>([&] { ++told; }); });
+  loop.at(200, [&] { program.showModal<ToolWindow>(); });
+  loop.at(700, [&] { program.unload<ToolWindow>(); });
+  loop.run(2000);
+  EXPECT_EQ(told, 1);
+}
+
 // --- The program's end ---
 
 TEST_F(Windows, TheProgramGoesOnWhileAWindowIsLoaded) {

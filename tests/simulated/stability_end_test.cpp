@@ -1,6 +1,7 @@
 // The Hop Stability Test: what it makes of the times of a hop, its graphs on their pages,
 // and the end of a run.
 #include "frame/copy_text.h"
+#include "frame/startup.h"
 #include "simulated/stability_run.h"
 
 namespace veltrin {
@@ -353,7 +354,55 @@ TEST_F(StabilityEnd, CopiesTheLastHopAlone) {
 }
 
 TEST_F(StabilityEnd, TheMenuOpensItAboveItself) {
-  EXPECT_TRUE(simulation.program().tools.has(WindowName::Stability));
+  const auto menu = simulation.program().show<startup>();
+  bool above = false;
+  simulation.desktop.onModal = [&](Form& form) {
+    simulation.loop.after(100, [&] {
+      above = form.name() == "Stability" && !simulation.desktop.takesInput(*menu);
+      form.close();
+    });
+  };
+  simulation.desktop.click(menu->Command9);
+  EXPECT_TRUE(above);
+  EXPECT_TRUE(simulation.desktop.takesInput(*menu));
+}
+
+TEST_F(StabilityEnd, ShowsTheHourglassWhileTheAnalysisRunsOutOfSight) {
+  path = {bracketed("10.0.0.1"), "*"};
+  open();
+  MousePointer pointer{};
+  bool inSight = true;
+  script = [&, texts = script](const std::string& command) {
+    if (command.starts_with("pathping")) {
+      pointer = window->mousePointer;
+      inSight = simulation.desktop.shown.size() > 1;
+    }
+    return texts(command);
+  };
+  test();
+  EXPECT_EQ(pointer, MousePointer::Hourglass);
+  EXPECT_FALSE(inSight);
+  EXPECT_EQ(window->mousePointer.get(), MousePointer::Default);
+}
+
+TEST_F(StabilityEnd, AWindowClosedWithItsLastLineShowsNothingMore) {
+  keepTheProgramRunning();
+  path = {bracketed("10.0.0.1"), "*"};
+  open();
+  window->txtOutputs.change = [this, follow = window->txtOutputs.change] {
+    if (window->txtOutputs.text.get().ends_with("********* ")) window->close();
+    follow();
+  };
+  test();
+  EXPECT_TRUE(opened.empty());
+}
+
+TEST_F(StabilityEnd, TheCaptionOfTheSecondPageOutlivesARun) {
+  testPath(17);
+  simulation.desktop.click(window->Command1);
+  test();
+  EXPECT_EQ(window->Command1.caption.get(), "Page 2");
+  EXPECT_EQ(visibleGraphs(), range(0, 16));
 }
 
 }  // namespace

@@ -20,12 +20,6 @@ class StabilityHops : public StabilityRun {
     return addresses;
   }
 
-  // What the user sees at a moment of the run.
-  template <class Look>
-  void lookAt(std::int64_t moment, Look look) {
-    at(moment, std::move(look));
-  }
-
   static constexpr std::int64_t kFirstHop = 4 * 1020 + kToolTime + 50;  // ms, its first ping
 };
 
@@ -103,7 +97,7 @@ TEST_F(StabilityHops, TellsOfSeveralSilentHops) {
 }
 
 TEST_F(StabilityHops, TellsOfSilentHopsInTheBoxOfTheToolsToo) {
-  path = {bracketed("10.0.0.1"), "*"};
+  path = {bracketed("10.0.0.1"), "*", "*"};
   keepTheProgramRunning();
   open();
   std::string text;
@@ -113,10 +107,10 @@ TEST_F(StabilityHops, TellsOfSilentHopsInTheBoxOfTheToolsToo) {
   };
   closeBehindTheList();
   test();
-  EXPECT_TRUE(
-      text.ends_with("\r\n\r\nTotal Hops = 1\r\n"
-                     "   1 Hop showed packet loss and will not be tested, indepth will be "
-                     "performed\r\n"))
+  EXPECT_TRUE(text.ends_with(
+      "\r\n\r\nTotal Hops = 1\r\n"
+      "   2 Hops showed packet loss and will not be tested, indepth will be performed\r\n"
+      "   This may be an indication that the destination provider has blocked these test\r\n"))
       << text;
 }
 
@@ -135,7 +129,7 @@ TEST_P(StabilityPath, HasItsEstimateItsHeightAndItsGraphs) {
   keepTheProgramRunning();
   pathOf(wanted.hops);
   open();
-  std::vector<std::size_t> graphs;
+  std::vector<std::size_t> graphs{99};
   window->txtOutputs.change = [&, follow = window->txtOutputs.change] {
     if (window->txtOutputs.text == "Testing Hop 1\r\n") {
       graphs = visibleGraphs();
@@ -144,6 +138,7 @@ TEST_P(StabilityPath, HasItsEstimateItsHeightAndItsGraphs) {
     follow();
   };
   test();
+  if (wanted.hops == 0) graphs = visibleGraphs();
   EXPECT_EQ(values().Estimate, wanted.estimate);
   EXPECT_EQ(window->height.get(), wanted.height);
   EXPECT_EQ(graphs, range(0, std::min<std::size_t>(wanted.hops, 16)));
@@ -167,11 +162,11 @@ TEST_F(StabilityHops, CountsTheEstimateDownOnceASecond) {
   open();
   std::vector<std::string> shown;
   const std::int64_t list = kFirstHop;
-  lookAt(list + 999, [&] { shown.push_back(window->Label4.caption); });
-  lookAt(list + 1001, [&] { shown.push_back(window->Label4.caption); });
-  lookAt(list + 2001, [&] { shown.push_back(window->Label4.caption); });
-  lookAt(list + 43001, [&] { shown.push_back(window->Label4.caption); });
-  lookAt(list + 90001, [&] { shown.push_back(window->Label4.caption); });
+  at(list + 999, [&] { shown.push_back(window->Label4.caption); });
+  at(list + 1001, [&] { shown.push_back(window->Label4.caption); });
+  at(list + 2001, [&] { shown.push_back(window->Label4.caption); });
+  at(list + 43001, [&] { shown.push_back(window->Label4.caption); });
+  at(list + 90001, [&] { shown.push_back(window->Label4.caption); });
   test();
   EXPECT_EQ(shown, (std::vector<std::string>{
                        "", "Estimated Time Remaining 1:41", "Estimated Time Remaining 1:40",
@@ -182,11 +177,11 @@ TEST_F(StabilityHops, BlanksTheRemainingTimeWhenTheEstimateIsOver) {
   pathOf(1);
   open();
   std::vector<std::string> shown;
-  lookAt(kFirstHop + 5000, [&] { values().Estimate = 8; });
-  lookAt(kFirstHop + 7001, [&] { shown.push_back(window->Label4.caption); });
-  lookAt(kFirstHop + 8001, [&] { shown.push_back(window->Label4.caption); });
-  lookAt(kFirstHop + 8500, [&] { window->Label4.caption = "still there"; });
-  lookAt(kFirstHop + 9001, [&] { shown.push_back(window->Label4.caption); });
+  at(kFirstHop + 5000, [&] { values().Estimate = 8; });
+  at(kFirstHop + 7001, [&] { shown.push_back(window->Label4.caption); });
+  at(kFirstHop + 8001, [&] { shown.push_back(window->Label4.caption); });
+  at(kFirstHop + 8500, [&] { window->Label4.caption = "still there"; });
+  at(kFirstHop + 9001, [&] { shown.push_back(window->Label4.caption); });
   test();
   EXPECT_EQ(shown, (std::vector<std::string>{"Estimated Time Remaining 0:01", "", ""}));
 }
@@ -195,7 +190,7 @@ TEST_F(StabilityHops, CountsASecondRunFromItsBeginning) {
   testPath(1);
   std::string shown;
   const std::int64_t start = simulation.loop.milliseconds();
-  lookAt(start + kFirstHop + 1001, [&] { shown = window->Label4.caption; });
+  at(start + kFirstHop + 1001, [&] { shown = window->Label4.caption; });
   test();
   EXPECT_EQ(shown, "Estimated Time Remaining 0:23");
 }
@@ -267,7 +262,7 @@ TEST_F(StabilityHops, ShowsTheLastTime) {
   timesOf("10.0.0.1", {17, 0, 3, 2500});
   std::vector<std::string> shown;
   for (int ping = 1; ping <= 4; ++ping) {
-    lookAt(kFirstHop + ping * 220 + 10, [&] { shown.push_back(window->Label3.caption); });
+    at(kFirstHop + ping * 220 + 10, [&] { shown.push_back(window->Label3.caption); });
   }
   test();
   EXPECT_EQ(shown, (std::vector<std::string>{"17", "0", "3", "2500"}));
@@ -331,8 +326,7 @@ TEST_F(StabilityHops, EmptiesTheListOfTimesForEachHop) {
 TEST_F(StabilityHops, ReadsTheBoxOfTheAddressForEachPing) {
   pathOf(1);
   open();
-  lookAt(kFirstHop + 10 * 220 + 100,
-         [&] { simulation.desktop.type(window->Text1, "near.example"); });
+  at(kFirstHop + 10 * 220 + 100, [&] { simulation.desktop.type(window->Text1, "near.example"); });
   test();
   EXPECT_EQ(pingsTo("10.0.0.1").size(), 11U);
   EXPECT_EQ(pingsTo("near.example").size(), 89U);
@@ -349,9 +343,10 @@ TEST_F(StabilityHops, AWindowClosedAmongThePingsStartsNoFurtherOne) {
   keepTheProgramRunning();
   pathOf(2);
   open();
-  lookAt(kFirstHop + 5 * 220 + 100, [&] { window->close(); });
+  at(kFirstHop + 5 * 220 + 100, [&] { window->close(); });
   test();
   EXPECT_EQ(pingsTo("10.0.0.1").size(), 6U);
+  EXPECT_EQ(window->results.count(), 5U);
   EXPECT_TRUE(pingsTo("10.0.0.2").empty());
   EXPECT_TRUE(opened.empty());
   EXPECT_EQ(window->Text2.text.get(), "");

@@ -220,6 +220,26 @@ TEST_F(StabilityStart, AYesGoesOnToTheTrace) {
   EXPECT_TRUE(window->StartIt.enabled);
 }
 
+TEST_F(StabilityStart, AMeanThatRoundsToNothingGoesOnWithoutAQuestion) {
+  testWith({0, 0, 0, 1});
+  EXPECT_TRUE(simulation.desktop.messages.empty());
+  EXPECT_EQ(commands().back(), "tracert www.wikipedia.org");
+}
+
+// The page button of a long run before stays in view and counts what the trials have summed
+// up for hops.
+TEST_F(StabilityStart, CountsTheTrialsUpFromNothing) {
+  testPath(18);
+  timesOf(destination, times({{4, 18}, {4, 20}}));
+  std::vector<std::string> sums;
+  const std::int64_t now = simulation.loop.milliseconds();
+  for (const int moment : {10, 1030, 2050, 4070}) {
+    at(now + moment, [&] { sums.push_back(values().Total.text()); });
+  }
+  test();
+  EXPECT_EQ(sums, (std::vector<std::string>{"0", "20", "40", "60"}));
+}
+
 // --- The trace ---
 
 TEST_F(StabilityStart, TellsOfItsTraceByThePassWhereTheCounterOfAllToolsStands) {
@@ -232,7 +252,7 @@ TEST_F(StabilityStart, TellsOfItsTraceByThePassWhereTheCounterOfAllToolsStands) 
             std::string::npos);
 }
 
-TEST_F(StabilityStart, SaysSoInDutch) {
+TEST_F(StabilityStart, TellsOfItsTraceAndOfItsEndInDutch) {
   std::string line;
   open();
   speakDutch();
@@ -357,6 +377,7 @@ TEST_F(StabilityStart, AWindowClosedInItsTraceReadsItToItsEndAndStops) {
   test();
   EXPECT_EQ(commands().back(), "tracert www.wikipedia.org");
   EXPECT_TRUE(opened.empty());
+  EXPECT_NE(window->txtOutputs.text.get().find("Trace complete."), std::string::npos);
   EXPECT_EQ(window->TestIPs.count(), 0U);
 }
 
@@ -370,17 +391,31 @@ TEST_F(StabilityStart, AnEndOfTheProgramInItsTraceEndsTheRun) {
 
 // What a tool prints behind a closed window is read, and what comes in is delivered
 // between its pieces, but not behind one that tells of no time at all.
-TEST_F(StabilityStart, ATimeOfZeroDoesNotYieldBehindItsPiece) {
-  keepTheProgramRunning();
-  open();
-  std::vector<std::string> order;
-  script = [](const std::string&) -> std::vector<ToolWrite> {
-    return {{5, "\r\n"}, {20, "Average = 0ms"}, {20, "Average = 7ms"}, {20, "Average = 9ms"}};
-  };
-  at(1, [&] { window->close(); });
-  at(20, [&] { order.push_back(simulation.program().shared<PingValues>().PingTime.text()); });
-  test();
-  EXPECT_EQ(order, std::vector<std::string>{"7"});
+class BehindAClosedWindow : public StabilityStart {
+ protected:
+  // The time that is known when something is delivered that came in behind the first piece.
+  std::string timeAtDelivery(const std::vector<ToolWrite>& pieces) {
+    keepTheProgramRunning();
+    open();
+    std::string time;
+    script = [pieces](const std::string&) { return pieces; };
+    at(1, [&] { window->close(); });
+    at(20, [&] { time = simulation.program().shared<PingValues>().PingTime.text(); });
+    test();
+    return time;
+  }
+};
+
+TEST_F(BehindAClosedWindow, APieceWithATimeYields) {
+  EXPECT_EQ(timeAtDelivery(
+                {{5, "\r\n"}, {20, "Average = 5ms"}, {20, "Average = 7ms"}, {20, "Average = 9ms"}}),
+            "5");
+}
+
+TEST_F(BehindAClosedWindow, APieceWithATimeOfZeroDoesNot) {
+  EXPECT_EQ(timeAtDelivery(
+                {{5, "\r\n"}, {20, "Average = 0ms"}, {20, "Average = 7ms"}, {20, "Average = 9ms"}}),
+            "7");
 }
 
 }  // namespace

@@ -15,9 +15,6 @@ constexpr std::uint16_t kMostSockets = 32767;
 // The number before the point is the low byte.
 constexpr std::uint16_t kHighestVersion = 0x0202;
 
-// The longest data that a reply record has room for.
-constexpr std::size_t kMostData = kEchoReplySize - kEchoReplyHead;
-
 std::uint16_t inOrder(std::uint16_t version) {
   return static_cast<std::uint16_t>(version % 256 * 256 + version / 256);
 }
@@ -76,7 +73,7 @@ std::uint32_t LinuxIcmp::IcmpSendEcho(Handle handle, std::uint32_t address, cons
     return 0;
   }
   reply.DataSize = static_cast<std::uint16_t>(data.size());
-  reply.Data = data.substr(0, kMostData);
+  reply.Data = data.substr(0, kMostEchoedData);
   return 1;
 }
 

@@ -23,9 +23,6 @@ using SystemReply = ::ICMP_ECHO_REPLY;
 // and a status block of its own.
 constexpr std::size_t kBesidesAsked = sizeof(SystemReply) + 8 + 2 * sizeof(void*);
 
-// The longest data that a reply record has room for.
-constexpr std::size_t kMostData = kEchoReplySize - kEchoReplyHead;
-
 // One echo and what the system made of it.
 struct Echo {
   HANDLE file = nullptr;
@@ -58,7 +55,7 @@ std::string dataOf(const Echo& echo) {
   const auto* const data = static_cast<const char*>(answer.Data);
   if (data < begin || data > end) return {};
   const std::size_t there = std::min<std::size_t>(answer.DataSize, end - data);
-  return {data, std::min(there, kMostData)};
+  return {data, std::min(there, kMostEchoedData)};
 }
 
 HANDLE native(Icmp::Handle handle) {
@@ -77,7 +74,7 @@ int WindowsIcmp::WSAStartup(std::uint16_t version, WSADATA& data) {
   return failure;
 }
 
-int WindowsIcmp::WSACleanup() { return ::WSACleanup() == 0 ? 0 : WSAGetLastError(); }
+int WindowsIcmp::WSACleanup() { return ::WSACleanup(); }
 
 Icmp::Handle WindowsIcmp::IcmpCreateFile() { return reinterpret_cast<Handle>(::IcmpCreateFile()); }
 
