@@ -33,9 +33,9 @@ constexpr std::array<const char*, 18> kTexts = {"",
                                                 " 7 "};
 
 // Windows that a user opens from the menu.
-constexpr std::array<WindowName, 6> kWindows = {WindowName::pingtester, WindowName::trace,
-                                                WindowName::indepth,    WindowName::Stability,
-                                                WindowName::MonOut,     WindowName::mtutest};
+constexpr std::array<WindowName, 5> kWindows = {WindowName::pingtester, WindowName::trace,
+                                                WindowName::indepth, WindowName::Stability,
+                                                WindowName::MonOut};
 
 // Captions of the buttons that close their windows.
 constexpr std::array<const char*, 3> kEnds = {"Quit", "Exit", "Close"};
@@ -121,6 +121,8 @@ void Monkey::act() {
     openWindow();
   } else if (oneIn(400)) {
     openInDepth();
+  } else if (oneIn(2000)) {
+    program.tools.show(WindowName::mtutest);  // no other window takes input for minutes
   }
   const auto& shown = simulation_->desktop.shown;
   if (shown.empty()) return;
