@@ -357,6 +357,7 @@ TEST_F(Outage, ASecondRunDoesNotTakeOverAnOutage) {
   start();
   EXPECT_EQ(occurrences(log(), "Outage Over at: "), 0U);
   EXPECT_EQ(window->Text1.text.get().find("Outage Over"), std::string::npos);
+  EXPECT_EQ(window->Text1.text.get().find("Pinging"), std::string::npos);
   EXPECT_NE(window->Text1.text.get().find("Outage Detected"), std::string::npos);
 }
 
