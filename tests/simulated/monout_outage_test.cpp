@@ -175,6 +175,7 @@ TEST_F(Outage, LossLinesComeEveryThreeHundredProbesAndAreNotLogged) {
   probe(650);
   EXPECT_EQ(occurrences(window->dosbox.text, "Packets Loss: 0 of 300\r\n"), 1U);
   EXPECT_EQ(occurrences(window->dosbox.text, "Packets Loss: 0 of 600\r\n"), 1U);
+  EXPECT_EQ(occurrences(window->dosbox.text, "Packets Loss: "), 3U);  // and one of the report
   EXPECT_EQ(occurrences(log(), "Packets Loss: "), 1U);
 }
 
