@@ -175,6 +175,7 @@ TEST_F(Outage, LossLinesComeEveryThreeHundredProbesAndAreNotLogged) {
   probe(650);
   EXPECT_EQ(occurrences(window->dosbox.text, "Packets Loss: 0 of 300\r\n"), 1U);
   EXPECT_EQ(occurrences(window->dosbox.text, "Packets Loss: 0 of 600\r\n"), 1U);
+  EXPECT_EQ(occurrences(window->dosbox.text, "Packets Loss: "), 3U);  // and one of the report
   EXPECT_EQ(occurrences(log(), "Packets Loss: "), 1U);
 }
 
@@ -357,6 +358,7 @@ TEST_F(Outage, ASecondRunDoesNotTakeOverAnOutage) {
   start();
   EXPECT_EQ(occurrences(log(), "Outage Over at: "), 0U);
   EXPECT_EQ(window->Text1.text.get().find("Outage Over"), std::string::npos);
+  EXPECT_EQ(window->Text1.text.get().find("Pinging"), std::string::npos);
   EXPECT_NE(window->Text1.text.get().find("Outage Detected"), std::string::npos);
 }
 
