@@ -13,12 +13,23 @@ constexpr Colour kFineGood{0x00, 0xC0, 0x00};
 
 const char* const kNoDestination = "IP address must be specified.\r\n";
 
-const char* const kTooBig =
-    "\r\nPinging www.example.org [203.0.113.80] with 1473 bytes of data:\r\n"
-    "Packet needs to be fragmented but DF set.\r\n"
-    "Packet needs to be fragmented but DF set.\r\n"
+std::string tooBig(const std::string& size) {
+  return "\r\nPinging www.example.org [203.0.113.80] with " + size +
+         " bytes of data:\r\n"
+         "Packet needs to be fragmented but DF set.\r\n"
+         "Packet needs to be fragmented but DF set.\r\n"
+         "\r\nPing statistics for 203.0.113.80:\r\n"
+         "    Packets: Sent = 2, Received = 0, Lost = 2 (100% loss),\r\n";
+}
+
+const char* const kReplies =
+    "\r\nPinging www.example.org [203.0.113.80] with 1462 bytes of data:\r\n"
+    "Reply from 203.0.113.80: bytes=1462 time=18ms TTL=52\r\n"
+    "Reply from 203.0.113.80: bytes=1462 time=19ms TTL=52\r\n"
     "\r\nPing statistics for 203.0.113.80:\r\n"
-    "    Packets: Sent = 2, Received = 0, Lost = 2 (100% loss),\r\n";
+    "    Packets: Sent = 2, Received = 2, Lost = 0 (0% loss),\r\n"
+    "Approximate round trip times in milli-seconds:\r\n"
+    "    Minimum = 18ms, Maximum = 19ms, Average = 18ms \r\n";
 
 class MtuPictures : public Pictures {
  protected:
@@ -101,7 +112,7 @@ TEST_F(MtuPictures, SearchWithABadCoarseSize) {
   form->testmtu.caption = "Test MTU setting of 1480";
   form->results.foreColour = kRed;
   form->results.caption = "Course Test of MTU 1480 test Bad";
-  form->txtOutputs.text = kTooBig;
+  form->txtOutputs.text = tooBig("1480");
   photograph("setmtu-coarse-bad");
 }
 
@@ -110,7 +121,7 @@ TEST_F(MtuPictures, SearchWithAGoodFineSize) {
   form->testmtu.caption = "Fine Test of MTU setting of 1462";
   form->results.foreColour = kFineGood;
   form->results.caption = "Fine Test of MTU setting of 1462 test Good";
-  form->txtOutputs.text = kNoDestination;
+  form->txtOutputs.text = kReplies;
   photograph("setmtu-fine-good");
 }
 
@@ -120,7 +131,7 @@ TEST_F(MtuPictures, SearchComplete) {
   form->testmtu.caption = "Course Test of MTU 1473 test Bad";
   form->results.foreColour = kFineGood;
   form->results.caption = "Highest MTU for your system is 1472";
-  form->txtOutputs.text = kTooBig;
+  form->txtOutputs.text = tooBig("1473");
   photograph("setmtu-complete");
 }
 
