@@ -29,11 +29,9 @@ QMessageBox::Icon pictureOf(int style) {
 
 bool isQuestion(int style) { return (style & kButtons) == kMessageYesNo; }
 
-// The system's box ends at a NUL, such as the one behind a text of the registry. Blank lines
-// at the end of a text only make the box higher.
+// Blank lines at the end of a text only make the box higher.
 QString shownText(const std::string& text) {
-  QString shown =
-      toQt(text.substr(0, text.find('\0'))).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  QString shown = toQt(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
   while (!shown.isEmpty() && shown.back().isSpace()) shown.chop(1);
   return shown;
 }
