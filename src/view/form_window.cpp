@@ -10,6 +10,8 @@
 #include <QScreen>
 #include <QWindow>
 
+#include "platform/qt/window_state.h"
+
 namespace veltrin {
 namespace {
 
@@ -20,7 +22,7 @@ constexpr int kTwipsOfPixel = 15;  // at 100 percent
 
 void FormWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
-  if (closing_) closing_();
+  if (closing_ && !property(kUnclosableProperty).toBool()) closing_();
 }
 
 void FormWindow::keyPressEvent(QKeyEvent* event) {

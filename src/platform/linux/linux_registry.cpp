@@ -1,0 +1,12 @@
+#include "platform/linux/linux_registry.h"
+
+#include <utility>
+
+namespace veltrin {
+
+LinuxRegistry::LinuxRegistry(std::string file) : FileRegistry(std::move(file)) {
+  createKey(kHkeyLocalMachine,
+            "SYSTEM\\CurrentControlSet\\Services\\Tcpip\\Parameters\\Interfaces");
+}
+
+}  // namespace veltrin

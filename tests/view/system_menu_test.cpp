@@ -1,0 +1,142 @@
+// Windows that their user cannot close, and windows that become modal twice.
+#include <QMoveEvent>
+
+#include "mtu/setmtu.h"
+#include "view_test.h"
+
+namespace veltrin {
+namespace {
+
+using testing::IsEmpty;
+
+class SystemMenu : public ViewTest {
+ protected:
+  // A loaded window, before it is first shown.
+  std::shared_ptr<setlang> unshown() { return program.keep<setlang>(); }
+
+  void closeBySystem() {
+    atRest([&] { window->windowHandle()->close(); });
+  }
+};
+
+TEST_F(SystemMenu, AWindowWithoutTheCloseCommandStaysWhenTheSystemClosesIt) {
+  desktop.removeFromSystemMenu(*unshown(), kCloseCommand, kByCommand);
+  const auto form = shown<setlang>();
+
+  closeBySystem();
+
+  EXPECT_TRUE(form->isLoaded());
+  EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(SystemMenu, ItsFrameHasNoCloseButton) {
+  desktop.removeFromSystemMenu(*unshown(), kCloseCommand, kByCommand);
+  shown<setlang>();
+
+  EXPECT_TRUE(window->windowFlags() & Qt::CustomizeWindowHint);
+  EXPECT_FALSE(window->windowFlags() & Qt::WindowCloseButtonHint);
+}
+
+TEST_F(SystemMenu, ItsFrameKeepsItsTitleAndItsOtherButtons) {
+  desktop.removeFromSystemMenu(*unshown(), kCloseCommand, kByCommand);
+  shown<setlang>();
+
+  EXPECT_TRUE(window->windowFlags() & Qt::WindowTitleHint);
+  EXPECT_TRUE(window->windowFlags() & Qt::WindowSystemMenuHint);
+  EXPECT_TRUE(window->windowFlags() & Qt::WindowMinimizeButtonHint);
+}
+
+TEST_F(SystemMenu, TheProgramStillTakesItAway) {
+  program.show<pingtester>();
+  desktop.removeFromSystemMenu(*unshown(), kCloseCommand, kByCommand);
+  const auto form = shown<setlang>();
+
+  program.unload(*form);
+
+  EXPECT_FALSE(form->isLoaded());
+  EXPECT_EQ(desktop.windowOf(*form), nullptr);
+}
+
+TEST_F(SystemMenu, AWindowWithoutASeparatorIsClosedLikeAnyOther) {
+  program.show<pingtester>();
+  desktop.removeFromSystemMenu(*unshown(), 5, kByPosition);
+  const auto form = shown<setlang>();
+
+  closeBySystem();
+
+  EXPECT_FALSE(form->isLoaded());
+}
+
+TEST_F(SystemMenu, OtherWindowsOfTheProgramAreClosedAsEver) {
+  desktop.removeFromSystemMenu(*unshown(), kCloseCommand, kByCommand);
+  program.show<setlang>();
+  const auto form = shown<pingtester>();
+
+  closeBySystem();
+
+  EXPECT_FALSE(form->isLoaded());
+}
+
+TEST_F(SystemMenu, TheMtuSearchStaysWhenTheSystemClosesIt) {
+  const auto form = shown<setmtu>();
+
+  closeBySystem();
+
+  EXPECT_TRUE(form->isLoaded());
+  EXPECT_TRUE(window->isVisible());
+}
+
+// Keeps the names of the events by which a window comes, goes or moves.
+class Comings : public QObject {
+ public:
+  explicit Comings(QWidget& window) { window.installEventFilter(this); }
+
+  std::vector<std::string> seen;
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Show) seen.emplace_back("show");
+    if (event->type() == QEvent::Hide) seen.emplace_back("hide");
+    if (event->type() == QEvent::Move) seen.emplace_back("move");
+    return false;
+  }
+};
+
+TEST_F(SystemMenu, AWindowThatIsModalAlreadyNeitherGoesNorMovesWhenItBecomesSoAgain) {
+  const auto form = shown<setlang>();
+  desktop.makeModal(*form);
+  atRest([] {});
+  Comings comings(*window);
+
+  desktop.makeModal(*form);
+  atRest([] {});
+
+  EXPECT_THAT(comings.seen, IsEmpty());
+  EXPECT_TRUE(window->isModal());
+  EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(SystemMenu, AModalWindowThatIsMinimizedComesBackWhenItBecomesSoAgain) {
+  const auto form = shown<setlang>();
+  desktop.makeModal(*form);
+  window->showMinimized();
+  ASSERT_TRUE(window->isMinimized());
+
+  desktop.makeModal(*form);
+
+  EXPECT_FALSE(window->isMinimized());
+}
+
+TEST_F(SystemMenu, AHiddenModalWindowComesBackWhenItBecomesSoAgain) {
+  const auto form = shown<setlang>();
+  desktop.makeModal(*form);
+  desktop.hide(*form);
+
+  desktop.makeModal(*form);
+
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_EQ(QApplication::activeModalWidget(), window);
+}
+
+}  // namespace
+}  // namespace veltrin
