@@ -263,6 +263,24 @@ TEST_F(PingBaseline, ThreeSlowSamplesPromiseARetestThatNeverComes) {
   EXPECT_EQ(window->mousePointer.get(), MousePointer::Hourglass);
 }
 
+// Nothing in the program calls for another run; the window is ready for one.
+TEST_F(PingBaseline, ARunThatIsCalledAgainCountsFromNothing) {
+  Samples values = same(50, 20);
+  for (const std::size_t at : {5U, 10U, 20U}) values[at] = 900;
+  values.emplace_back(0);
+  std::vector<std::string> lines;
+  std::size_t rows = 0;
+  at(kLongAfter / 2, [&] { window->RunIt(); });
+  at(kLongAfter / 2 + kPing + 10, [&] {
+    for (std::size_t label = 0; label < 4; ++label) lines.push_back(line(label));
+    rows = window->List1.count();
+  });
+  runWith(values);
+  EXPECT_EQ(lines, (std::vector<std::string>{"Min Ping Result = 0 ms", "Average Ping =  ms",
+                                             "Max Ping Result = 0 ms", "Lost Packets = 0"}));
+  EXPECT_EQ(rows, 1U);
+}
+
 TEST_F(PingBaseline, ARunThatIsCalledAgainBehindThatGivesUp) {
   Samples values = same(100, 20);
   for (const std::size_t at : {5U, 10U, 20U, 65U, 70U, 80U}) values[at] = 900;
