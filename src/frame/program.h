@@ -88,10 +88,7 @@ class Program : public FormHost {
   }
 
   // Shows a window, modally, that is still being loaded: its load goes on before its user.
-  void showInLoad(Form& form) {
-    platform.desktop.show(form);
-    platform.desktop.makeModal(form);
-  }
+  void showInLoad(Form& form) { platform.desktop.makeModal(form); }
 
   // Unloads the default window of a type, if it is loaded.
   template <class Kind>

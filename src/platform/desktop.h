@@ -57,8 +57,8 @@ class Desktop {
   // Forgets a window that is being unloaded.
   virtual void remove(Form& form) = 0;
 
-  // Makes a shown window the only one of the program that takes input, until it
-  // is removed.
+  // Puts a loaded window on the screen as the only one of the program that takes input,
+  // until it is removed; in front when it is that already.
   virtual void makeModal(Form& form) = 0;
 
   // Shows a message and pumps until it is answered. An empty title means the

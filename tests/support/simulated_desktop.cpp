@@ -33,6 +33,7 @@ void SimulatedDesktop::remove(Form& form) {
 }
 
 void SimulatedDesktop::makeModal(Form& form) {
+  show(form);
   if (std::find(modal_.begin(), modal_.end(), &form) != modal_.end()) return;
   modal_.push_back(&form);
   if (onModal) onModal(form);

@@ -1,13 +1,9 @@
-// Windows that their user cannot close, and windows that become modal twice.
-#include <QMoveEvent>
-
+// Windows that their user cannot close.
 #include "mtu/setmtu.h"
 #include "view_test.h"
 
 namespace veltrin {
 namespace {
-
-using testing::IsEmpty;
 
 class SystemMenu : public ViewTest {
  protected:
@@ -84,58 +80,6 @@ TEST_F(SystemMenu, TheMtuSearchStaysWhenTheSystemClosesIt) {
 
   EXPECT_TRUE(form->isLoaded());
   EXPECT_TRUE(window->isVisible());
-}
-
-// Keeps the names of the events by which a window comes, goes or moves.
-class Comings : public QObject {
- public:
-  explicit Comings(QWidget& window) { window.installEventFilter(this); }
-
-  std::vector<std::string> seen;
-
- protected:
-  bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == QEvent::Show) seen.emplace_back("show");
-    if (event->type() == QEvent::Hide) seen.emplace_back("hide");
-    if (event->type() == QEvent::Move) seen.emplace_back("move");
-    return false;
-  }
-};
-
-TEST_F(SystemMenu, AWindowThatIsModalAlreadyNeitherGoesNorMovesWhenItBecomesSoAgain) {
-  const auto form = shown<setlang>();
-  desktop.makeModal(*form);
-  atRest([] {});
-  Comings comings(*window);
-
-  desktop.makeModal(*form);
-  atRest([] {});
-
-  EXPECT_THAT(comings.seen, IsEmpty());
-  EXPECT_TRUE(window->isModal());
-  EXPECT_TRUE(window->isVisible());
-}
-
-TEST_F(SystemMenu, AModalWindowThatIsMinimizedComesBackWhenItBecomesSoAgain) {
-  const auto form = shown<setlang>();
-  desktop.makeModal(*form);
-  window->showMinimized();
-  ASSERT_TRUE(window->isMinimized());
-
-  desktop.makeModal(*form);
-
-  EXPECT_FALSE(window->isMinimized());
-}
-
-TEST_F(SystemMenu, AHiddenModalWindowComesBackWhenItBecomesSoAgain) {
-  const auto form = shown<setlang>();
-  desktop.makeModal(*form);
-  desktop.hide(*form);
-
-  desktop.makeModal(*form);
-
-  EXPECT_TRUE(window->isVisible());
-  EXPECT_EQ(QApplication::activeModalWidget(), window);
 }
 
 }  // namespace

@@ -60,12 +60,12 @@ void QtDesktop::remove(Form& form) {
   publishTitles();
 }
 
-// A window takes on being modal only when it comes to the screen. One that is modal there
-// already stays where it is.
+// A window takes on being modal only when it comes to the screen: one that is there already
+// has to go for a moment.
 void QtDesktop::makeModal(Form& form) {
-  QWidget* window = windowOf(form);
+  QWidget* window = makeWindowOf(form);
   if (window == nullptr) return;
-  if (!window->isModal() || !window->isVisible()) {
+  if (!window->isModal()) {
     window->hide();
     window->setWindowModality(Qt::ApplicationModal);
   }
