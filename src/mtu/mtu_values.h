@@ -14,9 +14,7 @@ struct MtuValues {
   std::string MtuSite;  // destination of the pings before the search
 };
 
-// The key for all interfaces; none of them is chosen.
-inline const std::string kInterfacesKey =
-    "SYSTEM\\CurrentControlSet\\Services\\Tcpip\\Parameters\\Interfaces";
+// The value stands in the key of all interfaces; none of them is chosen.
 inline const std::string kMtuName = "MTU";
 
 inline Loose readMtu(const Program& program) {

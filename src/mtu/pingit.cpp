@@ -34,6 +34,14 @@ const std::string kBreak(kLineBreak);
 
 }  // namespace
 
+std::string ratingOf(double spread) {
+  std::string worth = "Below Average";
+  if (spread < 40) worth = "Average";
+  if (spread < 30) worth = "Good";
+  if (spread < 20) worth = "Excellent";
+  return "Ping Test Results are " + worth;
+}
+
 pingit::pingit(Program& program)
     : Form(nameOf(WindowName::pingit), program),
       program_(program),
@@ -140,7 +148,7 @@ void pingit::final() {
   subtractExtremes();
   warn();
   subtractExtremes();
-  lb[7].caption = rating();
+  lb[7].caption = ratingOf(LostCount);
   skip([&] { program_.Wait(kPauseToRead); });
   program_.showModal<setmtu>();
 }
@@ -182,14 +190,6 @@ void pingit::warn() {
           kBreak;
   program_.MsgBox(text, kMessageOk, kTitle);
   unload();
-}
-
-std::string pingit::rating() const {
-  std::string worth = "Below Average";
-  if (LostCount < 40) worth = "Average";
-  if (LostCount < 30) worth = "Good";
-  if (LostCount < 20) worth = "Excellent";
-  return "Ping Test Results are " + worth;
 }
 
 }  // namespace veltrin

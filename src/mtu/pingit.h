@@ -17,6 +17,9 @@
 
 namespace veltrin {
 
+// What a spread of the samples, in ms, is worth, as the user reads it.
+std::string ratingOf(double spread);
+
 class pingit : public Form {
  public:
   explicit pingit(Program& program);
@@ -45,7 +48,6 @@ class pingit : public Form {
   void sumUp();
   void subtractExtremes();
   void warn();
-  std::string rating() const;
 
   Program& program_;
   MtuValues& mtu_;

@@ -51,6 +51,7 @@ setmtu::setmtu(Program& program)
   own("Timer1", Timer1);
   caption = "Veltrin (MTU Test) ";
   txtping.visible = false;
+  playit.visible = false;
   Timer1.timer = [this] { runmtu(); };
   txtOutputs.change = [this] { txtOutputs.caretToEnd(); };
 }

@@ -44,6 +44,24 @@ TEST_F(MtuSearch, TellsThatItWillBeginAndShowsItsClip) {
   EXPECT_EQ(window->Timer1.interval.get(), 5000);
 }
 
+TEST_F(MtuSearch, IsSeenModallyBeforeItSaysThatItWillBegin) {
+  std::string front;
+  std::string said = "?";
+  bool modal = false;
+  simulation.desktop.onModal = [&](Form& form) { modal = form.name() == "setmtu"; };
+  simulation.program();
+  at(0, [&] {
+    const auto shown =
+        std::static_pointer_cast<setmtu>(simulation.desktop.shown.back()->shared_from_this());
+    front = shown->name();
+    said = shown->testmtu.caption;
+  });
+  open();
+  EXPECT_TRUE(modal);
+  EXPECT_EQ(front, "setmtu");
+  EXPECT_EQ(said, "");
+}
+
 TEST_F(MtuSearch, TakesTheCloseCommandOutOfItsMenuBeforeItIsShown) {
   simulation.program();
   simulation.keepJournal();
@@ -78,7 +96,7 @@ TEST_F(MtuSearch, Stores1500WhenAllSevenAreGood) {
   std::string caption;
   bool clip = true;
   at(37'000, [&] { clip = window->playit.visible; });
-  simulation.desktop.habit = {kAnswerOk, 1000};
+  simulation.desktop.habit = {kAnswerOk, 12'000};
   at(37'500, [&] {
     caption = window->caption;
     clip = window->playit.visible || window->playit.playing;
@@ -89,6 +107,14 @@ TEST_F(MtuSearch, Stores1500WhenAllSevenAreGood) {
   EXPECT_EQ(caption, "SpeedTest (MTU) Course Test");
   EXPECT_FALSE(clip);
   EXPECT_FALSE(window->isLoaded());
+  EXPECT_EQ(probedSizes().size(), 7U);
+}
+
+TEST_F(MtuSearch, TestsNothingMoreWhileItsLastMessageStands) {
+  largest = 1461;
+  simulation.desktop.habit = {kAnswerOk, 12'000};
+  search();
+  EXPECT_EQ(probedSizes().size(), 8U);
 }
 
 TEST_F(MtuSearch, ShowsWhatItTestsAndItsVerdict) {

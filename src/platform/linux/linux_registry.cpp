@@ -5,8 +5,7 @@
 namespace veltrin {
 
 LinuxRegistry::LinuxRegistry(std::string file) : FileRegistry(std::move(file)) {
-  createKey(kHkeyLocalMachine,
-            "SYSTEM\\CurrentControlSet\\Services\\Tcpip\\Parameters\\Interfaces");
+  createKey(kHkeyLocalMachine, kInterfacesKey);
 }
 
 }  // namespace veltrin
