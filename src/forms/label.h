@@ -1,6 +1,8 @@
 // A text that the user reads.
 #pragma once
 
+#include <optional>
+
 #include "forms/control.h"
 
 namespace veltrin {
@@ -8,6 +10,7 @@ namespace veltrin {
 class Label : public Control {
  public:
   Property<std::string> caption;
+  Property<std::optional<Colour>> foreColour;  // of the text; none: that of the look
   EventRoutine click;
 
   // What a user's click does.

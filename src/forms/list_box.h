@@ -1,16 +1,25 @@
 // A list of texts that only grows, or is emptied.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <functional>
 #include <vector>
 
 #include "forms/control.h"
+#include "text/strings.h"
 
 namespace veltrin {
 
+// How a list keeps its items: as they come, or by their texts, ASCII letters folded; of
+// equal ones the older first.
+enum class ListOrder { Arrival, Text };
+
 class ListBox : public Control {
  public:
+  ListBox() = default;
+  explicit ListBox(ListOrder order) : order_(order) {}
+
   // Number of items.
   std::size_t count() const { return items_.size(); }
 
@@ -20,7 +29,14 @@ class ListBox : public Control {
   }
 
   void add(std::string item) {
-    items_.push_back(std::move(item));
+    auto place = items_.end();
+    if (order_ == ListOrder::Text) {
+      place = std::upper_bound(items_.begin(), items_.end(), item,
+                               [](const std::string& one, const std::string& other) {
+                                 return LCase(one) < LCase(other);
+                               });
+    }
+    items_.insert(place, std::move(item));
     if (changed_) changed_();
   }
 
@@ -33,6 +49,7 @@ class ListBox : public Control {
   void observe(std::function<void()> changed) { changed_ = std::move(changed); }
 
  private:
+  ListOrder order_ = ListOrder::Arrival;
   std::vector<std::string> items_;
   std::function<void()> changed_;
 };

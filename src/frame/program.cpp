@@ -47,7 +47,8 @@ void Program::writeSetting(const std::string& section, const std::string& key, c
 void Program::Wait(std::int32_t milliSeconds) { veltrin::Wait(platform, milliSeconds); }
 
 int Program::MsgBox(const std::string& text, int style, const std::string& title) {
-  return platform.desktop.messageBox(text, style, title);
+  // The system takes a text up to its first NUL.
+  return platform.desktop.messageBox(text.substr(0, text.find('\0')), style, title);
 }
 
 std::shared_ptr<Form> Program::find(std::type_index type) const {
@@ -72,8 +73,7 @@ void Program::pumpModal(Form& form, const std::function<void()>& unloaded) {
   for (Window& window : windows_) {
     if (unloaded && window.form.get() == &form) window.unloaded = unloaded;
   }
-  platform.desktop.show(form);
-  platform.desktop.makeModal(form);
+  showInLoad(form);
   platform.events.pumpUntil([&form] { return !form.isLoaded(); });
 }
 

@@ -87,6 +87,9 @@ class Program : public FormHost {
     }
   }
 
+  // Shows a window, modally, that is still being loaded: its load goes on before its user.
+  void showInLoad(Form& form) { platform.desktop.makeModal(form); }
+
   // Unloads the default window of a type, if it is loaded.
   template <class Kind>
   void unload() {

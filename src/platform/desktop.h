@@ -21,6 +21,13 @@ inline constexpr int kAnswerNo = 7;
 // (MB_SETFOREGROUND).
 inline constexpr int kMessageToForeground = 0x10000;
 
+// Entries of a window's system menu are named by their command or by their position from 0
+// (MF_BYCOMMAND, MF_BYPOSITION). The command that closes the window (SC_CLOSE) is the word
+// 0xF060 with its sign.
+inline constexpr int kByCommand = 0;
+inline constexpr int kByPosition = 1024;
+inline constexpr int kCloseCommand = -4000;
+
 // A place on the screen, in pixels.
 struct ScreenPoint {
   int x = 0;
@@ -50,8 +57,8 @@ class Desktop {
   // Forgets a window that is being unloaded.
   virtual void remove(Form& form) = 0;
 
-  // Makes a shown window the only one of the program that takes input, until it
-  // is removed.
+  // Puts a loaded window on the screen as the only one of the program that takes input,
+  // until it is removed; in front when it is that already.
   virtual void makeModal(Form& form) = 0;
 
   // Shows a message and pumps until it is answered. An empty title means the
@@ -74,6 +81,10 @@ class Desktop {
 
   // Keeps a window above all others, or ends that.
   virtual void setTopmost(Form& form, bool topmost) = 0;
+
+  // RemoveMenu on the window's system menu (GetSystemMenu): takes an entry away. Without
+  // the close command a window cannot be closed by its user, by whatever means.
+  virtual void removeFromSystemMenu(Form& form, int entry, int flags) = 0;
 
   virtual ScreenPoint cursorPosition() const = 0;
 

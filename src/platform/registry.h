@@ -10,6 +10,10 @@ namespace veltrin {
 inline constexpr std::uint32_t kHkeyCurrentUser = 0x80000001;
 inline constexpr std::uint32_t kHkeyLocalMachine = 0x80000002;
 
+// Below kHkeyLocalMachine: the settings of the network interfaces.
+inline constexpr const char* kInterfacesKey =
+    "SYSTEM\\CurrentControlSet\\Services\\Tcpip\\Parameters\\Interfaces";
+
 // Types of registry values, by their numbers in the system.
 inline constexpr std::uint32_t kRegSz = 1;
 inline constexpr std::uint32_t kRegDword = 4;

@@ -1,5 +1,6 @@
 #include "toolbox/toolbox.h"
 
+#include "mtu/mtutest.h"
 #include "ping/pingtester.h"
 #include "route/MonOut.h"
 #include "route/Stability.h"
@@ -17,6 +18,7 @@ void provideTools(Program& program) {
   program.provide<MonOut>(WindowName::MonOut);
   program.provide<indepth>(WindowName::indepth);
   program.provide<indepth2>(WindowName::indepth2);
+  program.provide<mtutest>(WindowName::mtutest);
   program.getinfo = [&program] { program.keep<DosFrm>()->getinfo(); };
 }
 

@@ -10,6 +10,7 @@
 #include "view/animation_view.h"
 #include "view/binding.h"
 #include "view/chart_view.h"
+#include "view/contrast.h"
 #include "view/drawing_view.h"
 #include "view/list_model.h"
 
@@ -34,6 +35,18 @@ void bindLink(Label& label, QPushButton& link, Binding& binding) {
                    [&label, &binding] { binding.post([&label] { label.press(); }); });
 }
 
+// A disabled label is as pale as any other.
+void colourText(QLabel& label, const std::optional<Colour>& colour) {
+  QPalette palette;
+  if (colour) {
+    const QColor ground = label.palette().color(label.backgroundRole());
+    const QColor ink = readableOn(ground, QColor(colour->red, colour->green, colour->blue));
+    palette.setColor(QPalette::Active, label.foregroundRole(), ink);
+    palette.setColor(QPalette::Inactive, label.foregroundRole(), ink);
+  }
+  label.setPalette(palette);
+}
+
 }  // namespace
 
 // A value with a meaning that only its place in the window shows, such as a number in a
@@ -49,6 +62,8 @@ void bindLabel(Label& label, QWidget& widget, Binding& binding) {
     view->setText(text);
     if (!meaning.isEmpty()) view->setAccessibleName((meaning + ' ' + text).trimmed());
   });
+  binding.show(label.foreColour,
+               [view](const std::optional<Colour>& colour) { colourText(*view, colour); });
   if (!label.click) return;
   bindClick([view](const QPointF& place) { return QRectF(view->rect()).contains(place); }, *view,
             binding, [&label] { label.press(); });

@@ -1,6 +1,7 @@
 #include "view/form_window.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -9,6 +10,8 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QWindow>
+
+#include "platform/qt/window_state.h"
 
 namespace veltrin {
 namespace {
@@ -20,7 +23,7 @@ constexpr int kTwipsOfPixel = 15;  // at 100 percent
 
 void FormWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
-  if (closing_) closing_();
+  if (closing_ && !property(kUnclosableProperty).toBool()) closing_();
 }
 
 void FormWindow::keyPressEvent(QKeyEvent* event) {
@@ -41,14 +44,41 @@ void FormWindow::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-// A window becomes modal by coming to the screen a second time; what it came up from may
-// have lost the front by then.
-void FormWindow::noteOpener() {
-  QWidget* front = QApplication::activeWindow();
-  if (front != nullptr && front != this) opener_ = front;
-  if (isModal() && opener_ && opener_->isVisible()) {
-    windowHandle()->setTransientParent(opener_->windowHandle());
+// While one window gives the front to another, none may have it: one that is in sight then
+// stands for it.
+QWidget* FormWindow::findOpener() const {
+  for (QWidget* window : {QApplication::activeWindow(), QApplication::activeModalWidget()}) {
+    if (window != nullptr && window != this) return window;
   }
+  if (opener_ && opener_->isVisible()) return opener_;
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    const bool isForms = dynamic_cast<FormWindow*>(window) != nullptr;
+    if (isForms && window != this && window->isVisible()) return window;
+  }
+  return nullptr;
+}
+
+// A window that was shown before becomes modal by coming to the screen a second time; what
+// it came up from may have lost the front by then.
+void FormWindow::noteOpener() {
+  opener_ = findOpener();
+  if (!isModal() || !opener_) return;
+  windowHandle()->setTransientParent(opener_->windowHandle());
+  if (!std::exchange(standsOver_, true)) standOver(*opener_);
+}
+
+// In the middle of a window, as far as the screen goes, in a frame like that one's.
+void FormWindow::standOver(const QWidget& window) {
+  const QRect inside = window.geometry();
+  const QRect outside = window.frameGeometry();
+  QRect place(QPoint(), size() + outside.size() - inside.size());
+  place.moveCenter(outside.center());
+  const QRect room = window.screen()->availableGeometry();
+  place.moveRight(std::min(place.right(), room.right()));
+  place.moveBottom(std::min(place.bottom(), room.bottom()));
+  place.moveLeft(std::max(place.left(), room.left()));
+  place.moveTop(std::max(place.top(), room.top()));
+  move(place.topLeft());
 }
 
 void FormWindow::showHeight(int twips) {
@@ -82,7 +112,8 @@ void FormWindow::keepOnScreen() {
   if (beyond > 0 && free > 0) move(x(), frameGeometry().top() - std::min(beyond, free));
 }
 
-void FormWindow::showEvent(QShowEvent*) {
+void FormWindow::showEvent(QShowEvent* event) {
+  if (event->spontaneous()) return;
   noteOpener();
   if (!(windowFlags() & Qt::FramelessWindowHint)) return;
   const QRect room = screen()->availableGeometry();

@@ -16,7 +16,7 @@ inline constexpr const char* kFrameProperty = "frameTwips";
 // Closes only when the program takes it away. The key Enter, where no control has use
 // for it, presses the window's default button. A window without a frame comes up in the
 // middle of its screen, with a thin edge. A modal one belongs to the window that was in
-// front before it, and stays above that.
+// front before it, comes up over its middle, and stays above it.
 class FormWindow : public QWidget {
  public:
   // Sets what the close button of the frame does.
@@ -37,13 +37,16 @@ class FormWindow : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  QWidget* findOpener() const;
   void noteOpener();
+  void standOver(const QWidget& window);
   void giveKeyboardToWhatIsSeen();
   void keepOnScreen();
 
   std::function<void()> closing_;
   std::function<void()> pressing_;
   QPointer<QWidget> opener_;  // the window that was in front when this one came up
+  bool standsOver_ = false;   // whether it was put there
   std::map<QWidget*, Qt::FocusPolicy> unseen_;  // controls below the edge, as they are above it
 };
 

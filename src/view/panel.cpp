@@ -14,7 +14,7 @@ void Panel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(palette().color(QPalette::Mid), kLine));
-  painter.setBrush(palette().color(QPalette::AlternateBase));
+  painter.setBrush(palette().color(backgroundRole()));
   painter.drawRoundedRect(QRectF(rect()).adjusted(kLine / 2, kLine / 2, -kLine / 2, -kLine / 2),
                           kCorner, kCorner);
 }

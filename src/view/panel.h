@@ -5,10 +5,13 @@
 
 namespace veltrin {
 
-// Paints a ground with round corners and a thin edge.
+// Paints a ground with round corners and a thin edge. Labels on it know their ground by its
+// background role.
 class Panel : public QFrame {
  public:
-  explicit Panel(QWidget* parent = nullptr) : QFrame(parent) {}
+  explicit Panel(QWidget* parent = nullptr) : QFrame(parent) {
+    setBackgroundRole(QPalette::AlternateBase);
+  }
 
  protected:
   void paintEvent(QPaintEvent* event) override;

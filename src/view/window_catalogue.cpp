@@ -9,8 +9,11 @@
 #include "ui_StabilitySUM.h"
 #include "ui_indepth.h"
 #include "ui_indepth2.h"
+#include "ui_mtutest.h"
+#include "ui_pingit.h"
 #include "ui_pingtester.h"
 #include "ui_setlang.h"
+#include "ui_setmtu.h"
 #include "ui_starter.h"
 #include "ui_startup.h"
 #include "ui_trace.h"
@@ -35,7 +38,7 @@ void lay(FormWindow& window) {
   Look().setupUi(&window);
 }
 
-constexpr std::array<Entry, 11> kWindows = {{
+constexpr std::array<Entry, 14> kWindows = {{
     {WindowName::starter, lay<Ui::starter>, Qt::Window | Qt::FramelessWindowHint},
     {WindowName::startup, lay<Ui::startup>},
     {WindowName::About, lay<Ui::About>, Qt::Dialog},
@@ -47,6 +50,9 @@ constexpr std::array<Entry, 11> kWindows = {{
     {WindowName::MonOut, lay<Ui::MonOut>, kFixedWindow},
     {WindowName::indepth, lay<Ui::indepth>},
     {WindowName::indepth2, lay<Ui::indepth2>},
+    {WindowName::mtutest, lay<Ui::mtutest>, kFixedWindow},
+    {WindowName::pingit, lay<Ui::pingit>, kFixedWindow},
+    {WindowName::setmtu, lay<Ui::setmtu>},
 }};
 
 }  // namespace

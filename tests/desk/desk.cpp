@@ -9,6 +9,7 @@
 #include <fstream>
 #include <spawn.h>
 #include <stdexcept>
+#include <string_view>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -33,6 +34,17 @@ std::string makeRunFolder() {
   std::string folder = (std::filesystem::temp_directory_path() / "veltrin-desk-XXXXXX").string();
   if (mkdtemp(folder.data()) == nullptr) throw std::runtime_error("no folder for the desk");
   return folder;
+}
+
+// A text as an expression that means just itself.
+std::string literal(const std::string& text) {
+  std::string expression;
+  for (const char each : text) {
+    if (std::string_view("\\.[](){}*+?^$|").find(each) != std::string_view::npos)
+      expression += '\\';
+    expression += each;
+  }
+  return expression;
 }
 
 }  // namespace
@@ -169,8 +181,8 @@ bool Desk::hasWindow(const std::string& title) const {
 }
 
 void Desk::bringToFront(const std::string& title) const {
-  outputOf({"xdotool", "search", "--onlyvisible", "--name", "^" + title + "$", "windowactivate",
-            "--sync"});
+  outputOf({"xdotool", "search", "--onlyvisible", "--name", "^" + literal(title) + "$",
+            "windowactivate", "--sync"});
 }
 
 void Desk::click(const Element& element) const {

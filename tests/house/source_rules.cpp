@@ -28,7 +28,7 @@ constexpr std::array kHouses{
     House{"frame", " text forms platform frame "},
     House{"ping", " text forms platform frame ping "},
     House{"route", " text forms platform frame ping route "},
-    House{"mtu", " text forms platform frame mtu "},
+    House{"mtu", " text forms platform frame ping mtu "},
     House{"download", " text forms platform frame download "},
     House{"monitor", " text forms platform frame monitor "},
     House{"sysinfo", " text forms platform frame sysinfo "},

@@ -121,6 +121,8 @@ void Monkey::act() {
     openWindow();
   } else if (oneIn(400)) {
     openInDepth();
+  } else if (oneIn(2000)) {
+    program.tools.show(WindowName::mtutest);  // no other window takes input for minutes
   }
   const auto& shown = simulation_->desktop.shown;
   if (shown.empty()) return;

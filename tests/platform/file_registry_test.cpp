@@ -1,5 +1,6 @@
 #include "platform/portable/file_registry.h"
 
+#include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
@@ -64,6 +65,19 @@ TEST_F(FileRegistryTest, FindsTheKeysAboveOneThatWasMade) {
   registry_.createKey(kHkeyCurrentUser, "Software\\Veltrin\\Sub");
   EXPECT_EQ(openError(kHkeyCurrentUser, "Software\\Veltrin"), 0);
   EXPECT_EQ(openError(kHkeyCurrentUser, "Software"), 0);
+}
+
+TEST_F(FileRegistryTest, MakingAKeyThatExistsWritesNothing) {
+  const std::string file = scratch_.path("registry.ini");
+  registry_.createKey(kHkeyCurrentUser, "Software\\Veltrin\\Sub");
+  const auto longAgo = std::filesystem::last_write_time(file) - std::chrono::hours(24);
+  std::filesystem::last_write_time(file, longAgo);
+
+  EXPECT_EQ(registry_.createKey(kHkeyCurrentUser, "SOFTWARE\\Veltrin"), 0);
+  EXPECT_EQ(std::filesystem::last_write_time(file), longAgo);
+
+  EXPECT_EQ(registry_.createKey(kHkeyCurrentUser, "Software\\Veltrin\\Other"), 0);
+  EXPECT_GT(std::filesystem::last_write_time(file), longAgo);
 }
 
 TEST_F(FileRegistryTest, KeepsTheHivesApart) {

@@ -33,6 +33,36 @@ TEST_F(WindowCallsTest, MovesAWindow) {
   EXPECT_TRUE((nativeWindowRectangle(window_) == ScreenRectangle{50, 60, 370, 290}));
 }
 
+// The system's own copy of the menu: Restore, Move, Size, Minimize, Maximize, a line, Close.
+TEST_F(WindowCallsTest, ASystemMenuHasNoCloseCommandWhenThatIsTakenAway) {
+  const HMENU menu = GetSystemMenu(window_, FALSE);
+  const int entries = GetMenuItemCount(menu);
+  ASSERT_NE(GetMenuState(menu, SC_CLOSE, MF_BYCOMMAND), ~0U);
+
+  removeFromNativeSystemMenu(window_, kCloseCommand, kByCommand);
+
+  EXPECT_EQ(GetMenuState(menu, SC_CLOSE, MF_BYCOMMAND), ~0U);
+  EXPECT_EQ(GetMenuItemCount(menu), entries - 1);
+}
+
+TEST_F(WindowCallsTest, TheLineAboveTheCloseCommandIsTakenAwayByItsPlace) {
+  const HMENU menu = GetSystemMenu(window_, FALSE);
+  removeFromNativeSystemMenu(window_, kCloseCommand, kByCommand);
+  const int entries = GetMenuItemCount(menu);
+  ASSERT_NE(GetMenuState(menu, 5, MF_BYPOSITION) & MF_SEPARATOR, 0U);
+
+  removeFromNativeSystemMenu(window_, 5, kByPosition);
+
+  EXPECT_EQ(GetMenuItemCount(menu), entries - 1);
+  EXPECT_NE(GetMenuState(menu, SC_MAXIMIZE, MF_BYCOMMAND), ~0U);
+}
+
+TEST_F(WindowCallsTest, AWindowThatIsNoneHasNoMenuToTakeFrom) {
+  removeFromNativeSystemMenu(nullptr, kCloseCommand, kByCommand);
+
+  EXPECT_NE(GetMenuState(GetSystemMenu(window_, FALSE), SC_CLOSE, MF_BYCOMMAND), ~0U);
+}
+
 TEST_F(WindowCallsTest, HasNoPlaceOfAWindowThatIsNone) {
   EXPECT_TRUE(nativeWindowRectangle(nullptr) == ScreenRectangle());
 }

@@ -27,11 +27,14 @@ void SimulatedDesktop::remove(Form& form) {
   std::erase(shown, &form);
   std::erase(modal_, &form);
   topmost.erase(&form);
+  closeless.erase(&form);
   menuColours.erase(&form);
   places.erase(&form);
 }
 
 void SimulatedDesktop::makeModal(Form& form) {
+  show(form);
+  if (std::find(modal_.begin(), modal_.end(), &form) != modal_.end()) return;
   modal_.push_back(&form);
   if (onModal) onModal(form);
 }
@@ -77,6 +80,11 @@ void SimulatedDesktop::setTopmost(Form& form, bool above) {
   } else {
     topmost.erase(&form);
   }
+}
+
+void SimulatedDesktop::removeFromSystemMenu(Form& form, int entry, int flags) {
+  note("remove from system menu " + std::to_string(entry) + " " + std::to_string(flags));
+  if (entry == kCloseCommand && flags == kByCommand) closeless.insert(&form);
 }
 
 ScreenRectangle SimulatedDesktop::windowRectangle(const Form& form) const {
@@ -144,7 +152,7 @@ void SimulatedDesktop::releaseMouse(Control& control, MouseButton button) {
 }
 
 void SimulatedDesktop::closeWindow(Form& form) {
-  if (takesInput(form)) form.close();
+  if (takesInput(form) && closeless.count(&form) == 0) form.close();
 }
 
 }  // namespace veltrin

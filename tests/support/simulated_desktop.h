@@ -46,6 +46,7 @@ class SimulatedDesktop : public Desktop, public Journalled {
   std::uint32_t findWindow(const std::string& title) override;
   void setMenuBackground(Form& form, Colour colour) override { menuColours[&form] = colour; }
   void setTopmost(Form& form, bool above) override;
+  void removeFromSystemMenu(Form& form, int entry, int flags) override;
   ScreenPoint cursorPosition() const override { return cursor; }
   ScreenRectangle windowRectangle(const Form& form) const override;
   void moveWindow(Form& form, const ScreenRectangle& place) override { places[&form] = place; }
@@ -73,6 +74,7 @@ class SimulatedDesktop : public Desktop, public Journalled {
   std::string clipboard;
   std::vector<Form*> shown;  // the last one is in front
   std::set<const Form*> topmost;
+  std::set<const Form*> closeless;  // windows whose close command was taken away
   std::map<const Form*, Colour> menuColours;
   ScreenPoint cursor;
   std::map<const Form*, ScreenRectangle> places;  // of the windows

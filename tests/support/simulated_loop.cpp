@@ -32,7 +32,8 @@ void SimulatedLoop::run(std::int64_t until) {
 }
 
 void SimulatedLoop::passUntil(std::int64_t moment) {
-  for (auto next = nextEvent(); next && *next <= moment; next = nextEvent()) {
+  // Behind the program's end nothing is taken in any more.
+  for (auto next = nextEvent(); next && *next <= moment && !gate().hasEnded(); next = nextEvent()) {
     now_ = std::max(now_, *next);
     pump();
   }

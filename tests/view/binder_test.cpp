@@ -10,6 +10,9 @@
 #include "frame/About.h"
 #include "frame/starter.h"
 #include "frame/startup.h"
+#include "mtu/mtutest.h"
+#include "mtu/pingit.h"
+#include "mtu/setmtu.h"
 #include "route/MonOut.h"
 #include "route/Stability.h"
 #include "route/StabilitySUM.h"
@@ -32,7 +35,7 @@ std::vector<std::shared_ptr<Form>> make(Program& program) {
 // Makes every form that has a look.
 std::vector<std::shared_ptr<Form>> allForms(Program& program) {
   return make<starter, startup, About, setlang, pingtester, trace, Stability, StabilitySUM, MonOut,
-              indepth, indepth2>(program);
+              indepth, indepth2, mtutest, pingit, setmtu>(program);
 }
 
 std::set<std::string> controlNames(const Form& form) {

@@ -13,7 +13,8 @@ namespace {
 class DesktopTest : public ViewTest {
  protected:
   // Shows a message from a routine and answers it with a key.
-  int answerTo(int style, Qt::Key key, const std::string& title = {}) {
+  int answerTo(int style, Qt::Key key, const std::string& title = {},
+               const std::string& text = "A message\r\nof two lines\r\n \r\n") {
     int answer = 0;
     atRest([&] {
       events.gate().post([&] {
@@ -25,7 +26,7 @@ class DesktopTest : public ViewTest {
           icon = box->icon();
           QTest::keyClick(box->windowHandle(), key);
         });
-        answer = program.MsgBox("A message\r\nof two lines\r\n \r\n", style, title);
+        answer = program.MsgBox(text, style, title);
       });
     });
     return answer;
@@ -64,6 +65,14 @@ TEST_F(DesktopTest, AMessageHasItsOwnTitleAndItsText) {
 
   EXPECT_EQ(titleShown, "Ping Test");
   EXPECT_EQ(textShown, "A message\nof two lines");
+}
+
+TEST_F(DesktopTest, BlanksAtTheEndOfTheLastLineStay) {
+  answerTo(kMessageOk, Qt::Key_Return, "MTU", "Original MTU was ");
+  EXPECT_EQ(textShown, "Original MTU was ");
+
+  answerTo(kMessageOk, Qt::Key_Return, "MTU", "One line \r\nobtain the results.   \r\n");
+  EXPECT_EQ(textShown, "One line \nobtain the results.   ");
 }
 
 TEST_F(DesktopTest, ACriticalMessageHasItsPicture) {

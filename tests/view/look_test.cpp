@@ -75,7 +75,7 @@ TEST_F(LookTest, EveryPictureOfTheFormsIsInstalledForAllScales) {
   }
 
   EXPECT_THAT(missing, IsEmpty());
-  EXPECT_EQ(pictures, 12);
+  EXPECT_EQ(pictures, 15);
 }
 
 TEST_F(LookTest, EveryToolOfTheMenuHasItsPicture) {

@@ -10,6 +10,9 @@
 #include "frame/About.h"
 #include "frame/starter.h"
 #include "frame/startup.h"
+#include "mtu/mtutest.h"
+#include "mtu/pingit.h"
+#include "mtu/setmtu.h"
 #include "pictures.h"
 #include "route/MonOut.h"
 #include "route/Stability.h"
@@ -163,6 +166,52 @@ TEST_F(Room, InDepthAfterAHopStabilityTest) {
   form->PingH.caption = "99999";
 
   EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, EntryOfTheMtuOptimizer) {
+  const auto form = look<mtutest>();
+  form->testit.text = "a-host-with-a-long-name.of-its-own.example.org";
+
+  EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, PingsBeforeTheMtuSearch) {
+  const auto form = look<pingit>();
+  form->pingtotal.caption = "999999";
+  form->lb[0].caption = "Min Ping Result = 999999 ms";
+  form->lb[1].caption = "Average Ping = 999999 ms";
+  form->lb[2].caption = "Max Ping Result = 999999 ms";
+  form->lb[3].caption = "Lost Packets = 50";
+
+  for (const char* line : {"Ping Test Results are Excellent", "Ping Test Results are Below Average",
+                           "Retesting due to Packet Loss"}) {
+    form->lb[7].caption = line;
+    EXPECT_THAT(cut(), IsEmpty()) << line;
+  }
+}
+
+TEST_F(Room, MtuSearch) {
+  const auto form = look<setmtu>();
+  form->Label1.caption = "999999 ms";
+  form->testmtu.caption = "Fine Test of MTU setting of 99999";
+
+  for (const char* line :
+       {"Fine Test of MTU setting of 99999 test Good", "Course Test of MTU 99999 test Bad",
+        "Highest MTU for your system is 99999"}) {
+    form->results.caption = line;
+    EXPECT_THAT(cut(), IsEmpty()) << line;
+  }
+}
+
+// A window of the MTU optimizer does not change its size with what it tells.
+TEST_F(Room, TheMtuWindowsKeepTheirSizeWithTheLongestTexts) {
+  const auto pings = look<pingit>();
+  const QSize size = window->size();
+  pings->pingtotal.caption = "999999";
+  pings->lb[2].caption = "Max Ping Result = 999999 ms";
+  pings->lb[7].caption = "Ping Test Results are Below Average";
+  atRest([] {});
+  EXPECT_EQ(window->size(), size);
 }
 
 TEST_F(Room, EveryExplanationOfTheInDepthOptionsIsSeenAsAWhole) {

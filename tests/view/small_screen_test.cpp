@@ -3,6 +3,9 @@
 #include "frame/About.h"
 #include "frame/starter.h"
 #include "frame/startup.h"
+#include "mtu/mtutest.h"
+#include "mtu/pingit.h"
+#include "mtu/setmtu.h"
 #include "pictures.h"
 #include "route/MonOut.h"
 #include "route/Stability.h"
@@ -47,6 +50,10 @@ TEST_F(RoomOnASmallScreen, StabilitySummary) { lookAt<StabilitySUM>(); }
 TEST_F(RoomOnASmallScreen, InDepth) { lookAt<indepth>(); }
 TEST_F(RoomOnASmallScreen, InDepthAfterAHopStabilityTest) { lookAt<indepth2>(); }
 
+TEST_F(RoomOnASmallScreen, EntryOfTheMtuOptimizer) { lookAt<mtutest>(); }
+TEST_F(RoomOnASmallScreen, PingsBeforeTheMtuSearch) { lookAt<pingit>(); }
+TEST_F(RoomOnASmallScreen, MtuSearch) { lookAt<setmtu>(); }
+
 TEST_F(RoomOnASmallScreen, PingTestWithItsChart) {
   const auto form = look<pingtester>();
   form->PingChart.visible = true;
@@ -72,7 +79,7 @@ TEST_F(RoomOnASmallScreen, OutageMonitorInAnOutage) {
 }
 
 // A window that is added is to be looked at here too.
-TEST_F(RoomOnASmallScreen, TheseAreAllWindows) { EXPECT_EQ(windowNames().size(), 11U); }
+TEST_F(RoomOnASmallScreen, TheseAreAllWindows) { EXPECT_EQ(windowNames().size(), 14U); }
 
 }  // namespace
 }  // namespace veltrin

@@ -21,7 +21,7 @@ class StartPictures : public Pictures {
 
   void provideToolsOfToday() {
     for (const WindowName name : {WindowName::pingtester, WindowName::trace, WindowName::Stability,
-                                  WindowName::MonOut, WindowName::indepth}) {
+                                  WindowName::MonOut, WindowName::indepth, WindowName::mtutest}) {
       program.tools.enter(name, {});
     }
   }

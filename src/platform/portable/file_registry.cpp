@@ -175,8 +175,13 @@ std::int32_t FileRegistry::createKey(std::uint32_t hive, const std::string& path
   if (isBadPath(path)) return kRegistryBadPath;
   ProfileText file;
   if (const auto error = load(file)) return error;
-  for (const auto& section : sectionsOnTheWay(*root, path)) file.addSection(section);
-  return store(file);
+  bool isComplete = true;
+  for (const auto& section : sectionsOnTheWay(*root, path)) {
+    if (file.hasSection(section)) continue;
+    file.addSection(section);
+    isComplete = false;
+  }
+  return isComplete ? kRegistrySuccess : store(file);
 }
 
 std::int32_t FileRegistry::open(std::uint32_t hive, const std::string& path, std::uint32_t access,

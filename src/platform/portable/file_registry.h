@@ -22,7 +22,7 @@ class FileRegistry : public Registry {
   explicit FileRegistry(std::string file);
 
   // Makes a key and those above it, for the installation and tests. Returns 0 also
-  // when it exists already, else the system's error number.
+  // when it exists already, which writes nothing, else the system's error number.
   std::int32_t createKey(std::uint32_t hive, const std::string& path);
 
   // 2 when there is no such key, 6 for an unknown hive, 161 for a path that starts

@@ -7,8 +7,8 @@
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_icmp.h"
 #include "platform/linux/linux_processes.h"
+#include "platform/linux/linux_registry.h"
 #include "platform/linux/linux_shell.h"
-#include "platform/portable/file_registry.h"
 #include "platform/portable/no_wmi.h"
 #include "platform/portable/profile_file.h"
 #include "platform/qt/desktop_system.h"
@@ -56,7 +56,7 @@ class LinuxDesktopSystem : public DesktopSystem {
   LinuxFiles files_;
   LinuxProcesses processes_;
   ProfileFile profiles_;
-  FileRegistry registry_;
+  LinuxRegistry registry_;
   LinuxShell shell_;
   LinuxEnvironment environment_;
   QtSockets sockets_;

@@ -32,8 +32,10 @@ bool isQuestion(int style) { return (style & kButtons) == kMessageYesNo; }
 // Blank lines at the end of a text only make the box higher.
 QString shownText(const std::string& text) {
   QString shown = toQt(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-  while (!shown.isEmpty() && shown.back().isSpace()) shown.chop(1);
-  return shown;
+  qsizetype end = shown.size();
+  while (end > 0 && shown.at(end - 1).isSpace()) --end;
+  const qsizetype blankLines = shown.indexOf(QLatin1Char('\n'), end);
+  return blankLines < 0 ? shown : shown.left(blankLines);
 }
 
 constexpr int kMargin = 16;  // pixels around the text and the buttons

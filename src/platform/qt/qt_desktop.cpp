@@ -60,12 +60,15 @@ void QtDesktop::remove(Form& form) {
   publishTitles();
 }
 
-// A window takes on being modal only when it comes to the screen.
+// A window takes on being modal only when it comes to the screen: one that is there already
+// has to go for a moment.
 void QtDesktop::makeModal(Form& form) {
-  QWidget* window = windowOf(form);
+  QWidget* window = makeWindowOf(form);
   if (window == nullptr) return;
-  window->hide();
-  window->setWindowModality(Qt::ApplicationModal);
+  if (!window->isModal()) {
+    window->hide();
+    window->setWindowModality(Qt::ApplicationModal);
+  }
   show(form);
 }
 
@@ -97,6 +100,10 @@ void QtDesktop::setMenuBackground(Form& form, Colour colour) {
 
 void QtDesktop::setTopmost(Form& form, bool topmost) {
   if (QWidget* window = makeWindowOf(form)) veltrin::setTopmost(*window, topmost);
+}
+
+void QtDesktop::removeFromSystemMenu(Form& form, int entry, int flags) {
+  if (QWidget* window = makeWindowOf(form)) veltrin::removeFromSystemMenu(*window, entry, flags);
 }
 
 ScreenPoint QtDesktop::cursorPosition() const { return veltrin::cursorPosition(); }

@@ -38,6 +38,9 @@ class QtDesktop : public Desktop {
   std::uint32_t findWindow(const std::string& title) override;
   void setMenuBackground(Form& form, Colour colour) override;
   void setTopmost(Form& form, bool topmost) override;
+
+  // For a window that has not been shown yet.
+  void removeFromSystemMenu(Form& form, int entry, int flags) override;
   ScreenPoint cursorPosition() const override;
 
   // An empty place for a form that was never shown, which is not moved either.

@@ -4,6 +4,8 @@
 #include <QMenuBar>
 #include <QWindow>
 
+#include "platform/desktop.h"
+
 #ifdef Q_OS_WIN
 #include "platform/windows/window_calls.h"
 #endif
@@ -44,6 +46,19 @@ void setMenuBackground(QWidget& window, Colour colour) {
   const QColor background(colour.red, colour.green, colour.blue);
   paint(*bar, background);
   for (QMenu* menu : bar->findChildren<QMenu*>()) paint(*menu, background);
+}
+
+// The flags come first: a change of them would give the system's window a new menu.
+void removeFromSystemMenu(QWidget& window, int entry, int flags) {
+  if (entry == kCloseCommand && flags == kByCommand) {
+    window.setProperty(kUnclosableProperty, true);
+    Qt::WindowFlags frame = window.windowFlags() | Qt::CustomizeWindowHint;
+    frame.setFlag(Qt::WindowCloseButtonHint, false);
+    window.setWindowFlags(frame);
+  }
+#ifdef Q_OS_WIN
+  removeFromNativeSystemMenu(reinterpret_cast<void*>(window.winId()), entry, flags);
+#endif
 }
 
 }  // namespace veltrin

@@ -1,4 +1,4 @@
-// What the toolkit cannot do with a window that is on the screen already.
+// What the toolkit cannot do with a window, or not once it is on the screen.
 #pragma once
 
 #include <QWidget>
@@ -12,5 +12,14 @@ void setTopmost(QWidget& window, bool topmost);
 
 // Paints the menus of a window; does nothing without one.
 void setMenuBackground(QWidget& window, Colour colour);
+
+// The property of a window that tells that its user may not close it, whichever way the
+// wish comes: by mouse, keyboard, task bar or window manager.
+inline constexpr const char* kUnclosableProperty = "unclosable";
+
+// RemoveMenu on the window's system menu, before the window is shown. Without the close
+// command the frame has no close button either, and the window bears the property above.
+// Every other entry is one of Windows alone.
+void removeFromSystemMenu(QWidget& window, int entry, int flags);
 
 }  // namespace veltrin

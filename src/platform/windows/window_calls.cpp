@@ -68,4 +68,12 @@ void setNativeMenuBackground(void* window, Colour colour) {
   SetMenuInfo(menu, &info);
 }
 
+void removeFromNativeSystemMenu(void* window, int entry, int flags) {
+  const HMENU menu = GetSystemMenu(static_cast<HWND>(window), FALSE);
+  if (menu == nullptr) return;
+  const bool isPosition = (flags & MF_BYPOSITION) != 0;
+  const UINT which = isPosition ? static_cast<UINT>(entry) : LOWORD(entry);
+  RemoveMenu(menu, which, static_cast<UINT>(flags));
+}
+
 }  // namespace veltrin

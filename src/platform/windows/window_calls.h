@@ -46,4 +46,8 @@ void invertBorder(const ScreenRectangle& border);
 // window without a menu of the system's.
 void setNativeMenuBackground(void* window, Colour colour);
 
+// RemoveMenu on the window's own copy of the system menu (GetSystemMenu). A command is the
+// low word of `entry`; a position is taken as it is.
+void removeFromNativeSystemMenu(void* window, int entry, int flags);
+
 }  // namespace veltrin

@@ -10,22 +10,10 @@
 #include <QScreen>
 
 #include "view_test.h"
+#include "x11/x11_tools.h"
 
 namespace veltrin {
 namespace {
-
-// What a command prints.
-std::string outputOf(const std::string& command) {
-  std::string text;
-  FILE* const pipe = popen(command.c_str(), "r");
-  if (pipe == nullptr) return text;
-  std::array<char, 4096> buffer{};
-  while (const std::size_t count = fread(buffer.data(), 1, buffer.size(), pipe)) {
-    text.append(buffer.data(), count);
-  }
-  pclose(pipe);
-  return text;
-}
 
 // The number behind a word in a text.
 int numberBehind(const std::string& text, const std::string& word) {

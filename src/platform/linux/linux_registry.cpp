@@ -1,0 +1,11 @@
+#include "platform/linux/linux_registry.h"
+
+#include <utility>
+
+namespace veltrin {
+
+LinuxRegistry::LinuxRegistry(std::string file) : FileRegistry(std::move(file)) {
+  createKey(kHkeyLocalMachine, kInterfacesKey);
+}
+
+}  // namespace veltrin
