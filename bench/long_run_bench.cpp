@@ -26,8 +26,8 @@ using Clock = std::chrono::steady_clock;
 
 constexpr double kMostOfStability = 1.0;  // s
 constexpr double kMostOfOutage = 3.0;
-constexpr std::int64_t kHour = 3'600'000;       // ms
-constexpr std::size_t kMostGrowth = 64 * 1024;  // bytes: a day of events
+constexpr std::int64_t kHour = 3'600'000;    // ms
+constexpr std::size_t kMostGrowth = 65'536;  // bytes: a day of events
 
 double secondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();

@@ -75,8 +75,8 @@ class Program : public FormHost {
   }
 
   // Shows the default window of a type and pumps until it is unloaded; no other
-  // window takes input meanwhile. `unloaded` is called as soon as it is: a routine of
-  // the window that goes on keeps this one from returning.
+  // window takes input meanwhile. `unloaded` is called as soon as it is, once its load is
+  // over: a routine of the window that goes on keeps this one from returning.
   template <class Kind>
   void showModal(const std::function<void()>& unloaded = {}) {
     const auto window = loaded<Kind>(Sight::Shown);

@@ -17,6 +17,14 @@ struct MtuValues {
 // The value stands in the key of all interfaces; none of them is chosen.
 inline const std::string kMtuName = "MTU";
 
+// Where the settings keep that the search has run ("1") and the site.
+inline const char* const kMtuSection = "Settings";
+inline const char* const kMtuDone = "MTU";
+inline const char* const kMtuSiteKey = "MTU Site";
+
+// Title of the optimizer's messages.
+inline const char* const kMtuTitle = "Veltrin";
+
 inline Loose readMtu(const Program& program) {
   return readRegistryValue(program.platform.registry, kHkeyLocalMachine, kInterfacesKey, kMtuName);
 }

@@ -7,9 +7,6 @@
 namespace veltrin {
 namespace {
 
-const char* const kTitle = "Veltrin";
-const char* const kSection = "Settings";
-const char* const kSite = "MTU Site";
 const char* const kLargest = "1500";
 
 constexpr std::int64_t kShortestSite = 5;  // characters
@@ -33,37 +30,36 @@ mtutest::mtutest(Program& program)
   Command3.click = [this] { Command3_Click(); };
 }
 
-// The site of the last run is written over before it is read.
+// The site of the last run is written over before it is read, also where the user does not
+// want another run.
 void mtutest::Form_Load() {
   program_.showInLoad(*this);
   mtu_.OriginalMtu = readMtu(program_);
-  if (!isNeeded()) {
+  if (Left(mtu_.OriginalMtu.text(), Len(kLargest)) == kLargest) {
+    program_.MsgBox(
+        "The MTU value is set to maximum, 1500, the MTU test is not necessary." + kBreak,
+        kMessageOk, kMtuTitle);
     unload();
     return;
   }
-  program_.writeSetting(kSection, kSite, testit.text.get());
-  testit.text = program_.readSetting(kSection, kSite);
+  if (!isWanted()) unload();
+  program_.writeSetting(kMtuSection, kMtuSiteKey, testit.text.get());
+  testit.text = program_.readSetting(kMtuSection, kMtuSiteKey);
   if (Len(testit.text.get()) < kShortestSite) testit.text = program_.installation.ProbeHost;
   setToolTips(program_.LanguageId, *this);
 }
 
-// Whether there is something to optimize, and the user wants it.
-bool mtutest::isNeeded() {
-  if (Left(mtu_.OriginalMtu.text(), Len(kLargest)) == kLargest) {
-    program_.MsgBox(
-        "The MTU value is set to maximum, 1500, the MTU test is not necessary." + kBreak,
-        kMessageOk, kTitle);
-    return false;
-  }
-  if (Val(program_.readSetting(kSection, kMtuName)) != 1) return true;
+// Whether the search has not run yet, or the user wants it once more.
+bool mtutest::isWanted() {
+  if (Val(program_.readSetting(kMtuSection, kMtuDone)) != 1) return true;
   return program_.MsgBox("The MTU has already been set. Running it again is not necessary." +
                              kBreak + "Would you like to continue the MTU Test?" + kBreak,
-                         kMessageYesNo, kTitle) == kAnswerYes;
+                         kMessageYesNo, kMtuTitle) == kAnswerYes;
 }
 
 void mtutest::Command3_Click() {
   mtu_.MtuSite = testit.text;
-  program_.writeSetting(kSection, kSite, testit.text.get());
+  program_.writeSetting(kMtuSection, kMtuSiteKey, testit.text.get());
   unload();
   program_.showModal<pingit>();
 }

@@ -21,7 +21,7 @@ class mtutest : public Form {
   void Form_Load() override;
 
   void Command3_Click();
-  bool isNeeded();
+  bool isWanted();
 
   Program& program_;
   MtuValues& mtu_;

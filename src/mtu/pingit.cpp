@@ -8,8 +8,6 @@
 namespace veltrin {
 namespace {
 
-const char* const kTitle = "Veltrin";
-
 constexpr int kPings = 50;
 constexpr int kPauseBehindPing = 1000;  // ms
 constexpr double kLost = 800;           // ms; a slower sample counts as lost
@@ -23,6 +21,7 @@ constexpr int kPauseToRead = 3000;    // ms
 constexpr std::size_t kFirstRow = 1;
 constexpr std::size_t kLastRow = 48;
 constexpr std::size_t kHighestRow = 99;
+constexpr double kCountedRows = 48;  // also where the list is shorter
 
 constexpr Colour kGreen{0x00, 0x80, 0x00};
 constexpr Colour kNavy{0x00, 0x00, 0x80};
@@ -136,20 +135,24 @@ void pingit::judgeLoss() {
     program_.MsgBox(
         "You had excessive packet loss, or dropped ping response. Wait a few minutes and try "
         "again. Also read the packet loss information on the main menu.",
-        kMessageOk, kTitle);
+        kMessageOk, kMtuTitle);
     unload();
   }
   Retested = 1;
   lb[7].caption = "Retesting due to Packet Loss";
 }
 
+// A window that the loss has taken away leads to the search all the same, one that its user
+// closes does not.
 void pingit::final() {
   sumUp();
   subtractExtremes();
   warn();
   subtractExtremes();
   lb[7].caption = ratingOf(LostCount);
+  const bool stands = isLoaded();
   skip([&] { program_.Wait(kPauseToRead); });
+  if (stands && !isLoaded()) return;
   program_.showModal<setmtu>();
 }
 
@@ -158,7 +161,7 @@ void pingit::sumUp() {
   ListHigh = List1.item(kHighestRow);
   PingSum = 0;
   for (std::size_t row = kFirstRow; row <= kLastRow; ++row) PingSum += Val(List1.item(row));
-  AverageText = Format(PingSum / kLastRow, "###");
+  AverageText = Format(PingSum / kCountedRows, "###");
   lb[1].caption = "Average Ping = " + AverageText + " ms";
 }
 
@@ -177,7 +180,7 @@ void pingit::warn() {
            "High and Low results was " + toText(LostCount) + kBreak +
            "It would be better to run the optimizer at a time when your ping is more stable." +
            kBreak + "Would you like to exit the optimizer?" + kBreak;
-    if (program_.MsgBox(text, kMessageYesNo, kTitle) == kAnswerYes) unload();
+    if (program_.MsgBox(text, kMessageYesNo, kMtuTitle) == kAnswerYes) unload();
   }
   if (Val(SavedLost) <= kLostToWarn) return;
   mousePointer = MousePointer::Default;
@@ -188,7 +191,7 @@ void pingit::warn() {
           "ping " + host + " -t   " + kBreak +
           "After a few minutes hit  Ctrl and C to stop the test and obtain the results.   " +
           kBreak;
-  program_.MsgBox(text, kMessageOk, kTitle);
+  program_.MsgBox(text, kMessageOk, kMtuTitle);
   unload();
 }
 

@@ -20,7 +20,7 @@ constexpr int kSystemSeparator = 5;  // position of the line above the close com
 // Bytes of data in a ping; those from 1473 on are stored as if they counted the headers.
 constexpr std::array<const char*, 7> kCoarseSizes = {"576",  "1400", "1420", "1440",
                                                      "1460", "1480", "1500"};
-constexpr double kLargestWithoutHeaders = 1473;
+constexpr double kFirstWithoutHeaders = 1473;
 constexpr double kHeaders = 28;  // of IPv4 and ICMP
 
 constexpr Colour kBad{0xFF, 0x00, 0x00};
@@ -34,6 +34,10 @@ Loose coarseSize(int step, const Loose& otherwise) {
 }
 
 }  // namespace
+
+std::int64_t fragPosition(const std::string& text) {
+  return InStr(1, text, "frag", Compare::IgnoreCase);
+}
 
 setmtu::setmtu(Program& program)
     : Form(nameOf(WindowName::setmtu), program),
@@ -134,7 +138,7 @@ bool setmtu::probe(const Loose& size) {
   txtOutputs.text = "";
   objDOS3.run(txtping.text);
   skip([&] { program_.Wait(kPauseBehindProbe); });
-  MtuFragPos = InStr(1, txtOutputs.text.get(), "frag", Compare::IgnoreCase);
+  MtuFragPos = fragPosition(txtOutputs.text);
   return Val(MtuFragPos) <= 0;
 }
 
@@ -144,7 +148,7 @@ void setmtu::finishFine() {
   testmtu.caption = "Course Test of MTU " + MtuFineSize.text() + " test Bad";
   MtuFineSize = Val(MtuFineSize) - 1;
   results.caption = "Highest MTU for your system is " + MtuFineSize.text();
-  if (Val(MtuFineSize) < kLargestWithoutHeaders) MtuFineSize = Val(MtuFineSize) + kHeaders;
+  if (Val(MtuFineSize) < kFirstWithoutHeaders) MtuFineSize = Val(MtuFineSize) + kHeaders;
   skip([&] { program_.Wait(kPauseAtEnd); });
   MtuFinal = MtuFineSize;
   store();
@@ -152,10 +156,10 @@ void setmtu::finishFine() {
 
 void setmtu::store() {
   writeMtu(program_, MtuFinal);
-  program_.writeSetting("Settings", "MTU", "1");
+  program_.writeSetting(kMtuSection, kMtuDone, "1");
   program_.MsgBox("MTU Test complete, MTU Value set to " + MtuFinal.text() + "  Original MTU was " +
                       mtu_.OriginalMtu.text(),
-                  kMessageOk, "Veltrin");
+                  kMessageOk, kMtuTitle);
   program_.unload<setmtu>();
   program_.unload<pingit>();
 }

@@ -2,6 +2,7 @@
 // large steps and then byte by byte.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "forms/animation.h"
@@ -14,6 +15,10 @@
 #include "ping/ping_values.h"
 
 namespace veltrin {
+
+// Where the text of a ping tells, in any case of letters, that its packet is too long to
+// pass whole; 0 where it does not. Counted from 1.
+std::int64_t fragPosition(const std::string& text);
 
 // Starts by itself and cannot be closed by its user.
 class setmtu : public Form {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "lab_program.h"
-#include "text/strings.h"
+#include "mtu/setmtu.h"
 
 namespace veltrin::lab {
 namespace {
@@ -26,9 +26,7 @@ class MtuProbeLab : public LabRunning {
   }
 
   // How the search judges a text.
-  static bool isBad(const std::string& text) {
-    return InStr(1, text, "frag", Compare::IgnoreCase) > 0;
-  }
+  static bool isBad(const std::string& text) { return fragPosition(text) > 0; }
 };
 
 // 1372 bytes, and 28 of headers.

@@ -46,8 +46,8 @@ class MtuRegistryTest : public testing::Test {
  protected:
   void SetUp() override {
     DWORD disposition = 0;
-    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, kInterfacesKey.c_str(), 0, nullptr, 0,
-                              KEY_ALL_ACCESS, nullptr, &key_, &disposition),
+    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, kInterfacesKey, 0, nullptr, 0, KEY_ALL_ACCESS,
+                              nullptr, &key_, &disposition),
               ERROR_SUCCESS);
     isOurs_ = disposition == REG_CREATED_NEW_KEY;
     present_ = stored();
@@ -58,7 +58,7 @@ class MtuRegistryTest : public testing::Test {
     RegDeleteValueA(key_, "MTU");
     if (present_) put(present_->type, present_->bytes);
     RegCloseKey(key_);
-    if (isOurs_) RegDeleteKeyA(HKEY_LOCAL_MACHINE, kInterfacesKey.c_str());
+    if (isOurs_) RegDeleteKeyA(HKEY_LOCAL_MACHINE, kInterfacesKey);
   }
 
   struct Value {

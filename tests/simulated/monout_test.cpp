@@ -386,9 +386,9 @@ TEST_F(OutageStart, WaitsForAScanTimeOfMonths) {
 
 TEST_F(OutageStart, KeepsItsPaceOverMidnightAndWhenTheClockIsSetBack) {
   open();
-  simulation.clock.setForward = (14 * 3600 + 54 * 60 + 57) * 1000;  // to 23:59:57
+  simulation.clock.setForward = 53'697'000;  // to 23:59:57
   behind(4, [this] { press(); });
-  at(3000, [this] { simulation.clock.setForward -= 3600 * 1000; });
+  at(3000, [this] { simulation.clock.setForward -= 3'600'000; });
   start();
   EXPECT_EQ(periods(), (std::vector<std::int64_t>{1998, 1998, 1998}));
 }
@@ -420,7 +420,7 @@ TEST_F(OutageStart, TellsHowLongItRuns) {
 TEST_F(OutageStart, TellsNegativeTimesWhenTheClockWasSetBack) {
   open();
   behind(2, [this] { press(); });
-  at(1000, [this] { simulation.clock.setForward = -3600 * 1000; });
+  at(1000, [this] { simulation.clock.setForward = -3'600'000; });
   start();
   EXPECT_EQ(window->Label7.caption.get(), "Run Time: -59 mins -58 sec");
 }

@@ -1,10 +1,8 @@
 // The windows of the MTU optimizer on the simulated platform.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -27,10 +25,7 @@ class MtuRun : public RouteRun {
     };
   }
 
-  Registry::Key makeKey() {
-    simulation.registry.keys[{kHkeyLocalMachine, kKeyPath}];
-    return 0;
-  }
+  void makeKey() { simulation.registry.keys[{kHkeyLocalMachine, kKeyPath}]; }
 
   // What the registry holds before.
   void registryHolds(const std::string& mtu) {
@@ -39,9 +34,11 @@ class MtuRun : public RouteRun {
 
   // The bytes and the type that the registry holds now; "(none)" when it holds none.
   std::string registryValue() {
-    const auto& values = simulation.registry.keys[{kHkeyLocalMachine, kKeyPath}];
-    const auto found = values.find("MTU");
-    if (found == values.end()) return "(none)";
+    const auto& keys = simulation.registry.keys;
+    const auto key = keys.find({kHkeyLocalMachine, kKeyPath});
+    if (key == keys.end()) return "(no key)";
+    const auto found = key->second.find("MTU");
+    if (found == key->second.end()) return "(none)";
     return std::to_string(found->second.type) + ":" + found->second.data;
   }
 

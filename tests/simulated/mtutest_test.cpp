@@ -6,7 +6,7 @@ namespace {
 
 class MtuEntry : public MtuRun {
  protected:
-  // Opens the window from the menu and lets the user look at it for a while.
+  // Opens the window beside another one.
   void open() {
     keepTheProgramRunning();
     window = simulation.program().show<mtutest>();
@@ -102,7 +102,7 @@ TEST_F(MtuEntry, GoesAwayOnANo) {
   simulation.desktop.answers = {{kAnswerNo, 0}};
   open();
   EXPECT_FALSE(window->isLoaded());
-  EXPECT_EQ(simulation.settings(), "[Settings]\r\nMTU=1\r\n");
+  EXPECT_EQ(simulation.settings(), "[Settings]\r\nMTU=1\r\nMTU Site=\r\n");
 }
 
 TEST_F(MtuEntry, AsksNothingForAnotherMark) {
@@ -131,6 +131,7 @@ TEST_F(MtuEntry, ASiteOfFourCharactersDoesNotComeBack) {
   settingsAre("[Settings]\r\nMTU Site=t.de\r\n");
   open();
   EXPECT_EQ(site(), "www.wikipedia.org");
+  EXPECT_EQ(simulation.settings(), "[Settings]\r\nMTU Site=\r\n");
 }
 
 TEST_F(MtuEntry, KeepsASiteOfFiveCharactersOnADiskThatTakesNoSettings) {

@@ -158,6 +158,22 @@ TEST_F(PingBaseline, ListsItsSamplesInTheOrderOfTheirTexts) {
   EXPECT_EQ(rows, (std::vector<std::string>{"10", "100", "9"}));
 }
 
+TEST_F(PingBaseline, AnEmptyListLeavesTheAverageAsItWas) {
+  std::vector<std::string> averages;
+  for (const int ping : {1, 2}) {
+    at(ping * kPing + 10, [&] { averages.push_back(line(1)); });
+  }
+  runWith({900, 20});
+  EXPECT_EQ(averages, (std::vector<std::string>{"", "Average Ping = 20 ms"}));
+}
+
+TEST_F(PingBaseline, AWindowThatTheUserClosesAtItsRatingLeadsNowhere) {
+  at(50 * kPing + 1000, [&] { window->close(); });
+  runWith({});
+  EXPECT_EQ(line(7), "Ping Test Results are Excellent");
+  EXPECT_EQ(searches, -1);
+}
+
 TEST_F(PingBaseline, AWindowThatTheUserClosesPingsNoMore) {
   at(5 * kPing + 100, [&] { window->close(); });
   runWith({});
@@ -179,27 +195,27 @@ TEST_F(PingBaseline, RatesAGoodLineExcellentAndGoesOnBehindThreeSeconds) {
   EXPECT_EQ(line(7), "Ping Test Results are Excellent");
   EXPECT_EQ(searches, 50 * kPing + 3000);
   EXPECT_TRUE(stayed);
+  EXPECT_EQ(window->mousePointer.get(), MousePointer::Hourglass);
   EXPECT_TRUE(messages().empty());
 }
 
 TEST_F(PingBaseline, LeavesTheFirstAndTheLastRowOutOfTheClosingAverage) {
-  // In the order of texts: "10", forty-eight times "20", "9".
+  // In the order of texts: "100", forty-eight times "20", "790".
   Samples values = same(50, 20);
-  values[0] = 9;
-  values[1] = 10;
+  values[0] = 100;
+  values[1] = 790;
   runWith(values);
   EXPECT_EQ(line(1), "Average Ping = 20 ms");
 }
 
 TEST_F(PingBaseline, TheClosingAverageGoesByTheOrderOfTexts) {
-  // "100" stands first of the rows and is left out; "20" and "9" count.
+  // "100" stands first and "9" last; "790" counts, which no order of numbers would let in.
   Samples values = same(50, 20);
   values[0] = 100;
   values[1] = 9;
-  values[2] = 9;
+  values[2] = 790;
   runWith(values);
-  // 47 times 20 and once 9.
-  EXPECT_EQ(line(1), "Average Ping = 20 ms");
+  EXPECT_EQ(line(1), "Average Ping = 36 ms");
 }
 
 TEST_F(PingBaseline, DividesTheClosingSumBy48HoweverFewRowsThereAre) {

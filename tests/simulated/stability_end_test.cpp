@@ -150,7 +150,7 @@ TEST_F(StabilityEnd, AFreshCurveLiesOnTheLowerEdgeUpToItsValues) {
   open();
   timesOf("10.0.0.1", {20, 40});
   std::vector<double> seen;
-  at(4 * 1020 + 70 + 2 * 220 + 10, [&] { seen = curve(0); });
+  at(kTrials + 70 + 2 * kNearPing + 10, [&] { seen = curve(0); });
   test();
   std::vector<double> wanted(98, 300);
   wanted.insert(wanted.end(), {280, 260});
@@ -211,7 +211,7 @@ TEST_F(StabilityEnd, ASecondRunInANewWindowScrollsTheOldCurveOut) {
   timesOf("10.0.0.1", times({{200, 90}}));
   std::vector<double> seen;
   const std::int64_t now = simulation.loop.milliseconds();
-  at(now + 4 * 1020 + 70 + 3 * 220 + 10, [&] { seen = curve(0); });
+  at(now + kTrials + 70 + 3 * kNearPing + 10, [&] { seen = curve(0); });
   test();
   std::vector<double> wanted(97, 240);
   wanted.insert(wanted.end(), {210, 210, 210});

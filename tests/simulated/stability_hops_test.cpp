@@ -20,7 +20,7 @@ class StabilityHops : public StabilityRun {
     return addresses;
   }
 
-  static constexpr std::int64_t kFirstHop = 4 * 1020 + kToolTime + 50;  // ms, its first ping
+  static constexpr std::int64_t kFirstHop = kTrials + kToolTime + 50;  // ms, its first ping
 };
 
 // --- The list ---
@@ -262,7 +262,7 @@ TEST_F(StabilityHops, ShowsTheLastTime) {
   timesOf("10.0.0.1", {17, 0, 3, 2500});
   std::vector<std::string> shown;
   for (int ping = 1; ping <= 4; ++ping) {
-    at(kFirstHop + ping * 220 + 10, [&] { shown.push_back(window->Label3.caption); });
+    at(kFirstHop + ping * kNearPing + 10, [&] { shown.push_back(window->Label3.caption); });
   }
   test();
   EXPECT_EQ(shown, (std::vector<std::string>{"17", "0", "3", "2500"}));
@@ -326,7 +326,8 @@ TEST_F(StabilityHops, EmptiesTheListOfTimesForEachHop) {
 TEST_F(StabilityHops, ReadsTheBoxOfTheAddressForEachPing) {
   pathOf(1);
   open();
-  at(kFirstHop + 10 * 220 + 100, [&] { simulation.desktop.type(window->Text1, "near.example"); });
+  at(kFirstHop + 10 * kNearPing + 100,
+     [&] { simulation.desktop.type(window->Text1, "near.example"); });
   test();
   EXPECT_EQ(pingsTo("10.0.0.1").size(), 11U);
   EXPECT_EQ(pingsTo("near.example").size(), 89U);
@@ -343,7 +344,7 @@ TEST_F(StabilityHops, AWindowClosedAmongThePingsStartsNoFurtherOne) {
   keepTheProgramRunning();
   pathOf(2);
   open();
-  at(kFirstHop + 5 * 220 + 100, [&] { window->close(); });
+  at(kFirstHop + 5 * kNearPing + 100, [&] { window->close(); });
   test();
   EXPECT_EQ(pingsTo("10.0.0.1").size(), 6U);
   EXPECT_EQ(window->results.count(), 5U);

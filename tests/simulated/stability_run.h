@@ -61,7 +61,7 @@ class StabilityRun : public RouteRun {
   }
 
   // So many times the same.
-  static std::vector<std::optional<int>> times(std::vector<std::pair<int, int>> counts) {
+  static std::vector<std::optional<int>> times(const std::vector<std::pair<int, int>>& counts) {
     std::vector<std::optional<int>> all;
     for (const auto& [count, time] : counts) all.insert(all.end(), count, time);
     return all;
@@ -101,6 +101,8 @@ class StabilityRun : public RouteRun {
     return started;
   }
 
+  static constexpr std::int64_t kTrials = 4080;      // ms, of four of them
+  static constexpr std::int64_t kNearPing = 220;     // ms from a ping to the next, of a near hop
   static constexpr std::int64_t kReadingTime = 100;  // ms that a user looks at a result
   static constexpr int kUsualTime = 30;              // ms
 

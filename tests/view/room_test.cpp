@@ -203,8 +203,8 @@ TEST_F(Room, MtuSearch) {
   }
 }
 
-// A window of the MTU optimizer does not change its size with what it tells.
-TEST_F(Room, TheMtuWindowsKeepTheirSizeWithTheLongestTexts) {
+// It does not change its size with what it tells.
+TEST_F(Room, ThePingBaselineKeepsItsSizeWithTheLongestTexts) {
   const auto pings = look<pingit>();
   const QSize size = window->size();
   pings->pingtotal.caption = "999999";
