@@ -72,7 +72,7 @@ class Icmp {
   // 0 on success, else the failure's number.
   virtual int WSAStartup(std::uint16_t version, WSADATA& data) = 0;
 
-  // Ends it. 0 on success, else the failure's number.
+  // Ends it. 0 on success, else the call's own result (SOCKET_ERROR, -1).
   virtual int WSACleanup() = 0;
 
   // A handle for echoes, or kNoHandle.
