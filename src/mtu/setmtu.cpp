@@ -69,8 +69,6 @@ void setmtu::Form_Load() {
   program_.platform.events.DoEvents();
   Timer1.interval = kStepTime;
   testmtu.caption = "Testing will start in 5 Seconds";
-  MtuStep = 0;
-  MtuPhase = 0;
 }
 
 // A search that is left half-way would leave the user without a value.

@@ -176,7 +176,6 @@ void MonOut::start() {
   Command3.caption = "Stop";
   Command1.enabled = false;
   Command2.enabled = false;
-  dosbox.text = "";
   stopRequest_ = false;
   DoTest();
 }
@@ -269,7 +268,7 @@ void MonOut::probe() {
   if (failed) ++lost_;
   Label6.caption = std::to_string(value);
   program_.platform.events.DoEvents();
-  DrawUsage(value, OGraph);
+  outage_.graph.DrawUsage(value, OGraph, kGraphHeight, kWhite);
   ++sent_;
 }
 
@@ -322,10 +321,6 @@ void MonOut::pauseSince(std::int64_t began) {
   program_.platform.events.DoEvents();
   if (pause_ <= kShortestPause) return;
   skip([&] { program_.Wait(toLong(std::min(pause_, kLongestPause))); });
-}
-
-void MonOut::DrawUsage(std::int32_t value, PictureBox& picture) {
-  outage_.graph.DrawUsage(value, picture, kGraphHeight, kWhite);
 }
 
 void MonOut::objDOSM_ReceiveOutputs(const std::string& chunk) {

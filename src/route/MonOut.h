@@ -63,7 +63,6 @@ class MonOut : public Form {
   void Command3_Click();
   void Check1_MouseUp();
   void objDOSM_ReceiveOutputs(const std::string& chunk);
-  void DrawUsage(std::int32_t value, PictureBox& picture);
 
   void ownControls();
   void start();

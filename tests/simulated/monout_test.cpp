@@ -211,29 +211,30 @@ TEST_F(OutageStart, FindsTheAddressBetweenTheBracketsOfAPing) {
   EXPECT_NE(simulation.settings().find("[Monitor]\r\nUseP=192.0.2.7\r\n"), std::string::npos);
 }
 
-TEST_F(OutageStart, TakesTwentyCharactersBehindABracketThatIsNotClosed) {
-  ping = "Pinging [123456789012345678901234567890";
+struct AddressCase {
+  const char* name;
+  const char* ping;     // what the tool prints
+  const char* address;  // that is probed
+};
+
+class OutageAddress : public OutageStart, public testing::WithParamInterface<AddressCase> {};
+
+TEST_P(OutageAddress, IsReadByTheBrackets) {
+  ping = GetParam().ping;
   probe(1);
-  EXPECT_EQ(shownAddress(), "Testing to IP: 12345678901234567890");
+  EXPECT_EQ(shownAddress(), std::string("Testing to IP: ") + GetParam().address);
 }
 
-TEST_F(OutageStart, DoesNotSeeABracketThatClosesFarther) {
-  ping = "Pinging [2001:db8:85a3:8d3:1319:8a2e:370:7348] with";
-  probe(1);
-  EXPECT_EQ(shownAddress(), "Testing to IP: 2001:db8:85a3:8d3:13");
-}
-
-TEST_F(OutageStart, CutsATextAtAClosingBracketAlone) {
-  ping = "10.0.0.1] with";
-  probe(1);
-  EXPECT_EQ(shownAddress(), "Testing to IP: 10.0.0.1");
-}
-
-TEST_F(OutageStart, FindsBracketsAtTheBeginningOfATextToo) {
-  ping = "[10.0.0.1] with";
-  probe(1);
-  EXPECT_EQ(shownAddress(), "Testing to IP: 10.0.0.1");
-}
+INSTANTIATE_TEST_SUITE_P(
+    All, OutageAddress,
+    testing::Values(AddressCase{"TwentyCharactersWithoutAClosingOne",
+                                "Pinging [123456789012345678901234567890", "12345678901234567890"},
+                    AddressCase{"NoneThatClosesFarther",
+                                "Pinging [2001:db8:85a3:8d3:1319:8a2e:370:7348] with",
+                                "2001:db8:85a3:8d3:13"},
+                    AddressCase{"AClosingOneAlone", "10.0.0.1] with", "10.0.0.1"},
+                    AddressCase{"AtTheBeginning", "[10.0.0.1] with", "10.0.0.1"}),
+    [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(OutageStart, ATextThatBeginsWithAClosingBracketHasNoAddress) {
   remember("Monitor", "UseP=192.0.2.9");

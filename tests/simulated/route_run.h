@@ -63,6 +63,8 @@ class RouteRun : public ::testing::Test {
   void TearDown() override {
     EXPECT_EQ(simulation.loop.gate().escapedFailures(), 0);
     EXPECT_EQ(simulation.processes.openHandles(), 2 * failedStarts);
+    EXPECT_EQ(simulation.icmp.openHandles, 0);
+    EXPECT_EQ(simulation.icmp.layers, 0);
   }
 
   Simulation simulation;

@@ -267,6 +267,15 @@ TEST_F(StabilityEnd, ThePageButtonShowsTheHopsBehindTheSixteenth) {
   EXPECT_EQ(window->Command1.caption.get(), "Page 1");
 }
 
+// The button of the run before stays in view, so that a user can turn the page in mid-run.
+TEST_F(StabilityEnd, ARunEndsOnItsFirstPageWhateverItsUserTurnedTo) {
+  testPath(18);
+  lookInHop(18, [&] { simulation.desktop.click(window->Command1); });
+  test();
+  EXPECT_EQ(window->Command1.caption.get(), "Page 2");
+  EXPECT_EQ(visibleGraphs(), range(0, 16));
+}
+
 TEST_F(StabilityEnd, ThePageButtonStaysInViewForAShorterSecondRun) {
   testPath(17);
   pathOf(2);
