@@ -20,6 +20,7 @@
 #include <QTimer>
 
 #include "frame/setlang.h"
+#include "own_folder.h"
 #include "platform/qt/desktop_system.h"
 #include "route/MonOut.h"
 #include "view/appearance.h"
@@ -55,23 +56,6 @@ pid_t startMtr(int probes) {
   _exit(kCannotRun);
 }
 
-// A folder of its own for the program's files, taken away at the end.
-class Folder {
- public:
-  Folder()
-      : path_(std::filesystem::temp_directory_path() /
-              ("outage_bench." + std::to_string(getpid()))) {
-    std::filesystem::create_directories(path_);
-    setenv("XDG_DATA_HOME", path_.c_str(), 1);
-  }
-  ~Folder() { std::filesystem::remove_all(path_); }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-
- private:
-  std::filesystem::path path_;
-};
-
 struct Watch {
   double processor = 0;  // s
   int probes = 0;
@@ -79,7 +63,7 @@ struct Watch {
 };
 
 Watch watch(int duration) {
-  const Folder folder;
+  const veltrin::OwnFolder folder("outage_bench");
   const auto system = veltrin::makeDesktopSystem(VELTRIN_PROGRAM, "Veltrin", veltrin::showInWindow);
   veltrin::Program program(system->platform());
   const auto other = program.show<veltrin::setlang>();  // keeps the program running

@@ -32,6 +32,7 @@
 #include <QApplication>
 
 #include "frame/starter.h"
+#include "own_folder.h"
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_text.h"
 #include "toolbox/toolbox.h"
@@ -183,14 +184,11 @@ std::vector<Case> cases() {
 class Start {
  public:
   explicit Start(const std::string& server) {
-    folder_ = std::filesystem::temp_directory_path() / ("start-bench-" + std::to_string(getpid()));
-    std::filesystem::remove_all(folder_);
-    std::filesystem::create_directories(folder_ / "veltrin" / "Files");
-    std::ofstream(folder_ / "veltrin" / "installation.ini")
+    const std::filesystem::path program = folder_.path() / "veltrin";
+    std::filesystem::create_directories(program / "Files");
+    std::ofstream(program / "installation.ini")
         << "[Installation]\r\nUpdateServer=" << server << "\r\n";
-    std::ofstream(folder_ / "veltrin" / "Files" / "Veltrin.dat")
-        << "[Settings]\r\nPath=known\r\nOS=known\r\n";
-    setenv("XDG_DATA_HOME", folder_.c_str(), 1);
+    std::ofstream(program / "Files" / "Veltrin.dat") << "[Settings]\r\nPath=known\r\nOS=known\r\n";
     system_ = veltrin::makeDesktopSystem(veltrin::fromQt(QCoreApplication::applicationFilePath()),
                                          "Veltrin", veltrin::showInWindow);
     program_ = std::make_unique<veltrin::Program>(system_->platform());
@@ -199,7 +197,6 @@ class Start {
   ~Start() {
     program_.reset();
     system_.reset();
-    std::filesystem::remove_all(folder_);
   }
   Start(const Start&) = delete;
   Start& operator=(const Start&) = delete;
@@ -219,7 +216,7 @@ class Start {
   }
 
  private:
-  std::filesystem::path folder_;
+  veltrin::OwnFolder folder_{"start_bench"};
   std::unique_ptr<veltrin::DesktopSystem> system_;
   std::unique_ptr<veltrin::Program> program_;
 };

@@ -23,10 +23,12 @@ void check(bool holds) {
   if (!holds) std::abort();
 }
 
-// The lines of a text but the empty ones, whatever they end with.
+// The lines of a text but the empty ones, whatever they end with. A byte order mark stays
+// at the beginning of the file, whatever becomes of its first line.
 Lines linesOf(const std::string& text) {
+  const std::string mark = "\xEF\xBB\xBF";
   Lines lines;
-  for (std::size_t at = 0; at < text.size();) {
+  for (std::size_t at = text.starts_with(mark) ? mark.size() : 0; at < text.size();) {
     const auto end = std::min(text.find_first_of("\r\n", at), text.size());
     if (end > at) lines.push_back(text.substr(at, end - at));
     at = end + 1;
