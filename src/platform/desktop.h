@@ -3,8 +3,10 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "forms/form.h"
+#include "forms/menu_entry.h"
 
 namespace veltrin {
 
@@ -64,6 +66,13 @@ class Desktop {
   // Shows a message and pumps until it is answered. An empty title means the
   // application's. Returns one of the answers. Throws ProgramEnded.
   virtual int messageBox(const std::string& text, int style, const std::string& title) = 0;
+
+  // Opens a menu of entries, without its own title, at the mouse, or at the window's middle
+  // when that was asked for by a key, and pumps until it has gone. What is chosen is pressed
+  // behind that. The default entry is shown as such (PopupMenu, flags 8: to the right of the
+  // place).
+  virtual void popupMenu(Form& form, const std::vector<MenuEntry*>& entries,
+                         const MenuEntry* defaultEntry) = 0;
 
   virtual void clearClipboard() = 0;
   virtual void setClipboardText(const std::string& text) = 0;

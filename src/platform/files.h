@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace veltrin {
 
@@ -12,6 +13,17 @@ class TextStream {
  public:
   virtual ~TextStream() = default;
   virtual void Write(const std::string& text) = 0;
+  virtual void Close() = 0;
+};
+
+// A file open for writing bytes over what it holds. Each call throws StatementFailed when
+// the system refuses it. Destroying an unclosed stream closes it.
+class ByteStream {
+ public:
+  virtual ~ByteStream() = default;
+
+  // Puts bytes behind those that were put before; the first at the file's beginning.
+  virtual void Put(std::string_view bytes) = 0;
   virtual void Close() = 0;
 };
 
@@ -49,6 +61,15 @@ class Files {
   virtual std::unique_ptr<TextStream> OpenTextFile(const std::string& folder,
                                                    const std::string& name, FileMode mode,
                                                    bool create) = 0;
+
+  // Opens a file for writing bytes in its place (Open For Binary), made when missing. It is
+  // not cut: what a longer, older file holds behind the new bytes stays. Throws
+  // StatementFailed when the system refuses it.
+  virtual std::unique_ptr<ByteStream> openBinary(const std::string& path) = 0;
+
+  // Deletes one file. Throws StatementFailed (kFileNotFound) when there is none, and when
+  // the system refuses it. A file of the installation's share is none.
+  virtual void Kill(const std::string& path) = 0;
 };
 
 }  // namespace veltrin

@@ -6,10 +6,12 @@
 #include "platform/clock.h"
 #include "platform/counters.h"
 #include "platform/desktop.h"
+#include "platform/downloads.h"
 #include "platform/environment.h"
 #include "platform/event_loop.h"
 #include "platform/files.h"
 #include "platform/icmp.h"
+#include "platform/interface_table.h"
 #include "platform/processes.h"
 #include "platform/profile_store.h"
 #include "platform/registry.h"
@@ -35,6 +37,8 @@ struct Platform {
   Counters& counters;
   Wmi& wmi;
   Icmp& icmp;
+  Downloads& downloads;
+  InterfaceTable& interfaces;
 
   // The program's file name without folder and ending.
   std::string executableName;

@@ -30,7 +30,7 @@ constexpr std::array kHouses{
     House{"route", " text forms platform frame ping route "},
     House{"mtu", " text forms platform frame ping mtu "},
     House{"download", " text forms platform frame download "},
-    House{"monitor", " text forms platform frame monitor "},
+    House{"monitor", " text forms platform frame controls monitor "},
     House{"sysinfo", " text forms platform frame sysinfo "},
     House{"controls", " text forms platform frame controls "},
     House{"toolbox",

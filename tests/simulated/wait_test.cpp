@@ -241,6 +241,8 @@ TEST_F(WaitTest, AWaitThatFailsMidwayClosesItsTimer) {
                     simulation.counters,
                     simulation.wmi,
                     simulation.icmp,
+                    simulation.downloads,
+                    simulation.interfaces,
                     "Veltrin"};
   EXPECT_THROW(Wait(platform, 1000), StatementFailed);
   EXPECT_EQ(loop.timerLog.back(), "close");

@@ -39,6 +39,17 @@ void SimulatedDesktop::makeModal(Form& form) {
   if (onModal) onModal(form);
 }
 
+void SimulatedDesktop::popupMenu(Form& form, const std::vector<MenuEntry*>& entries,
+                                 const MenuEntry* defaultEntry) {
+  note("popup of " + form.name());
+  Popup popup;
+  for (const MenuEntry* entry : entries) popup.entries.push_back(entry->caption);
+  if (defaultEntry != nullptr) popup.defaultEntry = defaultEntry->caption;
+  popups.push_back(popup);
+  MenuEntry* const chosen = choice ? choice() : nullptr;
+  if (chosen != nullptr) chosen->press();
+}
+
 int SimulatedDesktop::messageBox(const std::string& text, int style, const std::string& title) {
   note("message " + text);
   messages.push_back({loop_.milliseconds(), text, style, title.empty() ? title_ : title});

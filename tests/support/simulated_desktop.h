@@ -29,6 +29,8 @@ class SimulatedDesktop : public Desktop, public Journalled {
   void hide(Form& form) override;
   void remove(Form& form) override;
   void makeModal(Form& form) override;
+  void popupMenu(Form& form, const std::vector<MenuEntry*>& entries,
+                 const MenuEntry* defaultEntry) override;
   int messageBox(const std::string& text, int style, const std::string& title) override;
   void clearClipboard() override {
     note("clear clipboard");
@@ -81,6 +83,15 @@ class SimulatedDesktop : public Desktop, public Journalled {
   std::vector<ScreenRectangle> focusRectangles;   // every drawing, in order
   std::vector<ScreenRectangle> visibleBorders;    // those that stand on the screen now
   bool movesBySystem = false;
+
+  // A menu that was opened, and what its user does with it; nothing chooses nothing.
+  struct Popup {
+    std::vector<std::string> entries;
+    std::string defaultEntry;
+    friend bool operator==(const Popup&, const Popup&) = default;
+  };
+  std::vector<Popup> popups;
+  std::function<MenuEntry*()> choice;
   std::function<void(Form&)> onModal;     // called when a window comes up before all others
   std::vector<std::string> otherWindows;  // titles of other programs' windows
 

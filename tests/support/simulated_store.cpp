@@ -47,6 +47,26 @@ class SimulatedStream : public TextStream {
   bool closed_ = false;
 };
 
+// Writes over the bytes of its file as they come, as the real one does.
+class SimulatedBytes : public ByteStream {
+ public:
+  SimulatedBytes(SimulatedFiles& files, std::string path) : files_(files), path_(std::move(path)) {}
+
+  void Put(std::string_view bytes) override {
+    std::string content = files_.contents[path_];
+    content.replace(std::min(place_, content.size()), bytes.size(), bytes);
+    files_.replace(path_, content);
+    place_ += bytes.size();
+  }
+
+  void Close() override { ++files_.closings; }
+
+ private:
+  SimulatedFiles& files_;
+  std::string path_;
+  std::size_t place_ = 0;
+};
+
 std::string keyPath(const std::string& path) { return LCase(path); }
 
 }  // namespace
@@ -72,6 +92,19 @@ std::unique_ptr<TextStream> SimulatedFiles::OpenTextFile(const std::string& fold
   if (!exists) replace(path, {});
   return std::make_unique<SimulatedStream>(*this, path,
                                            mode == FileMode::Appending ? contents[path] : "");
+}
+
+std::unique_ptr<ByteStream> SimulatedFiles::openBinary(const std::string& path) {
+  note("open " + path);
+  if (refuseOpening) throw StatementFailed("Permission denied", kPermissionDenied);
+  if (contents.count(path) == 0) contents[path] = {};
+  return std::make_unique<SimulatedBytes>(*this, path);
+}
+
+void SimulatedFiles::Kill(const std::string& path) {
+  note("delete " + path);
+  if (refuseOpening) throw StatementFailed("Permission denied", kPermissionDenied);
+  if (contents.erase(path) == 0) throw StatementFailed("File not found", kFileNotFound);
 }
 
 void SimulatedFiles::replace(const std::string& path, const std::string& content) {

@@ -36,6 +36,8 @@ class SimulatedFiles : public Files, public Journalled {
   void CreateFolder(const std::string& path) override;
   std::unique_ptr<TextStream> OpenTextFile(const std::string& folder, const std::string& name,
                                            FileMode mode, bool create) override;
+  std::unique_ptr<ByteStream> openBinary(const std::string& path) override;
+  void Kill(const std::string& path) override;
 };
 
 // Profile files in memory, read and written by the engine of the real ones.

@@ -40,6 +40,27 @@ std::int32_t SimulatedCounters::PdhOpenQuery(Query& query) {
   return openStatus;
 }
 
+std::int32_t SimulatedCounters::PdhEnumObjectItemsA(
+    const std::string& machine, const std::string& object, std::string& counters,
+    std::uint32_t& countersLength, std::string& instanceNames, std::uint32_t& instancesLength,
+    std::uint32_t detail, std::uint32_t flags) {
+  note("enumerate " + object);
+  enumerations.push_back(machine + "|" + object + "|" + std::to_string(detail) + "|" +
+                         std::to_string(flags));
+  if (enumStatus != 0) return enumStatus;
+  const auto fill = [](std::string& buffer, std::uint32_t& length,
+                       const std::vector<std::string>& names) {
+    std::string list;
+    for (const std::string& name : names) list += name + '\0';
+    list += '\0';
+    buffer.replace(0, list.size(), list);
+    length = static_cast<std::uint32_t>(list.size());
+  };
+  fill(counters, countersLength, {"Bytes Total/sec"});
+  fill(instanceNames, instancesLength, instances);
+  return 0;
+}
+
 std::int32_t SimulatedCounters::PdhVbAddCounter(Query /*query*/, const std::string& path,
                                                 Counter& counter) {
   note("add " + path);
@@ -49,6 +70,8 @@ std::int32_t SimulatedCounters::PdhVbAddCounter(Query /*query*/, const std::stri
 }
 
 std::int32_t SimulatedCounters::PdhCollectQueryData(Query query) {
+  ++collections;
+  note("collect");
   return query == 1 ? 0 : kInvalidHandle;
 }
 

@@ -60,7 +60,15 @@ class SimulatedCounters : public Counters, public Journalled {
   std::int32_t addStatus = 0;
   std::vector<std::string> paths;  // of the added counters; a handle is the place from 1
   std::map<std::string, double> values;
+  std::vector<std::string> instances;  // of every object
+  std::int32_t enumStatus = 0;
+  std::vector<std::string> enumerations;  // "machine|object|detail|flags"
+  int collections = 0;
 
+  std::int32_t PdhEnumObjectItemsA(const std::string& machine, const std::string& object,
+                                   std::string& counters, std::uint32_t& countersLength,
+                                   std::string& instanceNames, std::uint32_t& instancesLength,
+                                   std::uint32_t detail, std::uint32_t flags) override;
   std::int32_t PdhOpenQuery(Query& query) override;
   std::int32_t PdhVbAddCounter(Query query, const std::string& path, Counter& counter) override;
   std::int32_t PdhCollectQueryData(Query query) override;

@@ -3,6 +3,7 @@
 
 #include "frame/program.h"
 #include "support/simulated_desktop.h"
+#include "support/simulated_downloads.h"
 #include "support/simulated_loop.h"
 #include "support/simulated_processes.h"
 #include "support/simulated_store.h"
@@ -25,8 +26,11 @@ class Simulation {
   SimulatedCounters counters;
   SimulatedWmi wmi;
   SimulatedIcmp icmp{loop};
-  Platform platform{loop,  loop,        clock,   desktop,  files, processes, profiles, registry,
-                    shell, environment, sockets, counters, wmi,   icmp,      "Veltrin"};
+  SimulatedDownloads downloads;
+  SimulatedInterfaces interfaces;
+  Platform platform{loop,     loop,     clock,     desktop,     files,    processes,
+                    profiles, registry, shell,     environment, sockets,  counters,
+                    wmi,      icmp,     downloads, interfaces,  "Veltrin"};
 
   // Keeps what the program asks of all parts of the platform from now on, in one order.
   void keepJournal();

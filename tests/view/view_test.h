@@ -110,9 +110,12 @@ class ViewTest : public testing::Test {
   SimulatedCounters counters;
   SimulatedWmi wmi;
   SimulatedIcmp icmp{calendar};
+  SimulatedDownloads downloads;
+  SimulatedInterfaces interfaces;
   QtDesktop desktop{events, files, "Veltrin", showInWindow};
-  Platform platform{events, timers,      clock,   desktop,  files, processes, profiles, registry,
-                    shell,  environment, sockets, counters, wmi,   icmp,      "veltrin"};
+  Platform platform{events,   timers,   clock,     desktop,     files,    processes,
+                    profiles, registry, shell,     environment, sockets,  counters,
+                    wmi,      icmp,     downloads, interfaces,  "veltrin"};
   Program program{platform};
   QWidget* window = nullptr;
   std::deque<std::function<void()>> later;

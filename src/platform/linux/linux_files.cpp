@@ -12,6 +12,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "platform/portable/byte_file.h"
 #include "platform/portable/file_names.h"
 #include "platform/portable/replacing_stream.h"
 #include "text/statement.h"
@@ -135,6 +136,12 @@ std::unique_ptr<TextStream> LinuxFiles::OpenTextFile(const std::string& folder,
   requireFileName(folder, name);
   return openReplacing(own(folder + name), mode, create);
 }
+
+std::unique_ptr<ByteStream> LinuxFiles::openBinary(const std::string& path) {
+  return openInPlace(own(path));
+}
+
+void LinuxFiles::Kill(const std::string& path) { deleteFile(own(path)); }
 
 bool LinuxFiles::isOwn(std::string_view path) const {
   if (!path.starts_with(folders_.data)) return false;

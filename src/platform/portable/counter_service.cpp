@@ -18,6 +18,18 @@ const CounterInstance* find(const Instances& instances, const std::string& name)
   return found == instances.end() ? nullptr : &*found;
 }
 
+// Writes names into a buffer, each ended by a NUL and all of them by one more; the length is
+// the buffer's, and then that of what was written or is to be.
+bool writeNames(const std::vector<std::string>& names, std::string& buffer, std::uint32_t& length) {
+  std::string list;
+  for (const std::string& name : names) list += name + '\0';
+  list += '\0';
+  const bool fits = list.size() <= length && list.size() <= buffer.size();
+  length = static_cast<std::uint32_t>(list.size());
+  if (fits) list.copy(buffer.data(), list.size());
+  return fits;
+}
+
 constexpr double kWhole = 100;  // percent
 
 // The growth from one reading to the next; 0 with the status where it makes no sense.
@@ -38,6 +50,26 @@ CounterService::CounterService(std::string machine, Sources sources)
 std::int32_t CounterService::PdhOpenQuery(Query& query) {
   query = ++queries_;
   return 0;
+}
+
+std::int32_t CounterService::PdhEnumObjectItemsA(
+    const std::string& machine, const std::string& object, std::string& counters,
+    std::uint32_t& countersLength, std::string& instances, std::uint32_t& instancesLength,
+    std::uint32_t /*detail*/, std::uint32_t /*flags*/) {
+  const std::string name =
+      machine.substr(std::min(machine.find_first_not_of('\\'), machine.size()));
+  if (!name.empty() && !equalIgnoringCase(name, machine_)) return kPdhNoMachine;
+  const CounterSource* const source = sourceOf(object);
+  if (source == nullptr) return kPdhNoObject;
+  std::vector<std::string> names;
+  for (const CounterName& each : source->counters()) names.push_back(each.name);
+  const bool namesFit = writeNames(names, counters, countersLength);
+  names.clear();
+  for (const CounterInstance& each : source->read()) {
+    if (!each.name.empty()) names.push_back(each.name);
+  }
+  const bool instancesFit = writeNames(names, instances, instancesLength);
+  return namesFit && instancesFit ? 0 : kPdhMoreData;
 }
 
 std::int32_t CounterService::PdhVbAddCounter(Query query, const std::string& path,

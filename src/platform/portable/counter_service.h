@@ -37,6 +37,13 @@ class CounterService : public Counters {
 
   std::int32_t PdhOpenQuery(Query& query) override;
 
+  // kPdhNoMachine or kPdhNoObject for what is not there; a machine's name may stand with or
+  // without its backslashes, and none means this one.
+  std::int32_t PdhEnumObjectItemsA(const std::string& machine, const std::string& object,
+                                   std::string& counters, std::uint32_t& countersLength,
+                                   std::string& instances, std::uint32_t& instancesLength,
+                                   std::uint32_t detail, std::uint32_t flags) override;
+
   // kPdhInvalidHandle for no query, kPdhBadCounterName for a text that is no path,
   // kPdhNoMachine, kPdhNoObject, kPdhNoCounter or kPdhNoInstance for what is not there.
   std::int32_t PdhVbAddCounter(Query query, const std::string& path, Counter& counter) override;

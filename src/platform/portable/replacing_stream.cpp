@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/portable/atomic_file.h"
+#include "platform/portable/file_failure.h"
 #include "text/statement.h"
 
 #ifdef _WIN32
@@ -17,29 +18,11 @@
 namespace veltrin {
 namespace {
 
-// Further numbers of failures of files, as users of Basic know them.
+// Number of a failure of files, as users of Basic know it.
 constexpr int kBadFileMode = 54;
-constexpr int kDeviceError = 57;
-
-[[noreturn]] void fail(std::error_code error) {
-  if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory) {
-    throw StatementFailed("Path not found", kPathNotFound);
-  }
-  if (error == std::errc::no_space_on_device || error == std::errc::file_too_large) {
-    throw StatementFailed("Disk full", kDiskFull);
-  }
-  if (error == std::errc::permission_denied || error == std::errc::is_a_directory ||
-      error == std::errc::operation_not_permitted || error == std::errc::read_only_file_system) {
-    throw StatementFailed("Permission denied", kPermissionDenied);
-  }
-  if (error == std::errc::filename_too_long || error == std::errc::invalid_argument) {
-    throw StatementFailed("Bad file name or number", kBadFileName);
-  }
-  throw StatementFailed("Device I/O error", kDeviceError);
-}
 
 void throwOn(std::error_code error) {
-  if (error) fail(error);
+  if (error) failFile(error);
 }
 
 // Whether there is a file that may be written; false when it is missing.
@@ -54,7 +37,7 @@ bool writableFileExists(const std::string& path) {
   std::FILE* const file = std::fopen(path.c_str(), "r+be");
 #endif
   if (file == nullptr && errno == ENOENT) return false;
-  if (file == nullptr) fail({errno, std::generic_category()});
+  if (file == nullptr) failFile({errno, std::generic_category()});
   std::fclose(file);
   return true;
 }

@@ -9,6 +9,8 @@
 #include "platform/linux/linux_processes.h"
 #include "platform/linux/linux_registry.h"
 #include "platform/linux/linux_shell.h"
+#include "platform/portable/no_downloads.h"
+#include "platform/portable/no_interface_table.h"
 #include "platform/portable/no_wmi.h"
 #include "platform/portable/profile_file.h"
 #include "platform/qt/desktop_system.h"
@@ -42,9 +44,23 @@ class LinuxDesktopSystem : public DesktopSystem {
                 sleepUntilReadable(events_, descriptor, milliseconds);
               }),
         desktop_(events_, files_, applicationTitle, std::move(looks)),
-        platform_{events_,    timers_,   clock_,    desktop_, files_,
-                  processes_, profiles_, registry_, shell_,   environment_,
-                  sockets_,   counters_, wmi_,      icmp_,    executable.stem().string()} {}
+        platform_{events_,
+                  timers_,
+                  clock_,
+                  desktop_,
+                  files_,
+                  processes_,
+                  profiles_,
+                  registry_,
+                  shell_,
+                  environment_,
+                  sockets_,
+                  counters_,
+                  wmi_,
+                  icmp_,
+                  downloads_,
+                  interfaces_,
+                  executable.stem().string()} {}
 
   Platform& platform() override { return platform_; }
   void run() override { events_.run(); }
@@ -63,6 +79,8 @@ class LinuxDesktopSystem : public DesktopSystem {
   LinuxCounters counters_;
   NoWmi wmi_;
   LinuxIcmp icmp_;
+  NoDownloads downloads_;
+  NoInterfaceTable interfaces_;
   QtDesktop desktop_;
   Platform platform_;
 };

@@ -1,5 +1,7 @@
 #include <utility>
 
+#include "platform/portable/no_downloads.h"
+#include "platform/portable/no_interface_table.h"
 #include "platform/portable/no_wmi.h"
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_desktop.h"
@@ -35,9 +37,10 @@ class WindowsDesktopSystem : public DesktopSystem {
         processes_([this](void* event) { sleepUntilSignalled(events_, event); }),
         icmp_([this](void* event) { sleepUntilSignalled(events_, event); }),
         desktop_(events_, files_, applicationTitle, std::move(looks)),
-        platform_{events_,    timers_,   clock_,    desktop_, files_,
-                  processes_, profiles_, registry_, shell_,   environment_,
-                  sockets_,   counters_, wmi_,      icmp_,    stemOf(executable)} {}
+        platform_{events_,     timers_,           clock_,    desktop_, files_,
+                  processes_,  profiles_,         registry_, shell_,   environment_,
+                  sockets_,    counters_,         wmi_,      icmp_,    downloads_,
+                  interfaces_, stemOf(executable)} {}
 
   Platform& platform() override { return platform_; }
   void run() override { events_.run(); }
@@ -56,6 +59,8 @@ class WindowsDesktopSystem : public DesktopSystem {
   WindowsCounters counters_;
   NoWmi wmi_;
   WindowsIcmp icmp_;
+  NoDownloads downloads_;
+  NoInterfaceTable interfaces_;
   QtDesktop desktop_;
   Platform platform_;
 };

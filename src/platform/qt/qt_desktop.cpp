@@ -4,6 +4,8 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QCursor>
+#include <QMenu>
 #include <QWindow>
 
 #include "platform/qt/message_box.h"
@@ -70,6 +72,25 @@ void QtDesktop::makeModal(Form& form) {
     window->setWindowModality(Qt::ApplicationModal);
   }
   show(form);
+}
+
+void QtDesktop::popupMenu(Form& form, const std::vector<MenuEntry*>& entries,
+                          const MenuEntry* defaultEntry) {
+  QWidget* const window = windowOf(form);
+  if (window == nullptr) return;
+  QMenu menu(window);
+  MenuEntry* chosen = nullptr;
+  for (MenuEntry* const entry : entries) {
+    QAction* const action = menu.addAction(toQt(entry->caption.get()));
+    action->setEnabled(entry->enabled);
+    action->setVisible(entry->visible);
+    QObject::connect(action, &QAction::triggered, &menu, [&chosen, entry] { chosen = entry; });
+    if (entry == defaultEntry) menu.setDefaultAction(action);
+  }
+  const bool isMouseThere = window->frameGeometry().contains(QCursor::pos());
+  menu.popup(isMouseThere ? QCursor::pos() : window->frameGeometry().center());
+  events_.pumpUntil([&menu] { return !menu.isVisible(); });
+  if (chosen != nullptr) chosen->press();
 }
 
 int QtDesktop::messageBox(const std::string& text, int style, const std::string& title) {

@@ -30,6 +30,10 @@ class QtDesktop : public Desktop {
   void hide(Form& form) override;
   void remove(Form& form) override;
   void makeModal(Form& form) override;
+
+  // Nothing for a form that was never shown.
+  void popupMenu(Form& form, const std::vector<MenuEntry*>& entries,
+                 const MenuEntry* defaultEntry) override;
   int messageBox(const std::string& text, int style, const std::string& title) override;
   void clearClipboard() override;
   void setClipboardText(const std::string& text) override;

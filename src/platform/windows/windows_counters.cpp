@@ -3,6 +3,7 @@
 #include <windows.h>
 // The macros would rename the operations of these names.
 #undef PdhOpenQuery
+#undef PdhEnumObjectItems
 
 #include "platform/windows/code_page.h"
 #include "platform/windows/windows_counters.h"
@@ -21,6 +22,24 @@ std::int32_t WindowsCounters::PdhOpenQuery(Query& query) {
   PDH_HQUERY opened = nullptr;
   const PDH_STATUS status = PdhOpenQueryA(nullptr, kUserData, &opened);
   if (status == ERROR_SUCCESS) query = reinterpret_cast<Query>(opened);
+  return status;
+}
+
+// A machine goes by its name with two backslashes in front.
+std::int32_t WindowsCounters::PdhEnumObjectItemsA(const std::string& machine,
+                                                  const std::string& object, std::string& counters,
+                                                  std::uint32_t& countersLength,
+                                                  std::string& instances,
+                                                  std::uint32_t& instancesLength,
+                                                  std::uint32_t detail, std::uint32_t flags) {
+  DWORD counterCount = countersLength;
+  DWORD instanceCount = instancesLength;
+  const std::string machineName = toAnsi(machine);
+  const PDH_STATUS status = ::PdhEnumObjectItemsA(
+      nullptr, machineName.empty() ? nullptr : machineName.c_str(), toAnsi(object).c_str(),
+      counters.data(), &counterCount, instances.data(), &instanceCount, detail, flags);
+  countersLength = counterCount;
+  instancesLength = instanceCount;
   return status;
 }
 

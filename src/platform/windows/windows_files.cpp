@@ -3,6 +3,7 @@
 #include <utility>
 #include <windows.h>
 
+#include "platform/portable/byte_file.h"
 #include "platform/portable/file_names.h"
 #include "platform/portable/replacing_stream.h"
 #include "platform/windows/code_page.h"
@@ -46,5 +47,11 @@ std::unique_ptr<TextStream> WindowsFiles::OpenTextFile(const std::string& folder
   requireFileName(folder, name);
   return openReplacing(folder + name, mode, create, toAnsi);
 }
+
+std::unique_ptr<ByteStream> WindowsFiles::openBinary(const std::string& path) {
+  return openInPlace(path);
+}
+
+void WindowsFiles::Kill(const std::string& path) { deleteFile(path); }
 
 }  // namespace veltrin

@@ -1,0 +1,78 @@
+#include "platform/portable/byte_file.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <utility>
+
+#include "platform/portable/file_failure.h"
+#include "text/statement.h"
+
+#ifdef _WIN32
+#include "platform/windows/code_page.h"
+#endif
+
+namespace veltrin {
+namespace {
+
+std::error_code lastError() { return {errno, std::generic_category()}; }
+
+#ifdef _WIN32
+std::filesystem::path nativePath(const std::string& path) { return toWide(path); }
+
+// Null where the system refuses it, as for a missing file that is not to be made.
+std::FILE* open(const std::string& path, bool make) {
+  return _wfopen(toWide(path).c_str(), make ? L"wb" : L"r+b");
+}
+#else
+std::filesystem::path nativePath(const std::string& path) { return path; }
+
+// Null where the system refuses it, as for a missing file that is not to be made.
+std::FILE* open(const std::string& path, bool make) {
+  return std::fopen(path.c_str(), make ? "wbe" : "r+be");
+}
+#endif
+
+class ByteFile : public ByteStream {
+ public:
+  explicit ByteFile(std::FILE* file) : file_(file) { std::setvbuf(file_, nullptr, _IONBF, 0); }
+  ~ByteFile() override {
+    if (file_ != nullptr) std::fclose(file_);
+  }
+  ByteFile(const ByteFile&) = delete;
+  ByteFile& operator=(const ByteFile&) = delete;
+
+  void Put(std::string_view bytes) override {
+    if (file_ == nullptr) throw StatementFailed("Bad file name or number", kBadFileName);
+    if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size()) failFile(lastError());
+  }
+
+  void Close() override {
+    if (file_ == nullptr) return;
+    if (std::fclose(std::exchange(file_, nullptr)) != 0) failFile(lastError());
+  }
+
+ private:
+  std::FILE* file_;
+};
+
+}  // namespace
+
+std::unique_ptr<ByteStream> openInPlace(const std::string& path) {
+  std::FILE* file = open(path, false);
+  if (file == nullptr && errno == ENOENT) file = open(path, true);
+  if (file == nullptr) failFile(lastError());
+  return std::make_unique<ByteFile>(file);
+}
+
+void deleteFile(const std::string& path) {
+  std::error_code error;
+  if (std::filesystem::is_directory(nativePath(path), error)) {
+    throw StatementFailed("File not found", kFileNotFound);
+  }
+  const bool removed = std::filesystem::remove(nativePath(path), error);
+  if (error) failFile(error);
+  if (!removed) throw StatementFailed("File not found", kFileNotFound);
+}
+
+}  // namespace veltrin
