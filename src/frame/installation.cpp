@@ -38,13 +38,16 @@ std::string pageAddress(const std::string& page, const Files& files) {
 Installation readInstallation(ProfileStore& profiles, const Files& files) {
   Installation installation;
   const std::string path = files.programFolder() + "\\installation.ini";
-  const auto read = [&](const char* key, std::string& value) {
+  const auto read = [&](const std::string& key, std::string& value) {
     value = profiles.read("Installation", key, value, kLongestSetting, path);
   };
   read("ProbeHost", installation.ProbeHost);
   read("UpdateServer", installation.UpdateServer);
   read("HelpPageUrl", installation.HelpPageUrl);
   read("HomePageUrl", installation.HomePageUrl);
+  for (std::size_t place = 0; place < installation.DownloadTestUrl.size(); ++place) {
+    read("DownloadTestUrl" + std::to_string(place + 1), installation.DownloadTestUrl[place]);
+  }
   installation.HelpPageUrl = pageAddress(installation.HelpPageUrl, files);
   installation.HomePageUrl = pageAddress(installation.HomePageUrl, files);
   return installation;

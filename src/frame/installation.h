@@ -1,6 +1,7 @@
 // Settings that the installation brings along.
 #pragma once
 
+#include <array>
 #include <string>
 
 #include "platform/platform.h"
@@ -20,6 +21,10 @@ struct Installation {
   // backslash is a file below the program folder.
   std::string HelpPageUrl = "\\help\\index.html";
   std::string HomePageUrl = "\\help\\home.html";
+
+  // DownloadTestUrl1 to DownloadTestUrl6: files that the download test reads, the first the
+  // largest. Empty ones cannot be tested with.
+  std::array<std::string, 6> DownloadTestUrl;
 };
 
 // The pages come as addresses that a browser opens.

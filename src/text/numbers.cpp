@@ -1,8 +1,10 @@
 #include "text/numbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
 #include <system_error>
 
@@ -70,6 +72,16 @@ std::size_t decimalNumber(std::string_view text, double& value) {
   return at;
 }
 
+// A number of at least 0 rounded to so many digits behind its point, halves up. Digits that
+// are only how a number such as 2.675 is kept do not count.
+double roundedTo(std::size_t digits, double number) {
+  if (digits == 0) return std::round(number);
+  char scaled[400];
+  const double scale = std::pow(10.0, static_cast<double>(digits));
+  std::snprintf(scaled, sizeof scaled, "%.15g", number * scale);
+  return std::round(std::strtod(scaled, nullptr)) / scale;
+}
+
 std::string withSeparators(std::string digits) {
   for (auto at = static_cast<std::ptrdiff_t>(digits.size()) - 3; at > 0; at -= 3) {
     digits.insert(static_cast<std::size_t>(at), 1, ',');
@@ -123,14 +135,24 @@ std::string toText(double number) {
 }
 
 std::string Format(double number, std::string_view pattern) {
-  const double whole = std::round(number);
-  if (whole == 0) return pattern == "0" ? "0" : "";
+  const std::string_view whole = pattern.substr(0, pattern.find('.'));
+  const std::string_view part = pattern.substr(std::min(whole.size() + 1, pattern.size()));
+  const double rounded = roundedTo(part.size(), std::fabs(number));
   char buffer[400];
-  const int length = std::snprintf(buffer, sizeof buffer, "%.0f", std::fabs(whole));
+  const int length =
+      std::snprintf(buffer, sizeof buffer, "%.*f", static_cast<int>(part.size()), rounded);
   std::string digits(buffer, static_cast<std::size_t>(length));
-  if (pattern == "#,###") digits = withSeparators(digits);
-  if (whole < 0) digits.insert(digits.begin(), '-');
-  return digits;
+  std::string fraction = digits.substr(std::min(digits.find('.') + 1, digits.size()));
+  if (part.empty()) fraction.clear();
+  digits.resize(std::min(digits.find('.'), digits.size()));
+  if (digits == "0" && whole.find('0') == std::string_view::npos) digits.clear();
+  if (whole.find(',') != std::string_view::npos) digits = withSeparators(std::move(digits));
+  const std::size_t needed = part.find_last_of('0') + 1;
+  while (fraction.size() > needed && fraction.back() == '0') fraction.pop_back();
+  std::string text = number < 0 && rounded != 0 ? "-" : "";
+  text += digits;
+  if (whole.size() < pattern.size()) text += '.' + fraction;
+  return text;
 }
 
 }  // namespace veltrin

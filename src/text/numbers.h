@@ -26,9 +26,10 @@ std::int32_t toLong(double number);
 // to 15 significant digits, no blank in front.
 std::string toText(double number);
 
-// A number in one of the patterns "#", "###", "0" and "#,###": rounded half away
-// from zero to a whole number. "#" patterns give an empty text for 0; "#,###"
-// puts a comma between thousands.
+// A number in a pattern of the places '#' and '0' with or without a point ("#", "###", "0",
+// "#,###", "##.###", "##.#0#"): rounded half away from zero to the digits behind the
+// pattern's point. A '0' is a digit in any case, a '#' only where the number has one: "#"
+// gives an empty text for 0, "##.###" ".5" and "5.". A comma puts commas between thousands.
 std::string Format(double number, std::string_view pattern);
 
 }  // namespace veltrin
