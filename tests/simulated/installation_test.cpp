@@ -38,6 +38,21 @@ TEST_F(InstallationFile, ThatIsMissingGivesTheBuiltInValues) {
   EXPECT_EQ(installation.HomePageUrl, "file:///C:/Program%20Files/Veltrin/help/home.html");
 }
 
+TEST_F(InstallationFile, NamesSixFilesForTheDownloadTest) {
+  const Installation installation = read(
+      "DownloadTestUrl1=https://one.example/\r\nDownloadTestUrl2=https://two.example/\r\n"
+      "DownloadTestUrl3=https://three.example/\r\nDownloadTestUrl4=https://four.example/\r\n"
+      "DownloadTestUrl5=https://five.example/\r\nDownloadTestUrl6=https://six.example/\r\n");
+  EXPECT_EQ(installation.DownloadTestUrl,
+            (std::array<std::string, 6>{"https://one.example/", "https://two.example/",
+                                        "https://three.example/", "https://four.example/",
+                                        "https://five.example/", "https://six.example/"}));
+}
+
+TEST_F(InstallationFile, NamesNoFileForTheDownloadTestByItself) {
+  EXPECT_EQ(read("").DownloadTestUrl, (std::array<std::string, 6>{}));
+}
+
 TEST_F(InstallationFile, APageBelowTheProgramFolderBecomesAnAddressOfPlainLetters) {
   EXPECT_EQ(read("HelpPageUrl=\\h\xC3\xBClp\\a-b_c.~d#1%.html").HelpPageUrl,
             "file:///C:/Program%20Files/Veltrin/h%C3%BClp/a-b_c.~d%231%25.html");

@@ -118,6 +118,37 @@ TEST(FormatNumber, SeparatesThousandsWhereThePatternAsksForIt) {
   EXPECT_EQ(Format(-1234567, "#,###"), "-1,234,567");
 }
 
+TEST(FormatNumber, PrintsAnyPartOfANumberUpToThePlacesOfThePattern) {
+  EXPECT_EQ(Format(12.3456, "##.###"), "12.346");
+  EXPECT_EQ(Format(12.5, "##.###"), "12.5");
+  EXPECT_EQ(Format(1234.5, "#.###"), "1234.5");
+  EXPECT_EQ(Format(0.25, "##.###"), ".25");
+}
+
+TEST(FormatNumber, APartThatIsNotThereLeavesThePointAlone) {
+  EXPECT_EQ(Format(12, "##.###"), "12.");
+  EXPECT_EQ(Format(0.0004, "##.###"), ".");
+  EXPECT_EQ(Format(0, "##.###"), ".");
+}
+
+TEST(FormatNumber, AZeroInThePatternIsADigitInAnyCase) {
+  EXPECT_EQ(Format(12, "##.#0#"), "12.00");
+  EXPECT_EQ(Format(12.3, "##.#0#"), "12.30");
+  EXPECT_EQ(Format(12.345, "##.#0#"), "12.345");
+  EXPECT_EQ(Format(0, "##.#0#"), ".00");
+  EXPECT_EQ(Format(0, "#0"), "0");
+  EXPECT_EQ(Format(17, "#0"), "17");
+  EXPECT_EQ(Format(0.5, "0.0"), "0.5");
+}
+
+TEST(FormatNumber, RoundsPartsAwayFromZeroAsTheyAreWritten) {
+  EXPECT_EQ(Format(2.0005, "#.###"), "2.001");
+  EXPECT_EQ(Format(2.675, "#.##"), "2.68");
+  EXPECT_EQ(Format(-2.675, "#.##"), "-2.68");
+  EXPECT_EQ(Format(-0.0004, "#.###"), ".");
+  EXPECT_EQ(Format(999.9996, "#.###"), "1000.");
+}
+
 TEST(FormatDate, PrintsThePatternsOfTheProgram) {
   const DateTime moment{2026, 3, 7, 9, 5, 2};
   EXPECT_EQ(Format(moment, "dd mmm yyyy"), "07 Mar 2026");
