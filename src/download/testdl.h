@@ -63,6 +63,9 @@ class testdl : public Form {
   double DownloadSpeed = 0;
   std::int64_t DownloadTotal = 0;  // bytes that have come
 
+  // The highest sample but the first, in Kb/s. Nobody is shown it.
+  Loose SampleMax;
+
  private:
   void Form_Load() override;
   void Form_Unload() override;
@@ -96,7 +99,6 @@ class testdl : public Form {
   std::string DownloadElapsed;  // the same, for the result line
   std::size_t ScaleIndex = 0;
   std::size_t GraphIndex = 0;
-  Loose SampleMax;
   std::int32_t CurrentSample = 0;
   int ZeroSamples = 0;
   std::size_t SentCount = 0;

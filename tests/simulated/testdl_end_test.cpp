@@ -76,6 +76,24 @@ TEST_F(DownloadEnd, TheDrawingSkipsTheFirstSample) {
   EXPECT_EQ(curve(0)[99], (PicturePoint{99, 9980}));
 }
 
+TEST_F(DownloadEnd, TheMaximumSkipsTheFirstSample) {
+  open();
+  finishWithSamples({"5000", "10", "300", "20"});
+  EXPECT_EQ(window->SampleMax.text(), "300");
+}
+
+TEST_F(DownloadEnd, TheMaximumOfNoSamplesIs0) {
+  open();
+  finishWithSamples({"5000"});
+  EXPECT_EQ(window->SampleMax.text(), "0");
+}
+
+TEST_F(DownloadEnd, TheMaximumIsByNumberAndNotByText) {
+  open();
+  finishWithSamples({"1", "9", "10.5", "10"});
+  EXPECT_EQ(window->SampleMax.text(), "10.5");
+}
+
 TEST_F(DownloadEnd, TheZeroSamplesSkipTheFirstOne) {
   open();
   finishWithSamples({"0", "10", "0", "0.4", "20"});
@@ -160,6 +178,7 @@ TEST_F(DownloadEnd, SamplesThatComeWhileTheCurveIsDrawnAreNotDrawn) {
 TEST_F(DownloadEnd, LeavesTheHighestSampleUnsaid) {
   open();
   finishWithSamples({"9", "10"});
+  EXPECT_EQ(window->SampleMax.text(), "10");
   EXPECT_EQ(window->Label3.caption.get(), "High");
   EXPECT_EQ(window->Label5.caption.get(), "");
   EXPECT_EQ(window->lb1.caption.get(), "Testing Internet Connection");
