@@ -144,7 +144,6 @@ void testdl::Form_Load() {
   values_.SuggestedSpeed = "";
   Text1.text = chosenUrl();
   Text2.text = program_.programFolder + "\\TestDL.tst";
-  ZeroSamples = 0;
   skip([this] { program_.Wait(kLoadPause); });
   picGraph[0].visible = true;
   program_.showInLoad(*this);
@@ -154,7 +153,6 @@ void testdl::Form_Load() {
   DownloadStart = timeOfDay(program_);
   lb1.caption = "Testing Internet Connection";
   Timer1.interval = kSamplePause;
-  Timer1.enabled = true;
   values_.DownloadStartTime = timeOfDay(program_);
   meter_.start(program_.platform.events.milliseconds());
   reading_ = true;
@@ -212,7 +210,6 @@ void testdl::dwnLoader1_DownloadComplete(std::int32_t MaxBytes, const std::strin
   hidePictures();
   GraphIndex = pictureFor(List2.count());
   findHighest();
-  hidePictures();
   ScaleIndex = scaleOf(program_.keep<startup>()->Combo1.text.get());
   Label4.caption = kScales[ScaleIndex].label;
   picGraph[GraphIndex].scale = UserScale{static_cast<double>(kPictureWidths[GraphIndex]),

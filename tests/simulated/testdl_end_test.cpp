@@ -47,13 +47,16 @@ TEST_F(DownloadEnd, EnablesItsButtonTwoSecondsBehindTheSummary) {
   open();
   after(0, [this] { server().comeBody("x"); });
   bool isEarly = true;
+  bool isLate = true;
   after(1999, [&] {
     EXPECT_EQ(window->Command1.caption.get(), "Done");
     EXPECT_EQ(window->summ.count(), 12U);
     isEarly = window->Command1.enabled;
   });
-  simulation.run(2000);
+  after(2000, [&] { simulation.loop.gate().post([&] { isLate = !window->Command1.enabled; }); });
+  simulation.run(2001);
   EXPECT_FALSE(isEarly);
+  EXPECT_FALSE(isLate);
   EXPECT_TRUE(window->Command1.enabled);
   simulation.desktop.click(window->Command1);
   EXPECT_FALSE(window->isLoaded());
@@ -152,6 +155,25 @@ TEST_F(DownloadEnd, DrawsOneSampleEachMillisecondAndYieldsForEach) {
   EXPECT_EQ(drawnIn20, 20);
   EXPECT_EQ(rowsIn49, 0U);
   EXPECT_EQ(rowsIn50, 12U);
+}
+
+TEST_F(DownloadEnd, YieldsBeforeThePictureComesUpAndBeforeItIsDrawn) {
+  open();
+  window->List2.add("1");
+  window->List2.add("7");
+  Strings seen;
+  const auto look = [&](const char* moment) {
+    simulation.loop.gate().post([&, moment] {
+      seen.push_back(moment + std::to_string(visiblePictures().size()) + " shown, " +
+                     std::to_string(window->picGraph[0].lines().size()) + " drawn");
+    });
+  };
+  window->Label4.caption.observe([&] { look("scale: "); });
+  window->picGraph[0].visible.observe([&] {
+    if (window->picGraph[0].visible) look("picture: ");
+  });
+  finishWith("x");
+  EXPECT_EQ(seen, (Strings{"scale: 0 shown, 0 drawn", "picture: 1 shown, 0 drawn"}));
 }
 
 TEST_F(DownloadEnd, TheSamplerGoesOnWithTheMeanUntilTheWindowCloses) {
@@ -319,6 +341,13 @@ TEST_F(DownloadOfTheName, TellsTheTimeOfTheRead) {
   simulation.run(100'000);
   EXPECT_EQ(window->Label5.caption.get(), "Downloaded 1,235Kb in 1:75.25");
   EXPECT_EQ(summary()[2], "Download Time = 75.25");
+}
+
+TEST_F(DownloadOfTheName, TellsTheMinutesBesideAllTheSeconds) {
+  openWithTheName();
+  after(60'500, [this] { server().comeBody(std::string(10'000, 'x')); });
+  simulation.run(100'000);
+  EXPECT_EQ(window->Label5.caption.get(), "Downloaded 10Kb in 1:60.5");
 }
 
 TEST_F(DownloadOfTheName, AReadThatTookNoTimeKeepsAnEmptyResultLine) {

@@ -65,9 +65,14 @@ TEST_F(DownloadTest, ResetsTheLagAndTheSuggestedSpeedAndNotesItsStart) {
 
 TEST_F(DownloadTest, HasPicturesAsWideAsTheirArrays) {
   open();
-  std::vector<double> widths;
-  for (const PictureBox& picture : window->picGraph) widths.push_back(picture.scale.get().width);
-  EXPECT_EQ(widths, (std::vector<double>{100, 175, 300, 1500, 3000, 6000}));
+  std::vector<UserScale> scales;
+  for (const PictureBox& picture : window->picGraph) scales.push_back(picture.scale);
+  EXPECT_EQ(scales, (std::vector<UserScale>{{100, 100000},
+                                            {175, 100000},
+                                            {300, 100000},
+                                            {1500, 100000},
+                                            {3000, 100000},
+                                            {6000, 100000}}));
 }
 
 TEST_F(DownloadTest, IsOpenedModallyByThePictureOfTheMenu) {
