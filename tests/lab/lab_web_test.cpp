@@ -275,12 +275,18 @@ TEST_F(LabWebWay, EchoIsAnsweredWithoutTheServer) {
   EXPECT_EQ(packets[0].to, Side::Machine);
 }
 
-// --- The scenario of the download test ---
+// --- The scenarios for the download test ---
 
-TEST(LabDownload, EachAddressOfTheProgramIsAFileOfTheHostTheLargestFirst) {
-  const Scenario scenario = loadScenario(findScenario(LAB_SCENARIOS, "download"));
-  ASSERT_EQ(scenario.nodes.size(), 4U);
-  const Node& host = scenario.nodes.back();
+const Node& webHostOf(const Scenario& scenario) {
+  return *std::find_if(scenario.nodes.begin(), scenario.nodes.end(),
+                       [](const Node& node) { return node.web.has_value(); });
+}
+
+class LabDownload : public testing::TestWithParam<const char*> {};
+
+TEST_P(LabDownload, EachAddressOfTheProgramIsAFileOfTheHostTheLargestFirst) {
+  const Scenario scenario = loadScenario(findScenario(LAB_SCENARIOS, GetParam()));
+  const Node& host = webHostOf(scenario);
   const WebSite& site = host.web.value();
   ASSERT_EQ(site.files.size(), 6U);
   ASSERT_EQ(scenario.installation.size(), 6U);
@@ -291,9 +297,11 @@ TEST(LabDownload, EachAddressOfTheProgramIsAFileOfTheHostTheLargestFirst) {
   }
 }
 
-TEST(LabDownload, SmallestFileTakesTwelveSeconds) {
+INSTANTIATE_TEST_SUITE_P(Scenarios, LabDownload, testing::Values("demo", "download"));
+
+TEST(LabDownloadScenario, SmallestFileTakesTwelveSecondsWithTheStall) {
   const Scenario scenario = loadScenario(findScenario(LAB_SCENARIOS, "download"));
-  const WebSite& site = scenario.nodes.back().web.value();
+  const WebSite& site = webHostOf(scenario).web.value();
   EXPECT_EQ(seconds(site.files.back().size / site.rate) + site.stall.value().length, seconds(12));
   EXPECT_LT(site.stall.value().after, site.files.back().size);
 }
