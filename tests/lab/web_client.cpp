@@ -65,12 +65,13 @@ class Answer {
   void print(double connect) const {
     const std::size_t length = head_.find("Content-Length: ");
     std::printf(
-        "status %s length %s body %llu right %s connect %.1f time %.1f pause %.1f at %llu\n",
+        "status %s length %s body %llu right %s connect %.1f head %.1f time %.1f pause %.1f at "
+        "%llu\n",
         head_.substr(9, 3).c_str(),
         length == std::string::npos
             ? "-"
             : head_.substr(length + 16, head_.find('\r', length) - length - 16).c_str(),
-        static_cast<unsigned long long>(body_), right_ ? "yes" : "no", connect,
+        static_cast<unsigned long long>(body_), right_ ? "yes" : "no", connect, begin_,
         lastMoment_ - begin_, pause_, static_cast<unsigned long long>(pauseAt_));
   }
 

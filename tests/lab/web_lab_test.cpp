@@ -17,6 +17,7 @@ namespace {
 using testing::Each;
 using testing::Field;
 using testing::HasSubstr;
+using testing::Lt;
 using testing::Not;
 
 // Two seconds of each file that has a rate.
@@ -68,7 +69,8 @@ struct Reading {
   std::uint64_t body = 0;
   std::string right;
   double connect = 0;
-  double time = 0;
+  double head = 0;  // from the request to the head of the answer
+  double time = 0;  // from there to the end
   double pause = 0;
   std::uint64_t pauseAt = 0;
 };
@@ -103,8 +105,8 @@ class WebLab : public LabRunning {
       Reading reading;
       std::string name;
       words >> name >> reading.status >> name >> reading.length >> name >> reading.body >> name >>
-          reading.right >> name >> reading.connect >> name >> reading.time >> name >>
-          reading.pause >> name >> reading.pauseAt;
+          reading.right >> name >> reading.connect >> name >> reading.head >> name >>
+          reading.time >> name >> reading.pause >> name >> reading.pauseAt;
       EXPECT_TRUE(words && name == "at") << text;
       result.push_back(reading);
     }
@@ -139,6 +141,7 @@ TEST_F(WebLab, ClientsAtOnceEachHaveTheWholeRate) {
   for (const Reading& reading : readings) {
     EXPECT_EQ(reading.body, 800000U);
     EXPECT_EQ(reading.right, "yes");
+    EXPECT_LT(reading.head, 1000);
     EXPECT_NEAR(reading.time, 2000, 100);
   }
 }
@@ -215,6 +218,7 @@ TEST_F(WebLab, ClientsThatLeaveInMidBodyDoNotHarmTheNext) {
       "\"$CLIENT\" GET steady.example 80 /two-seconds");
   ASSERT_EQ(readings.size(), 71U);
   EXPECT_THAT(readings, Each(Field(&Reading::right, "yes")));
+  EXPECT_THAT(readings, Each(Field(&Reading::head, Lt(10000))));
   EXPECT_LT(readings[0].body, 800000U);
   EXPECT_EQ(readings[70].body, 800000U);
   EXPECT_NEAR(readings[70].time, 2000, 100);
