@@ -42,26 +42,26 @@ unsigned indexOf(const char* name) {
 
 }  // namespace
 
-Descriptor makeInterface(const Scenario& scenario) {
+Descriptor makeInterface(const InterfacePlan& plan) {
   const bool ipv6 = switchOnIpv6();
   Descriptor device = openDevice();
   const unsigned index = indexOf(std::string(kInterfaceName).c_str());
   Rtnetlink kernel;
   kernel.bringUp(indexOf(kLoopbackName), std::nullopt);
-  kernel.bringUp(index, scenario.mtu);
-  for (const MachineAddress& machine : scenario.machine) {
+  kernel.bringUp(index, plan.mtu);
+  for (const MachineAddress& machine : plan.addresses) {
     const Family family = machine.address.family();
     if (family == Family::V6 && !ipv6) continue;
     kernel.addAddress(index, machine.address, machine.prefixLength);
   }
   for (const Family family : {Family::V4, Family::V6}) {
     const auto ofFamily = [&](const auto& each) { return each.family() == family; };
-    const bool present = std::any_of(scenario.machine.begin(), scenario.machine.end(),
+    const bool present = std::any_of(plan.addresses.begin(), plan.addresses.end(),
                                      [&](const auto& each) { return ofFamily(each.address); });
     if (!present || (family == Family::V6 && !ipv6)) continue;
-    const auto gateway = std::find_if(scenario.gateways.begin(), scenario.gateways.end(), ofFamily);
-    kernel.addDefaultRoute(
-        index, family, gateway == scenario.gateways.end() ? std::nullopt : std::optional(*gateway));
+    const auto gateway = std::find_if(plan.gateways.begin(), plan.gateways.end(), ofFamily);
+    kernel.addDefaultRoute(index, family,
+                           gateway == plan.gateways.end() ? std::nullopt : std::optional(*gateway));
   }
   return device;
 }

@@ -86,6 +86,29 @@ std::vector<TimedPacket> Internet::receive(Time now, Bytes bytes) {
   return carry(known->second, now, *packet);
 }
 
+std::vector<TimedPacket> Internet::receiveFromServers(Time now, Bytes bytes) const {
+  const auto packet = readIp(bytes);
+  if (!packet || packet->protocol != kProtocolTcp) return {};
+  const auto host = byAddress_.find(packet->source);
+  if (host == byAddress_.end() || !scenario_.nodes[host->second].web) return {};
+  const auto delay = wayBack(host->second, now);
+  if (!delay) return {};
+  return {{now + *delay, Packet(packet->whole.begin(), packet->whole.end())}};
+}
+
+// How long a packet of a server takes to the machine; nothing when it does not get there.
+std::optional<Time> Internet::wayBack(std::size_t host, Time now) const {
+  const Behaviour& present = behaviour(host, now);
+  if (present.silent) return std::nullopt;
+  Time delay = present.delay + present.linkDelay;
+  for (const auto& hop : scenario_.nodes[host].via) {
+    const Behaviour& router = behaviour(hop[0], now);
+    if (router.beyond != Beyond::Passes) return std::nullopt;
+    delay += router.linkDelay;
+  }
+  return delay / 2;
+}
+
 const Behaviour& Internet::behaviour(std::size_t node, Time now) const {
   return scenario_.nodes[node].behaviour(now - begin_.value_or(now));
 }
@@ -158,10 +181,22 @@ std::vector<TimedPacket> Internet::report(std::size_t router, const Report& repo
 std::vector<TimedPacket> Internet::atHost(std::size_t host, const Journey& journey) {
   const IpPacket& packet = journey.packet;
   if (isEchoRequest(packet)) return answerEcho(host, journey);
+  if (packet.protocol == kProtocolTcp && scenario_.nodes[host].web) return toServer(host, journey);
   if (!isUdp(packet)) return {};
   return atMoments(drawFate(host, journey),
                    icmpError({IcmpError::PortUnreachable}, packet, packet.destination,
                              journey.hopsLeft(), hopLimitAfter(journey.routers)));
+}
+
+// The whole delay is told for the way there and back, of which this is one half.
+std::vector<TimedPacket> Internet::toServer(std::size_t host, const Journey& journey) {
+  const Bytes whole = journey.packet.whole;
+  std::vector<TimedPacket> packets;
+  for (const Time back : drawFate(host, journey)) {
+    packets.push_back({journey.now + (back - journey.now) / 2, Packet(whole.begin(), whole.end()),
+                       Side::Servers});
+  }
+  return packets;
 }
 
 std::vector<TimedPacket> Internet::answerEcho(std::size_t host, const Journey& journey) {

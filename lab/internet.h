@@ -18,16 +18,23 @@
 
 namespace veltrin::lab {
 
-// A packet on its way back and the moment at which it reaches the machine.
+// Who is at an end of the simulated Internet: the machine, or the hosts that really serve.
+enum class Side { Machine, Servers };
+
+// A packet on its way and the moment at which it reaches the side it goes to.
 struct TimedPacket {
   Time due{};
   Packet bytes;
+  Side to = Side::Machine;
 };
 
 // Answers packets as the hosts and routers of a scenario would: ICMP echo,
-// errors along the way, DNS. The same scenario and the same packets at the same
-// times give the same answers: each node and each flow draws its chances from a
-// generator of its own, so that traffic to one changes nothing for another.
+// errors along the way, DNS. Carries TCP between the machine and web hosts, whose servers
+// are real: what goes out meets all that an echo meets, half the delay lies on each way, and
+// what comes back is not lost unless an echo of that moment would not come back either. The same
+// scenario and the same packets at the same times give the same answers: each node and each flow
+// draws its chances from a generator of its own, so that traffic to one changes nothing for
+// another.
 class Internet {
  public:
   explicit Internet(Scenario scenario);
@@ -36,6 +43,10 @@ class Internet {
   // and gives what comes back. Anything that is no sound packet, or is for
   // nobody, vanishes.
   std::vector<TimedPacket> receive(Time now, Bytes bytes);
+
+  // Takes a packet that a web host's server sent at `now`, and gives it to the machine.
+  // Anything that is no sound TCP packet vanishes.
+  std::vector<TimedPacket> receiveFromServers(Time now, Bytes bytes) const;
 
  private:
   // When the answer to a request comes: never, once or twice.
@@ -79,6 +90,8 @@ class Internet {
   Fate drawFate(std::size_t node, const Journey& journey);
   std::vector<TimedPacket> report(std::size_t router, const Report& report, const Journey& journey);
   std::vector<TimedPacket> atHost(std::size_t host, const Journey& journey);
+  std::vector<TimedPacket> toServer(std::size_t host, const Journey& journey);
+  std::optional<Time> wayBack(std::size_t host, Time now) const;
   std::vector<TimedPacket> answerEcho(std::size_t host, const Journey& journey);
   std::vector<TimedPacket> answerLaterPiece(std::size_t host, const IpPacket& packet) const;
   std::vector<TimedPacket> answerName(Time now, const IpPacket& packet);

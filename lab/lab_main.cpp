@@ -2,16 +2,20 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "lab/command.h"
+#include "lab/far_side.h"
 #include "lab/interface.h"
 #include "lab/internet.h"
 #include "lab/library.h"
 #include "lab/namespaces.h"
 #include "lab/scenario.h"
 #include "lab/simulation.h"
+#include "lab/web_server.h"
 
 namespace veltrin::lab {
 namespace {
@@ -67,12 +71,16 @@ int check(const std::string& word) {
 int run(const std::string& word, const std::vector<std::string>& command) {
   const Scenario scenario = loadScenario(findScenario(scenarioFolder(), word));
   enterNamespaces();
-  installResolver(scenario);
-  const Descriptor interface = makeInterface(scenario);
+  installFiles(scenario, installationFile());
+  FarSide farSide = makeFarSide(scenario);
+  const Descriptor interface = makeInterface({scenario.machine, scenario.gateways, scenario.mtu});
   Internet internet(scenario);
   const WaitedSignals signals;
   const StartedCommand started = startCommand(command, signals);
-  return simulate(internet, interface.get(), signals, started.process);
+  // Its thread begins behind the fork, which would not take it along.
+  std::optional<WebServer> server;
+  if (!farSide.doors.empty()) server.emplace(std::move(farSide.doors));
+  return simulate(internet, {interface.get(), farSide.interface.get()}, signals, started.process);
 }
 
 int obey(std::vector<std::string> arguments) {

@@ -18,6 +18,10 @@ std::filesystem::path scenarioFolder() {
   return program.parent_path().parent_path() / "share" / "veltrin" / "lab";
 }
 
+std::filesystem::path installationFile() {
+  return scenarioFolder().parent_path() / "installation.ini";
+}
+
 std::vector<std::string> listScenarios(const std::filesystem::path& folder) {
   std::vector<std::string> names;
   std::error_code unreadable;

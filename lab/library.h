@@ -14,6 +14,10 @@ namespace veltrin::lab {
 // the folder of the running program.
 std::filesystem::path scenarioFolder();
 
+// The settings of the program that is installed beside the lab: share/veltrin/installation.ini.
+// Need not be there.
+std::filesystem::path installationFile();
+
 // The names of the scenarios in a folder, in order: its files NAME.ini.
 std::vector<std::string> listScenarios(const std::filesystem::path& folder);
 

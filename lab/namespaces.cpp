@@ -5,13 +5,17 @@
 #include <climits>
 #include <fcntl.h>
 #include <fstream>
+#include <iterator>
 #include <sched.h>
 #include <sstream>
 #include <string>
 #include <sys/mount.h>
 #include <sys/stat.h>
+#include <utility>
+#include <vector>
 
 #include "lab/descriptor.h"
+#include "lab/installation.h"
 
 namespace veltrin::lab {
 namespace {
@@ -58,13 +62,38 @@ void allowEchoes(bool userNamespace) {
             userNamespace ? group + ' ' + group : std::string("0 2147483647"));
 }
 
-// A private file in place of one of the system's.
-void replaceFile(const std::string& name, const std::string& target, const std::string& text) {
-  const std::string source = std::string(kScratch) + '/' + name;
-  writeFile(source, text, O_CREAT | O_EXCL);
-  if (mount(source.c_str(), target.c_str(), nullptr, MS_BIND, nullptr) != 0) {
-    failWithErrno("cannot put the lab's own file in place of " + target);
+// A file that gets another text inside the lab. Opened before the scratch folder covers
+// what lies below it.
+struct ReplacedFile {
+  std::string path;
+  std::string text;
+  Descriptor place;
+};
+
+void add(std::vector<ReplacedFile>& files, const std::string& path, const std::string& text) {
+  Descriptor place(open(path.c_str(), O_PATH | O_CLOEXEC));
+  if (place.get() < 0) failWithErrno("cannot find " + path);
+  files.push_back({path, text, std::move(place)});
+}
+
+// Puts private files in place of those. Their names below the scratch folder do not matter.
+void replace(const std::vector<ReplacedFile>& files) {
+  mountFresh(kScratch);
+  for (const ReplacedFile& file : files) {
+    const std::string number = std::to_string(file.place.get());
+    const std::string source = std::string(kScratch) + '/' + number;
+    const std::string target = "/proc/self/fd/" + number;
+    writeFile(source, file.text, O_CREAT | O_EXCL);
+    if (mount(source.c_str(), target.c_str(), nullptr, MS_BIND, nullptr) != 0) {
+      failWithErrno("cannot put the lab's own file in place of " + file.path);
+    }
   }
+  if (umount2(kScratch, MNT_DETACH) != 0) failWithErrno("cannot clear the private folder");
+}
+
+std::string textOf(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 std::string hostsText() {
@@ -106,19 +135,20 @@ void enterNamespaces() {
   allowEchoes(userNamespace);
 }
 
-void installResolver(const Scenario& scenario) {
+void installFiles(const Scenario& scenario, const std::filesystem::path& installation) {
   static constexpr const char* kNameService = "/etc/nsswitch.conf";
   // The name service cache answers through a socket in its folder.
   for (const char* cache : {"/run/nscd", "/var/run/nscd"}) {
     if (exists(cache)) mountFresh(cache);
   }
-  mountFresh(kScratch);
-  replaceFile("resolv.conf", "/etc/resolv.conf", resolverText(scenario));
-  replaceFile("hosts", "/etc/hosts", hostsText());
-  if (exists(kNameService)) {
-    replaceFile("nsswitch.conf", kNameService, nameServiceText(kNameService));
+  std::vector<ReplacedFile> files;
+  add(files, "/etc/resolv.conf", resolverText(scenario));
+  add(files, "/etc/hosts", hostsText());
+  if (exists(kNameService)) add(files, kNameService, nameServiceText(kNameService));
+  if (!scenario.installation.empty() && exists(installation.c_str())) {
+    add(files, installation, withSettings(textOf(installation), scenario.installation));
   }
-  if (umount2(kScratch, MNT_DETACH) != 0) failWithErrno("cannot clear the private folder");
+  replace(files);
   for (const char* setting : {"LOCALDOMAIN", "RES_OPTIONS", "HOSTALIASES"}) unsetenv(setting);
 }
 

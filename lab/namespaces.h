@@ -2,6 +2,8 @@
 // resolver settings.
 #pragma once
 
+#include <filesystem>
+
 #include "lab/scenario.h"
 
 namespace veltrin::lab {
@@ -11,9 +13,10 @@ namespace veltrin::lab {
 // ICMP echoes without privileges. Throws CannotRun.
 void enterNamespaces();
 
-// Puts the lab's resolver settings in place of the system's, in this mount
-// namespace alone; no folder that others see holds anything of it. Throws
+// Puts the lab's resolver settings in place of the system's, and the scenario's settings
+// into the file `installation` of the program's, if that is there; in this mount
+// namespace alone: no folder that others see holds anything of it. Throws
 // CannotRun.
-void installResolver(const Scenario& scenario);
+void installFiles(const Scenario& scenario, const std::filesystem::path& installation);
 
 }  // namespace veltrin::lab

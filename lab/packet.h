@@ -18,6 +18,7 @@ using Bytes = std::span<const std::uint8_t>;
 // Protocol numbers of the headers below (IANA "Assigned Internet Protocol
 // Numbers").
 inline constexpr std::uint8_t kProtocolIcmp = 1;
+inline constexpr std::uint8_t kProtocolTcp = 6;
 inline constexpr std::uint8_t kProtocolUdp = 17;
 inline constexpr std::uint8_t kProtocolIcmpV6 = 58;
 

@@ -39,7 +39,7 @@ class Reader {
   }
 
  private:
-  enum class Section { None, Internet, Node, Change };
+  enum class Section { None, Internet, Node, Change, Web, Installation };
 
   // What stands in the file about a node, beside the node's values.
   struct Origin {
@@ -68,26 +68,46 @@ class Reader {
   void openSection(const std::string& line) {
     sectionLine_ = line_;
     keys_.clear();
-    if (line == "[internet]") {
-      if (internetSeen_) fail(line_, "a second section [internet]");
-      internetSeen_ = true;
-      section_ = Section::Internet;
-      return;
-    }
+    if (line == "[internet]") return openOnce(Section::Internet, internetSeen_, line);
+    if (line == "[installation]") return openOnce(Section::Installation, installationSeen_, line);
     const bool closed = line.ends_with(']');
     const std::size_t blank = line.find(' ');
     const std::string kind = line.substr(0, blank);
     if (!closed || blank == std::string::npos ||
-        (kind != "[host" && kind != "[router" && kind != "[at")) {
-      fail(line_, "expected [internet], [host NAME], [router NAME] or [at TIME NAME], found " +
-                      quoted(line));
+        (kind != "[host" && kind != "[router" && kind != "[at" && kind != "[web")) {
+      fail(line_,
+           "expected [internet], [host NAME], [router NAME], [at TIME NAME], [web NAME] or "
+           "[installation], found " +
+               quoted(line));
     }
     const std::string words = Trim(std::string_view(line).substr(blank, line.size() - blank - 1));
     if (kind == "[at") {
       openChange(words);
+    } else if (kind == "[web") {
+      openWeb(words);
     } else {
       openNode(words, kind == "[router");
     }
+  }
+
+  void openOnce(Section section, bool& seen, const std::string& line) {
+    if (seen) fail(line_, "a second section " + line);
+    seen = true;
+    section_ = section;
+  }
+
+  void openWeb(const std::string& name) {
+    current_ = nodeAbove(name);
+    if (current().router) fail(line_, quoted(name) + " is a router, which serves nothing");
+    if (current().web) fail(line_, "a second section [web " + name + "]");
+    current().web.emplace();
+    section_ = Section::Web;
+  }
+
+  std::size_t nodeAbove(const std::string& name) const {
+    const auto known = byName_.find(LCase(name));
+    if (known == byName_.end()) fail(line_, "no section of " + quoted(name) + " above this one");
+    return known->second;
   }
 
   void openNode(const std::string& name, bool router) {
@@ -112,17 +132,14 @@ class Reader {
     const std::string name = Trim(std::string_view(words).substr(blank));
     Change change;
     attempt([&] { change.at = readDuration(Trim(words.substr(0, blank)), kLatestMoment); });
-    const auto known = byName_.find(LCase(name));
-    if (known == byName_.end()) fail(line_, "no section of " + quoted(name) + " above this one");
-    auto& changes = scenario_.nodes[known->second].changes;
+    current_ = nodeAbove(name);
+    auto& changes = current().changes;
     if (!changes.empty() && changes.back().at >= change.at) {
       fail(line_, "the changes of " + quoted(name) + " are not in the order of their times");
     }
-    change.behaviour =
-        changes.empty() ? scenario_.nodes[known->second].atFirst : changes.back().behaviour;
+    change.behaviour = changes.empty() ? current().atFirst : changes.back().behaviour;
     changes.push_back(change);
     section_ = Section::Change;
-    current_ = known->second;
   }
 
   Node& current() { return scenario_.nodes[current_]; }
@@ -138,6 +155,11 @@ class Reader {
 
   bool take(const std::string& key, const std::string& value) {
     if (section_ == Section::Internet) return takeInternet(key, value);
+    if (section_ == Section::Web) return setWeb(*current().web, key, value);
+    if (section_ == Section::Installation) {
+      scenario_.installation.push_back({key, value});
+      return true;
+    }
     Node& node = current();
     if (section_ == Section::Change) {
       return setBehaviour(node.changes.back().behaviour, node.router, key, value);
@@ -147,6 +169,7 @@ class Reader {
 
   std::string keysHere() const {
     if (section_ == Section::Internet) return "title, machine, gateway, dns, seed, mtu, public";
+    if (section_ == Section::Web) return webKeys();
     std::string behaviour = behaviourKeys(current().router);
     if (section_ == Section::Change) return behaviour;
     return (current().router ? "address, nameless, " : "address, nameless, via, ") + behaviour;
@@ -225,6 +248,9 @@ class Reader {
       if (scenario_.machine.empty()) fail(sectionLine_, "[internet] lacks the key \"machine\"");
       if (scenario_.dns.empty()) fail(sectionLine_, "[internet] lacks the key \"dns\"");
     }
+    if (section_ == Section::Web && current().web->files.empty()) {
+      fail(sectionLine_, "[web " + current().name + "] lacks the key \"files\"");
+    }
     if (section_ != Section::Node && section_ != Section::Change) return;
     const Node& node = current();
     if (node.addresses.empty())
@@ -289,6 +315,7 @@ class Reader {
   std::size_t sectionLine_ = 0;
   std::size_t current_ = 0;  // position of the node that the section is about
   bool internetSeen_ = false;
+  bool installationSeen_ = false;
   std::size_t publicLine_ = 0;
   std::vector<std::string> publicNames_;
   std::set<std::string> keys_;   // of the present section

@@ -65,10 +65,27 @@
 //
 //   [at 20 s one.example]
 //   beyond = lost
+//
+// A host that serves files by HTTP, over the way that leads to it; behind its section:
+//
+//   [web far.example]
+//   port = 80                     default 80
+//   rate = 625000                 bytes of a file a second, of each answer by itself;
+//                                 default: no limit
+//   stall = after 50000 for 2 s   each longer answer pauses so long behind so many
+//                                 bytes; default: never
+//   files = /one.bin 80000, /two.bin 5000    paths and sizes in bytes; at least one
+//
+// Settings of the program that runs inside, in place of those that its installation.ini
+// names alike, for as long as the lab runs and inside it alone:
+//
+//   [installation]
+//   ProbeHost = far.example
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -76,6 +93,7 @@
 
 #include "lab/address.h"
 #include "lab/behaviour.h"
+#include "lab/web_site.h"
 
 namespace veltrin::lab {
 
@@ -96,6 +114,7 @@ struct Node {
   std::vector<std::vector<std::size_t>> via;
   Behaviour atFirst;
   std::vector<Change> changes;  // earliest first
+  std::optional<WebSite> web;   // what a host serves
 
   // How it behaves at a moment since the first packet.
   const Behaviour& behaviour(Time at) const;
@@ -105,6 +124,14 @@ struct Node {
 struct MachineAddress {
   IpAddress address;
   std::uint8_t prefixLength = 0;
+};
+
+// A setting of the program that runs inside.
+struct Setting {
+  std::string key;
+  std::string value;
+
+  bool operator==(const Setting&) const = default;
 };
 
 struct Scenario {
@@ -117,6 +144,7 @@ struct Scenario {
   std::vector<Node> nodes;
   // Positions in `nodes` of the hosts that answer for the Internet outside.
   std::vector<std::size_t> publicHosts;
+  std::vector<Setting> installation;
 };
 
 // A scenario text that says something else than a scenario. what() reads

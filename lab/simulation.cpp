@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <ctime>
 #include <map>
 #include <optional>
 #include <poll.h>
@@ -14,25 +13,13 @@
 #include <unistd.h>
 #include <utility>
 
+#include "lab/clock.h"
+
 namespace veltrin::lab {
 namespace {
 
 constexpr std::size_t kLongestPacket = 65536;
 constexpr int kPacketsAtATime = 64;
-
-Time now() {
-  timespec moment{};
-  clock_gettime(CLOCK_MONOTONIC, &moment);
-  return std::chrono::seconds(moment.tv_sec) + std::chrono::nanoseconds(moment.tv_nsec);
-}
-
-timespec timespecOf(Time duration) {
-  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(duration);
-  timespec result{};
-  result.tv_sec = static_cast<time_t>(seconds.count());
-  result.tv_nsec = static_cast<long>((duration - seconds).count());
-  return result;
-}
 
 // A millisecond is to be a millisecond on a busy machine too. What the system
 // does not grant is done without.
@@ -45,9 +32,9 @@ void askForPunctuality() {
 
 class Simulation {
  public:
-  Simulation(Internet& internet, int interface, int signals, pid_t child)
+  Simulation(Internet& internet, const Interfaces& interfaces, int signals, pid_t child)
       : internet_(internet),
-        interface_(interface),
+        interfaces_(interfaces),
         signals_(signals),
         child_(child),
         buffer_(kLongestPacket) {}
@@ -56,16 +43,23 @@ class Simulation {
     while (!exitCode_) {
       deliverDue();
       waitForWork();
-      takePackets();
+      takePackets(Side::Machine);
+      takePackets(Side::Servers);
       takeSignals();
     }
     return *exitCode_;
   }
 
  private:
+  int interfaceOf(Side side) const {
+    return side == Side::Machine ? interfaces_.machine : interfaces_.servers;
+  }
+
   // Until a packet or a signal comes or the next answer is due.
   void waitForWork() {
-    std::array<pollfd, 2> sources{{{interface_, POLLIN, 0}, {signals_, POLLIN, 0}}};
+    std::array<pollfd, 3> sources{{{interfaces_.machine, POLLIN, 0},
+                                   {interfaces_.servers, POLLIN, 0},
+                                   {signals_, POLLIN, 0}}};
     timespec limit{};
     if (!waiting_.empty()) {
       limit = timespecOf(std::max(waiting_.begin()->first - now(), Time::zero()));
@@ -74,13 +68,17 @@ class Simulation {
   }
 
   // A bounded number at a time, so that a flood does not keep signals waiting.
-  void takePackets() {
+  void takePackets(Side from) {
+    const int interface = interfaceOf(from);
+    if (interface < 0) return;
     for (int taken = 0; taken < kPacketsAtATime; ++taken) {
-      const ssize_t length = read(interface_, buffer_.data(), buffer_.size());
+      const ssize_t length = read(interface, buffer_.data(), buffer_.size());
       if (length <= 0) return;
       const Bytes bytes = Bytes(buffer_).first(static_cast<std::size_t>(length));
-      for (TimedPacket& answer : internet_.receive(now(), bytes)) {
-        waiting_.emplace(answer.due, std::move(answer.bytes));
+      for (TimedPacket& packet : from == Side::Machine
+                                     ? internet_.receive(now(), bytes)
+                                     : internet_.receiveFromServers(now(), bytes)) {
+        waiting_.emplace(packet.due, std::move(packet));
       }
       deliverDue();
     }
@@ -89,9 +87,9 @@ class Simulation {
   // Answers of the same moment go in the order in which they were made.
   void deliverDue() {
     while (!waiting_.empty() && waiting_.begin()->first <= now()) {
-      const Packet& packet = waiting_.begin()->second;
+      const auto& [due, packet, to] = waiting_.begin()->second;
       // A packet that the interface refuses is lost, as on any wire.
-      [[maybe_unused]] const ssize_t written = write(interface_, packet.data(), packet.size());
+      [[maybe_unused]] const ssize_t written = write(interfaceOf(to), packet.data(), packet.size());
       waiting_.erase(waiting_.begin());
     }
   }
@@ -109,19 +107,20 @@ class Simulation {
   }
 
   Internet& internet_;
-  int interface_;
+  Interfaces interfaces_;
   int signals_;
   pid_t child_;
   Packet buffer_;
-  std::multimap<Time, Packet> waiting_;  // answers by the moment they are due
+  std::multimap<Time, TimedPacket> waiting_;  // by the moment they are due
   std::optional<int> exitCode_;
 };
 
 }  // namespace
 
-int simulate(Internet& internet, int interface, const WaitedSignals& signals, pid_t child) {
+int simulate(Internet& internet, const Interfaces& interfaces, const WaitedSignals& signals,
+             pid_t child) {
   askForPunctuality();
-  return Simulation(internet, interface, signals.descriptor(), child).run();
+  return Simulation(internet, interfaces, signals.descriptor(), child).run();
 }
 
 }  // namespace veltrin::lab

@@ -1,11 +1,12 @@
 // Everything of the lab that reads bytes from outside: packets as they come, DNS
-// messages inside sound packets, pieces of echoes, scenario texts.
+// messages inside sound packets, pieces of echoes, requests to a web host, scenario texts.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <string_view>
 
+#include "lab/http.h"
 #include "lab/internet.h"
 #include "lab/names.h"
 #include "lab/packet.h"
@@ -31,12 +32,18 @@ constexpr std::string_view kScenario =
     "jitter = 0 ms\n"
     "late = every 3rd by 1 ms\n"
     "link-loss-pattern = 1 of 7\n"
-    "via = gateway.example | second.example\n";
+    "via = gateway.example | second.example\n"
+    "[web near.example]\n"
+    "files = /file 1\n";
 
-// Every answer must itself be a packet that a reader takes.
+// Every answer, and every packet that is carried to or from a server, must itself be one
+// that a reader takes.
 void mustAnswerSoundly(Internet& internet, Bytes bytes) {
   for (const TimedPacket& answer : internet.receive(Time::zero(), bytes)) {
     if (!readIp(answer.bytes)) std::abort();
+  }
+  for (const TimedPacket& carried : internet.receiveFromServers(Time::zero(), bytes)) {
+    if (carried.to != Side::Machine || !readIp(carried.bytes)) std::abort();
   }
 }
 
@@ -88,6 +95,15 @@ Packet wrapDns(Bytes input) {
   return wrapV4(datagram, "198.51.100.53", kProtocolUdp);
 }
 
+// What a client of a web host may say.
+void mustAnswerRequest(Bytes input) {
+  WebSite site;
+  site.files = {{"/file", 1}};
+  const std::string_view head(reinterpret_cast<const char*>(input.data()), input.size());
+  const WebAnswer answer = answerTo(head, site, 0);
+  if (!answer.head.ends_with("\r\n\r\n") || answer.body > 1) std::abort();
+}
+
 void readAsScenario(Bytes input) {
   try {
     readScenario({reinterpret_cast<const char*>(input.data()), input.size()});
@@ -105,12 +121,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const Bytes input(data, std::min<std::size_t>(size, 4096));
   mustAnswerSoundly(internet, input);
   mustAnswerSoundly(internet, wrapDns(input));
-  for (const std::uint8_t protocol : {kProtocolIcmp, kProtocolUdp}) {
+  for (const std::uint8_t protocol : {kProtocolIcmp, kProtocolTcp, kProtocolUdp}) {
     mustAnswerSoundly(internet, wrapV4(input, "203.0.113.2", protocol));
   }
   for (const std::uint8_t protocol : {kProtocolIcmpV6, std::uint8_t{44}, std::uint8_t{0}}) {
     mustAnswerSoundly(internet, wrapV6(input, protocol));
   }
+  mustAnswerRequest(input);
   readAsScenario(input);
   return 0;
 }

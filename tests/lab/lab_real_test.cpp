@@ -128,6 +128,7 @@ TEST(LabProgram, ListsItsScenarios) {
             "clean-15         Fifteen hops that all answer\n"
             "demo             A small Internet for trying out the whole program\n"
             "dies-and-returns A path that dies at 20 s and returns at 35 s\n"
+            "download         A web host with files for the download test\n"
             "ipv6             Fifteen hops over IPv6 alone\n"
             "jittery-hop      A path with one hop that does not keep to its time\n"
             "long-30          Thirty hops, and a host that is too far away\n"

@@ -184,10 +184,14 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"seed = 1\n", "line 1: a key before the first section"},
         Fault{"[internet]\nseed\n", "line 2: expected [SECTION] or KEY = VALUE, found \"seed\""},
         Fault{"[lan]\n",
-              "line 1: expected [internet], [host NAME], [router NAME] or [at TIME NAME], found "
+              "line 1: expected [internet], [host NAME], [router NAME], [at TIME NAME], [web NAME] "
+              "or "
+              "[installation], found "
               "\"[lan]\""},
         Fault{"[host a\n",
-              "line 1: expected [internet], [host NAME], [router NAME] or [at TIME NAME], found "
+              "line 1: expected [internet], [host NAME], [router NAME], [at TIME NAME], [web NAME] "
+              "or "
+              "[installation], found "
               "\"[host a\""},
         Fault{kInternet + kInternet, "line 4: a second section [internet]"},
         Fault{"[internet]\nseed = 1\nseed = 1\n", "line 3: \"seed\" stands twice in this section"},
