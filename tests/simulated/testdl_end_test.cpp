@@ -81,7 +81,7 @@ TEST_F(DownloadEnd, TheDrawingSkipsTheFirstSample) {
 
 TEST_F(DownloadEnd, TheMaximumSkipsTheFirstSample) {
   open();
-  finishWithSamples({"5000", "10", "300", "20"});
+  finishWithSamples({"5000", "300", "10", "20"});
   EXPECT_EQ(window->SampleMax.text(), "300");
 }
 
@@ -109,6 +109,15 @@ TEST_F(DownloadEnd, TotalPacketsReceivedIsNegativeWithZeroSamples) {
   EXPECT_EQ(summary()[5], "Total Packets Send = 0");
   EXPECT_EQ(summary()[6], "Total Packets Received = -3");
   EXPECT_EQ(summary()[7], "Total Lost/Dropped Packets = 3");
+}
+
+TEST_F(DownloadEnd, TheRowsOfTheFirstListStandForWhatWasSent) {
+  open();
+  window->List1.add("packet");
+  window->List1.add("packet");
+  finishWithSamples({"10", "0"});
+  EXPECT_EQ(summary()[5], "Total Packets Send = 2");
+  EXPECT_EQ(summary()[6], "Total Packets Received = 1");
 }
 
 TEST_F(DownloadEnd, ASampleIsDrawnAsAWholeNumber) {
