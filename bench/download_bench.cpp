@@ -19,9 +19,11 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -46,10 +48,8 @@ double secondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-[[noreturn]] void fail(const std::string& words) {
-  std::fprintf(stderr, "download_bench: %s\n", words.c_str());
-  std::exit(1);
-}
+// So that the folder with the large files goes, too.
+[[noreturn]] void fail(const std::string& words) { throw std::runtime_error(words); }
 
 // A line of /proc/self/status, in MB.
 double memory(const std::string& name) {
@@ -105,6 +105,15 @@ struct Figures {
   double gap = 0;      // ms
 };
 
+double secondsOfWriting(veltrin::Files& files, const std::string& path,
+                        const std::vector<std::string>& pieces) {
+  const auto start = Clock::now();
+  const auto file = files.openBinary(path);
+  for (const std::string& piece : pieces) file->Put(piece);
+  file->Close();
+  return secondsSince(start);
+}
+
 // Reads a URL and writes its body into a file, as the download control does.
 Figures readIntoFile(veltrin::Downloads& downloads, veltrin::Files& files, const std::string& url,
                      const std::string& path) {
@@ -112,16 +121,14 @@ Figures readIntoFile(veltrin::Downloads& downloads, veltrin::Files& files, const
   const MemoryPeak peak;
   Heartbeat heartbeat;
   const auto start = Clock::now();
+  std::int64_t arrived = 0;
+  bool hasFailed = false;
   const auto complete = [&](const veltrin::AsyncProperty& property) {
     figures.reading = secondsSince(start);
     figures.gap = heartbeat.longestGap();
-    if (property.BytesMax == 0)
-      fail("the read has failed behind " + std::to_string(property.arrived));
-    const auto writing = Clock::now();
-    const auto file = files.openBinary(path);
-    for (const std::string& piece : property.Value) file->Put(piece);
-    file->Close();
-    figures.writing = secondsSince(writing);
+    arrived = property.arrived;
+    hasFailed = property.BytesMax == 0;
+    if (!hasFailed) figures.writing = secondsOfWriting(files, path, property.Value);
     figures.memory = peak.megabytes();
     QCoreApplication::exit();
   };
@@ -129,6 +136,7 @@ Figures readIntoFile(veltrin::Downloads& downloads, veltrin::Files& files, const
       downloads.AsyncRead(url, veltrin::kAsyncTypeByteArray, path, veltrin::kAsyncReadForceUpdate,
                           {[](const veltrin::AsyncProperty&) {}, complete});
   QCoreApplication::exec();
+  if (hasFailed) fail("the read has failed behind " + std::to_string(arrived) + " bytes");
   return figures;
 }
 
@@ -177,18 +185,7 @@ double megabytesPerSecond(std::int64_t size, double seconds) {
   return static_cast<double>(size) / 1e6 / seconds;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  if (!veltrin::Nginx::isThere() || access(kCurl, X_OK) != 0) {
-    std::fprintf(stderr, "download_bench: there is no nginx or no curl here\n");
-    return kSkipped;
-  }
-  const QCoreApplication application(argc, argv);
-  const std::string word = argc > 1 ? argv[1] : std::to_string(kUsualRounds);
-  const std::int64_t size = word == "--smoke" ? kSmokeSize : kUsualSize;
-  const int rounds = std::max(1, std::atoi(word.c_str()));
-
+void measure(std::int64_t size, int rounds) {
   const veltrin::OwnFolder folder("download_bench");
   const fs::path body = folder.path() / "body.bin";
   const fs::path ours = folder.path() / "ours.bin";
@@ -225,5 +222,22 @@ int main(int argc, char** argv) {
   std::printf("memory at most %.0f MB more than before, %.0f MB above the body\n", best.memory,
               best.memory - static_cast<double>(size) / 1e6);
   std::printf("longest gap of the event loop %.1f ms\n", best.gap);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (!veltrin::Nginx::isThere() || access(kCurl, X_OK) != 0) {
+    std::fprintf(stderr, "download_bench: there is no nginx or no curl here\n");
+    return kSkipped;
+  }
+  const QCoreApplication application(argc, argv);
+  const std::string word = argc > 1 ? argv[1] : std::to_string(kUsualRounds);
+  try {
+    measure(word == "--smoke" ? kSmokeSize : kUsualSize, std::max(1, std::atoi(word.c_str())));
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "download_bench: %s\n", failure.what());
+    return 1;
+  }
   return 0;
 }
