@@ -107,6 +107,19 @@ install_packages() {
   as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=300 \
     -o Dpkg::Use-Pty=0 --no-install-recommends install "${missing[@]}" ||
     fail "Not all packages could be installed: ${missing[*]}. Is this machine online, and is it Debian 12? What apt-get said stands above."
+  leave_web_server_down "${missing[@]}"
+}
+
+# leave_web_server_down PACKAGE...: when a web server has just been installed, Debian has
+# started it for everybody and would do so at each boot. The tests start their own.
+leave_web_server_down() {
+  case " $* " in
+    *' nginx-light '*) ;;
+    *) return 0 ;;
+  esac
+  command -v systemctl >/dev/null || return 0
+  as_root systemctl disable --now nginx >/dev/null 2>&1 ||
+    say "The web server nginx, which the tests need, may run now; \"systemctl disable --now nginx\" ends it."
 }
 
 # need COMMAND...: fails when a program is not there.

@@ -56,9 +56,13 @@ class ByteFile : public ByteStream {
   std::FILE* file_;
 };
 
+// The systems would take what stands before the NUL for the path.
+bool hasNul(const std::string& path) { return path.find('\0') != std::string::npos; }
+
 }  // namespace
 
 std::unique_ptr<ByteStream> openInPlace(const std::string& path) {
+  if (hasNul(path)) throw StatementFailed("Bad file name or number", kBadFileName);
   std::FILE* file = open(path, false);
   if (file == nullptr && errno == ENOENT) file = open(path, true);
   if (file == nullptr) failFile(lastError());
@@ -67,7 +71,7 @@ std::unique_ptr<ByteStream> openInPlace(const std::string& path) {
 
 void deleteFile(const std::string& path) {
   std::error_code error;
-  if (std::filesystem::is_directory(nativePath(path), error)) {
+  if (hasNul(path) || std::filesystem::is_directory(nativePath(path), error)) {
     throw StatementFailed("File not found", kFileNotFound);
   }
   const bool removed = std::filesystem::remove(nativePath(path), error);

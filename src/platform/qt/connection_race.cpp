@@ -38,11 +38,12 @@ bool bindTo(QTcpSocket& socket, const QHostAddress& address, std::uint16_t local
 }  // namespace
 
 ConnectionRace::ConnectionRace(const Addresses& addresses, std::uint16_t port,
-                               std::uint16_t localPort, Done done)
+                               std::uint16_t localPort, Done done, MakeSocket makeSocket)
     : addresses_(alternating(addresses)),
       port_(port),
       localPort_(localPort),
-      done_(std::move(done)) {
+      done_(std::move(done)),
+      makeSocket_(std::move(makeSocket)) {
   patience_.setSingleShot(true);
   patience_.callOnTimeout([this] { tryNext(); });
   tryNext();
@@ -58,7 +59,7 @@ void ConnectionRace::tryNext() {
 // Everything that a socket tells is queued, so that none of its own routines is on the
 // stack when it is destroyed.
 void ConnectionRace::begin(std::size_t number) {
-  attempts_[number].socket = std::make_unique<QTcpSocket>();
+  attempts_[number].socket = makeSocket_();
   QTcpSocket& socket = *attempts_[number].socket;
   socket.setProxy(QNetworkProxy::NoProxy);
   socket.setReadBufferSize(kMostWaiting);

@@ -27,10 +27,14 @@ class ConnectionRace {
   // May destroy the race.
   using Done = std::function<void(std::unique_ptr<QTcpSocket> connection)>;
 
+  // Makes the socket of one attempt.
+  using MakeSocket = std::function<std::unique_ptr<QTcpSocket>()>;
+
   // Starts at once and waits for nothing. `addresses` is not empty. `localPort` 0 is any
   // free one.
   ConnectionRace(const std::vector<QHostAddress>& addresses, std::uint16_t port,
-                 std::uint16_t localPort, Done done);
+                 std::uint16_t localPort, Done done,
+                 MakeSocket makeSocket = std::make_unique<QTcpSocket>);
 
  private:
   struct Attempt {
@@ -48,6 +52,7 @@ class ConnectionRace {
   std::uint16_t port_;
   std::uint16_t localPort_;
   Done done_;
+  MakeSocket makeSocket_;
   std::vector<Attempt> attempts_;  // in the order of the addresses
   QTimer patience_;
   Later context_;  // of what the sockets tell; goes first

@@ -9,12 +9,12 @@
 #include "platform/linux/linux_processes.h"
 #include "platform/linux/linux_registry.h"
 #include "platform/linux/linux_shell.h"
-#include "platform/portable/no_downloads.h"
 #include "platform/portable/no_interface_table.h"
 #include "platform/portable/no_wmi.h"
 #include "platform/portable/profile_file.h"
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_desktop.h"
+#include "platform/qt/qt_downloads.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_sockets.h"
 #include "platform/qt/qt_waitable_timers.h"
@@ -79,7 +79,7 @@ class LinuxDesktopSystem : public DesktopSystem {
   LinuxCounters counters_;
   NoWmi wmi_;
   LinuxIcmp icmp_;
-  NoDownloads downloads_;
+  QtDownloads downloads_;
   NoInterfaceTable interfaces_;
   QtDesktop desktop_;
   Platform platform_;

@@ -1,10 +1,10 @@
 #include <utility>
 
-#include "platform/portable/no_downloads.h"
 #include "platform/portable/no_interface_table.h"
 #include "platform/portable/no_wmi.h"
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_desktop.h"
+#include "platform/qt/qt_downloads.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_sockets.h"
 #include "platform/qt/silent_wait.h"
@@ -59,7 +59,7 @@ class WindowsDesktopSystem : public DesktopSystem {
   WindowsCounters counters_;
   NoWmi wmi_;
   WindowsIcmp icmp_;
-  NoDownloads downloads_;
+  QtDownloads downloads_;
   NoInterfaceTable interfaces_;
   QtDesktop desktop_;
   Platform platform_;

@@ -1,0 +1,243 @@
+// A large body from nginx on the loopback into a file: by the program's downloads and files,
+// and by curl.
+//
+//   download_bench [ROUNDS | --smoke]
+//
+// Both are measured alternately in each of ROUNDS rounds (3 by default); the best of each
+// counts, as everything else on the machine can only slow them. Where nginx or curl is
+// missing it ends with 77.
+//
+// The ratio is the throughput that the reading reaches of curl's, which writes while it
+// reads; 0.7 or better is the aim. The one write at the end is told apart, and so is the
+// ratio with it. The memory is the most that the process took above what it had before, the
+// body and 64 MB at most. The gap is the longest time in which the event loop told a timer of
+// 1 ms nothing while the body came, 50 ms at most.
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+#include <QCoreApplication>
+#include <QTimer>
+
+#include "own_folder.h"
+#include "platform/linux/linux_files.h"
+#include "platform/qt/qt_downloads.h"
+#include "support/nginx.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+constexpr std::int64_t kUsualSize = 500'000'000;
+constexpr std::int64_t kSmokeSize = 3'000'001;
+constexpr int kUsualRounds = 3;
+constexpr int kSkipped = 77;
+constexpr const char* kCurl = "/usr/bin/curl";
+
+double secondsSince(Clock::time_point start) {
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+// So that the folder with the large files goes, too.
+[[noreturn]] void fail(const std::string& words) { throw std::runtime_error(words); }
+
+// A line of /proc/self/status, in MB.
+double memory(const std::string& name) {
+  std::ifstream status("/proc/self/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with(name)) return std::atof(line.c_str() + name.size()) / 1000 * 1.024;
+  }
+  fail("the system does not tell " + name);
+}
+
+// The most memory that the process takes from here on, above what it has here.
+class MemoryPeak {
+ public:
+  MemoryPeak() {
+    std::ofstream("/proc/self/clear_refs") << 5;  // forgets the highest (proc(5))
+    before_ = memory("VmRSS:");
+  }
+  double megabytes() const { return memory("VmHWM:") - before_; }
+
+ private:
+  double before_ = 0;
+};
+
+// The longest time between two turns of the event loop.
+class Heartbeat {
+ public:
+  Heartbeat() {
+    timer_.setTimerType(Qt::PreciseTimer);
+    timer_.callOnTimeout([this] { beat(); });
+    timer_.start(1);
+  }
+  // In ms, up to now.
+  double longestGap() {
+    beat();
+    return longest_;
+  }
+
+ private:
+  void beat() {
+    longest_ = std::max(longest_, secondsSince(last_) * 1000);
+    last_ = Clock::now();
+  }
+
+  Clock::time_point last_ = Clock::now();
+  double longest_ = 0;
+  QTimer timer_;
+};
+
+struct Figures {
+  double reading = 0;  // seconds
+  double writing = 0;  // seconds
+  double memory = 0;   // MB
+  double gap = 0;      // ms
+};
+
+double secondsOfWriting(veltrin::Files& files, const std::string& path,
+                        const std::vector<std::string>& pieces) {
+  const auto start = Clock::now();
+  const auto file = files.openBinary(path);
+  for (const std::string& piece : pieces) file->Put(piece);
+  file->Close();
+  return secondsSince(start);
+}
+
+// Reads a URL and writes its body into a file, as the download control does.
+Figures readIntoFile(veltrin::Downloads& downloads, veltrin::Files& files, const std::string& url,
+                     const std::string& path) {
+  Figures figures;
+  const MemoryPeak peak;
+  Heartbeat heartbeat;
+  const auto start = Clock::now();
+  std::int64_t arrived = 0;
+  bool hasFailed = false;
+  const auto complete = [&](const veltrin::AsyncProperty& property) {
+    figures.reading = secondsSince(start);
+    figures.gap = heartbeat.longestGap();
+    arrived = property.arrived;
+    hasFailed = property.BytesMax == 0;
+    if (!hasFailed) figures.writing = secondsOfWriting(files, path, property.Value);
+    figures.memory = peak.megabytes();
+    QCoreApplication::exit();
+  };
+  const auto read =
+      downloads.AsyncRead(url, veltrin::kAsyncTypeByteArray, path, veltrin::kAsyncReadForceUpdate,
+                          {[](const veltrin::AsyncProperty&) {}, complete});
+  QCoreApplication::exec();
+  if (hasFailed) fail("the read has failed behind " + std::to_string(arrived) + " bytes");
+  return figures;
+}
+
+// Seconds that curl takes.
+double readByCurl(const std::string& url, const std::string& path) {
+  const auto start = Clock::now();
+  const pid_t child = fork();
+  if (child == 0) {
+    execl(kCurl, kCurl, "-s", "-o", path.c_str(), url.c_str(), nullptr);
+    _exit(127);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  if (status != 0) fail("curl has failed");
+  return secondsSince(start);
+}
+
+void fill(const fs::path& path, std::int64_t size) {
+  std::string block(1'000'000, '\0');
+  std::uint32_t state = 1;
+  for (char& byte : block) {
+    state = state * 1664525U + 1013904223U;
+    byte = static_cast<char>(state >> 24U);
+  }
+  std::ofstream file(path, std::ios::binary);
+  for (std::int64_t left = size; left > 0; left -= static_cast<std::int64_t>(block.size())) {
+    file.write(block.data(), static_cast<std::streamsize>(
+                                 std::min(left, static_cast<std::int64_t>(block.size()))));
+  }
+}
+
+bool areAlike(const fs::path& left, const fs::path& right) {
+  std::ifstream one(left, std::ios::binary);
+  std::ifstream other(right, std::ios::binary);
+  std::string piece(1 << 20, '\0');
+  std::string same(1 << 20, '\0');
+  do {
+    one.read(piece.data(), static_cast<std::streamsize>(piece.size()));
+    other.read(same.data(), static_cast<std::streamsize>(same.size()));
+    if (one.gcount() != other.gcount() || piece != same) return false;
+  } while (one && other);
+  return one.eof() == other.eof();
+}
+
+double megabytesPerSecond(std::int64_t size, double seconds) {
+  return static_cast<double>(size) / 1e6 / seconds;
+}
+
+void measure(std::int64_t size, int rounds) {
+  const veltrin::OwnFolder folder("download_bench");
+  const fs::path body = folder.path() / "body.bin";
+  const fs::path ours = folder.path() / "ours.bin";
+  const fs::path theirs = folder.path() / "curl.bin";
+  fill(body, size);
+  const veltrin::Nginx server(folder.path());
+  if (!server.isRunning()) fail("nginx does not start");
+  veltrin::QtDownloads downloads;
+  veltrin::LinuxFiles files({folder.path().string(), folder.path().string()});
+
+  Figures best{1e9, 1e9, 0, 1e9};
+  double both = 1e9;
+  double curl = 1e9;
+  for (int round = 0; round < rounds; ++round) {
+    fs::remove(theirs);
+    sync();  // nobody pays for what another has written
+    curl = std::min(curl, readByCurl(server.url("/body.bin"), theirs.string()));
+    fs::remove(ours);
+    sync();
+    const Figures now = readIntoFile(downloads, files, server.url("/body.bin"),
+                                     files.programFolder() + "\\ours.bin");
+    best.reading = std::min(best.reading, now.reading);
+    best.writing = std::min(best.writing, now.writing);
+    both = std::min(both, now.reading + now.writing);
+    best.memory = std::max(best.memory, now.memory);
+    best.gap = std::min(best.gap, now.gap);
+    if (!areAlike(body, ours)) fail("the file is not what the server has");
+  }
+  std::printf("%lld MB: curl %.0f MB/s, reading %.0f MB/s, ratio %.2f\n",
+              static_cast<long long>(size / 1'000'000), megabytesPerSecond(size, curl),
+              megabytesPerSecond(size, best.reading), curl / best.reading);
+  std::printf("the write at the end %.0f ms; ratio with it %.2f\n", best.writing * 1000,
+              curl / both);
+  std::printf("memory at most %.0f MB more than before, %.0f MB above the body\n", best.memory,
+              best.memory - static_cast<double>(size) / 1e6);
+  std::printf("longest gap of the event loop %.1f ms\n", best.gap);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (!veltrin::Nginx::isThere() || access(kCurl, X_OK) != 0) {
+    std::fprintf(stderr, "download_bench: there is no nginx or no curl here\n");
+    return kSkipped;
+  }
+  const QCoreApplication application(argc, argv);
+  const std::string word = argc > 1 ? argv[1] : std::to_string(kUsualRounds);
+  try {
+    measure(word == "--smoke" ? kSmokeSize : kUsualSize, std::max(1, std::atoi(word.c_str())));
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "download_bench: %s\n", failure.what());
+    return 1;
+  }
+  return 0;
+}
