@@ -117,6 +117,26 @@ void drawComboBox(const QStyle& style, const QStyleOptionComboBox& box, QPainter
   painter.restore();
 }
 
+// What has come of a progress, in the bar's own colour, whose darker edge tells it from the
+// ground even where the colour is as light as that.
+void drawProgress(const QStyleOptionProgressBar& bar, QPainter& painter) {
+  const double whole = bar.maximum - bar.minimum;
+  const double part = whole > 0 ? (bar.progress - bar.minimum) / whole : 0;
+  if (part <= 0) return;
+  QRectF filled = QRectF(bar.rect).adjusted(kEdge, kEdge, -kEdge, -kEdge);
+  const double empty = filled.width() * (1 - part);
+  const bool isMirrored = bar.direction == Qt::RightToLeft;
+  filled.adjust(isMirrored ? empty : 0, 0, isMirrored ? 0 : -empty, 0);
+  const QColor colour = bar.palette.color(QPalette::Highlight);
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(colour.darker(kDefaultEdgeDarker), kEdge));
+  painter.setBrush(colour);
+  const double inset = kEdge / 2;
+  painter.drawRoundedRect(filled.adjusted(inset, inset, -inset, -inset), kCorner - 2, kCorner - 2);
+  painter.restore();
+}
+
 void drawMenuBarItem(const QStyleOptionMenuItem& item, QPainter& painter) {
   const bool isChosen = item.state & QStyle::State_Selected;
   painter.fillRect(item.rect,
@@ -155,6 +175,11 @@ void AppStyle::drawControl(ControlElement element, const QStyleOption* option, Q
   if (element == CE_MenuBarEmptyArea) {
     return painter->fillRect(option->rect, option->palette.color(QPalette::Window));
   }
+  if (element == CE_ProgressBarGroove) {
+    return drawFieldFrame(*option, *painter, option->palette.base());
+  }
+  const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
+  if (element == CE_ProgressBarContents && bar != nullptr) return drawProgress(*bar, *painter);
   const bool isFlat = button != nullptr && (button->features & QStyleOptionButton::Flat);
   if (element == CE_PushButtonBevel && isFlat) return drawButton(*option, *painter);
   QProxyStyle::drawControl(element, option, painter, widget);

@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kFrame = 17;          // ms; 60 frames in a second
 constexpr double kLineWidth = 1.2;  // pixels at 100 percent
+constexpr double kRuleOpacity = 0.14;
 
 // The toolkit outlines a polyline as a whole, and what that costs grows with the square of
 // its points where the outline overlaps itself. So a long one is painted in pieces of so
@@ -59,6 +60,7 @@ void DrawingView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   // One pixel more, as the edge may lie within a pixel of the screen.
   painter.fillRect(rect().adjusted(-1, -1, 1, 1), ground());
+  drawRules(painter);
   if (picture_ == nullptr) return;
   painter.setRenderHint(QPainter::Antialiasing);
   drawLines(painter);
@@ -68,6 +70,20 @@ void DrawingView::paintEvent(QPaintEvent*) {
 QColor DrawingView::ground() const {
   if (picture_ != nullptr && picture_->backColour.get()) return toQt(*picture_->backColour.get());
   return QApplication::palette("QMenu").color(QPalette::WindowText);
+}
+
+// One pixel at 100 percent; none at the edges.
+void DrawingView::drawRules(QPainter& painter) const {
+  const QSize parts = property(kPartsProperty).toSize();
+  if (parts.isEmpty()) return;
+  painter.setOpacity(kRuleOpacity);
+  for (int at = 1; at < parts.width(); ++at) {
+    painter.fillRect(QRectF(at * width() / parts.width(), 0, 1, height()), Qt::white);
+  }
+  for (int at = 1; at < parts.height(); ++at) {
+    painter.fillRect(QRectF(0, at * height() / parts.height(), width(), 1), Qt::white);
+  }
+  painter.setOpacity(1);
 }
 
 // A line along an edge of the scale is seen in its whole width.
