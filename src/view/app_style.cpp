@@ -7,6 +7,7 @@
 #include <QStyleOption>
 
 #include "view/scroll_bar_style.h"
+#include "view/summary_list.h"
 
 namespace veltrin {
 namespace {
@@ -25,6 +26,12 @@ constexpr int kPictureInset = 12;  // pixels from a button's edge to its picture
 constexpr int kPictureGap = 10;    // from the picture to the text
 constexpr double kPaleness = 0.4;  // opacity of a picture that is disabled
 constexpr int kDefaultEdgeDarker = 210;
+
+// Whether a widget has the frame of a field of many lines.
+bool isPaper(const QWidget* widget) {
+  return qobject_cast<const QPlainTextEdit*>(widget) != nullptr ||
+         dynamic_cast<const SummaryList*>(widget) != nullptr;
+}
 
 // A quarter of one colour on another.
 QColor washed(const QColor& colour, const QColor& ground) {
@@ -154,7 +161,7 @@ void AppStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* optio
                              QPainter* painter, const QWidget* widget) const {
   if (element == PE_PanelMenuBar) return;
   if (element == PE_FrameLineEdit) return drawFieldFrame(*option, *painter);
-  if (element == PE_Frame && qobject_cast<const QPlainTextEdit*>(widget) != nullptr) {
+  if (element == PE_Frame && isPaper(widget)) {
     return drawFieldFrame(*option, *painter, option->palette.base());
   }
   if (qobject_cast<const QPushButton*>(widget) != nullptr) {
@@ -226,9 +233,7 @@ QSize AppStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
 
 int AppStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
                           const QWidget* widget) const {
-  if (metric == PM_DefaultFrameWidth && qobject_cast<const QPlainTextEdit*>(widget) != nullptr) {
-    return kTextFrame;
-  }
+  if (metric == PM_DefaultFrameWidth && isPaper(widget)) return kTextFrame;
   if (metric == PM_ButtonShiftHorizontal || metric == PM_ButtonShiftVertical) return 0;
   return QProxyStyle::pixelMetric(metric, option, widget);
 }

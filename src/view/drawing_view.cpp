@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kFrame = 17;          // ms; 60 frames in a second
 constexpr double kLineWidth = 1.2;  // pixels at 100 percent
-constexpr double kRuleOpacity = 0.14;
+constexpr double kRuleOpacity = 0.18;
 
 // The toolkit outlines a polyline as a whole, and what that costs grows with the square of
 // its points where the outline overlaps itself. So a long one is painted in pieces of so
@@ -72,18 +72,21 @@ QColor DrawingView::ground() const {
   return QApplication::palette("QMenu").color(QPalette::WindowText);
 }
 
-// One pixel at 100 percent; none at the edges.
+// One pixel of the screen each, so that they are all alike; none at the edges.
 void DrawingView::drawRules(QPainter& painter) const {
   const QSize parts = property(kPartsProperty).toSize();
   if (parts.isEmpty()) return;
-  painter.setOpacity(kRuleOpacity);
+  QColor rule(Qt::white);
+  rule.setAlphaF(kRuleOpacity);
+  painter.setPen(QPen(rule, 0));
   for (int at = 1; at < parts.width(); ++at) {
-    painter.fillRect(QRectF(at * width() / parts.width(), 0, 1, height()), Qt::white);
+    const int x = at * width() / parts.width();
+    painter.drawLine(x, 0, x, height());
   }
   for (int at = 1; at < parts.height(); ++at) {
-    painter.fillRect(QRectF(0, at * height() / parts.height(), width(), 1), Qt::white);
+    const int y = at * height() / parts.height();
+    painter.drawLine(0, y, width(), y);
   }
-  painter.setOpacity(1);
 }
 
 // A line along an edge of the scale is seen in its whole width.

@@ -8,6 +8,8 @@
 namespace veltrin {
 namespace {
 
+constexpr int kSpace = 5;  // pixels around the rows
+
 // The widest row of numbers that a test is likely to have.
 const char* const kWideRow = "Speed: 100000.000 KB/s   /  800000.000 Kb/s";
 
@@ -18,6 +20,23 @@ SummaryList::SummaryList(QWidget* parent) : QListView(parent) {
   setTextElideMode(Qt::ElideNone);
   setHorizontalScrollMode(ScrollPerPixel);
   setEditTriggers(NoEditTriggers);
+  setViewportMargins(kSpace, kSpace, kSpace, kSpace);
+  takeKeyboardWithRows();
+}
+
+void SummaryList::reset() {
+  QListView::reset();
+  takeKeyboardWithRows();
+}
+
+void SummaryList::rowsInserted(const QModelIndex& parent, int first, int last) {
+  QListView::rowsInserted(parent, first, last);
+  takeKeyboardWithRows();
+}
+
+void SummaryList::takeKeyboardWithRows() {
+  const bool hasRows = model() != nullptr && model()->rowCount() > 0;
+  setFocusPolicy(hasRows ? Qt::StrongFocus : Qt::NoFocus);
 }
 
 // The height of a row is the delegate's, which knows the style's room around a text.
@@ -27,8 +46,8 @@ QSize SummaryList::minimumSizeHint() const {
   option.features |= QStyleOptionViewItem::HasDisplay;
   option.text = QString::fromLatin1(kWideRow);
   const QSize row = style()->sizeFromContents(QStyle::CT_ItemViewItem, &option, {}, this);
-  const int frame = 2 * frameWidth();
-  return {row.width() + frame, kRows * row.height() + frame};
+  const int around = 2 * (frameWidth() + kSpace);
+  return {row.width() + around, kRows * row.height() + around};
 }
 
 }  // namespace veltrin

@@ -6,7 +6,8 @@
 namespace veltrin {
 
 // A list in letters like those of a book, so high that all rows of a summary are seen at
-// once. A row that is longer than the list is wide is not cut: the list scrolls aside.
+// once. A row that is longer than the list is wide is not cut: the list scrolls aside. The
+// keyboard does not go to a list without rows.
 class SummaryList : public QListView {
  public:
   static constexpr int kRows = 13;
@@ -15,6 +16,14 @@ class SummaryList : public QListView {
 
   QSize minimumSizeHint() const override;
   QSize sizeHint() const override { return minimumSizeHint(); }
+
+  void reset() override;
+
+ protected:
+  void rowsInserted(const QModelIndex& parent, int first, int last) override;
+
+ private:
+  void takeKeyboardWithRows();
 };
 
 }  // namespace veltrin

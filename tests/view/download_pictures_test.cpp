@@ -31,7 +31,7 @@ class DownloadPictures : public Pictures {
     return form;
   }
 
-  // So many samples of a run, in that picture and on that scale.
+  // So many samples of a run as the program draws them, in that picture and on that scale.
   std::shared_ptr<testdl> drawing(std::size_t picture, std::size_t scale, const char* label,
                                   int drawn, int samples, int usual) {
     constexpr std::array<double, 6> kWidths = {100, 175, 300, 1500, 3000, 6000};
@@ -42,10 +42,13 @@ class DownloadPictures : public Pictures {
     PictureBox& graph = form->picGraph[picture];
     graph.scale = UserScale{kWidths[picture], static_cast<double>(kSpeedHeights[scale])};
     graph.visible = true;
-    auto& curves = program.shared<DownloadValues>().graph;
-    for (int sample = 1; sample < drawn; ++sample) {
-      curves.DrawUsage(scale, speedOf(sample, samples, usual), graph, static_cast<int>(picture));
-    }
+    const auto last = static_cast<int>(kWidths[picture]) - 1;
+    const auto placeOf = [&](int at) {
+      const int sample = drawn - 1 - (last - at);
+      const double speed = sample < 1 ? 0 : speedOf(sample, samples, usual);
+      return PicturePoint{static_cast<double>(at), kSpeedHeights[scale] - speed};
+    };
+    for (int at = 0; at < last; ++at) graph.Line(placeOf(at), placeOf(at + 1), SpeedGraph::kGreen);
     return form;
   }
 
