@@ -5,6 +5,8 @@
 #include <QApplication>
 #include <QPainter>
 
+#include "view/dense_curve.h"
+
 namespace veltrin {
 namespace {
 
@@ -99,6 +101,7 @@ void DrawingView::drawLines(QPainter& painter) {
     for (const PicturePoint& point : line.points) {
       curve_.append({point.x * across, kLineWidth / 2 + point.y * down});
     }
+    thinOut(curve_, painter.device()->devicePixelRatioF());
     painter.setPen(
         QPen(toQt(line.colour), kLineWidth, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
     drawCurve(painter, curve_);
