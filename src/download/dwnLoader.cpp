@@ -79,9 +79,10 @@ void dwnLoader::post(const std::shared_ptr<Transfer>& transfer) {
 
 void dwnLoader::tell(const std::shared_ptr<Transfer>& transfer) {
   transfer->waiting = false;
-  if (const auto report = std::exchange(transfer->progress, {})) AsyncReadProgress(*report);
+  if (const auto report = std::exchange(transfer->progress, std::nullopt))
+    AsyncReadProgress(*report);
   if (!transfer->read) return;
-  if (auto report = std::exchange(transfer->end, {})) {
+  if (auto report = std::exchange(transfer->end, std::nullopt)) {
     transfer->read.reset();
     reads_.remove(transfer);
     AsyncReadComplete(*std::move(report));

@@ -7,6 +7,7 @@
 #include <QStyleOption>
 
 #include "view/scroll_bar_style.h"
+#include "view/summary_list.h"
 
 namespace veltrin {
 namespace {
@@ -25,6 +26,12 @@ constexpr int kPictureInset = 12;  // pixels from a button's edge to its picture
 constexpr int kPictureGap = 10;    // from the picture to the text
 constexpr double kPaleness = 0.4;  // opacity of a picture that is disabled
 constexpr int kDefaultEdgeDarker = 210;
+
+// Whether a widget has the frame of a field of many lines.
+bool isPaper(const QWidget* widget) {
+  return qobject_cast<const QPlainTextEdit*>(widget) != nullptr ||
+         dynamic_cast<const SummaryList*>(widget) != nullptr;
+}
 
 // A quarter of one colour on another.
 QColor washed(const QColor& colour, const QColor& ground) {
@@ -117,6 +124,26 @@ void drawComboBox(const QStyle& style, const QStyleOptionComboBox& box, QPainter
   painter.restore();
 }
 
+// What has come of a progress, in the bar's own colour, whose darker edge tells it from the
+// ground even where the colour is as light as that.
+void drawProgress(const QStyleOptionProgressBar& bar, QPainter& painter) {
+  const double whole = bar.maximum - bar.minimum;
+  const double part = whole > 0 ? (bar.progress - bar.minimum) / whole : 0;
+  if (part <= 0) return;
+  QRectF filled = QRectF(bar.rect).adjusted(kEdge, kEdge, -kEdge, -kEdge);
+  const double empty = filled.width() * (1 - part);
+  const bool isMirrored = bar.direction == Qt::RightToLeft;
+  filled.adjust(isMirrored ? empty : 0, 0, isMirrored ? 0 : -empty, 0);
+  const QColor colour = bar.palette.color(QPalette::Highlight);
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(colour.darker(kDefaultEdgeDarker), kEdge));
+  painter.setBrush(colour);
+  const double inset = kEdge / 2;
+  painter.drawRoundedRect(filled.adjusted(inset, inset, -inset, -inset), kCorner - 2, kCorner - 2);
+  painter.restore();
+}
+
 void drawMenuBarItem(const QStyleOptionMenuItem& item, QPainter& painter) {
   const bool isChosen = item.state & QStyle::State_Selected;
   painter.fillRect(item.rect,
@@ -134,7 +161,7 @@ void AppStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* optio
                              QPainter* painter, const QWidget* widget) const {
   if (element == PE_PanelMenuBar) return;
   if (element == PE_FrameLineEdit) return drawFieldFrame(*option, *painter);
-  if (element == PE_Frame && qobject_cast<const QPlainTextEdit*>(widget) != nullptr) {
+  if (element == PE_Frame && isPaper(widget)) {
     return drawFieldFrame(*option, *painter, option->palette.base());
   }
   if (qobject_cast<const QPushButton*>(widget) != nullptr) {
@@ -155,6 +182,11 @@ void AppStyle::drawControl(ControlElement element, const QStyleOption* option, Q
   if (element == CE_MenuBarEmptyArea) {
     return painter->fillRect(option->rect, option->palette.color(QPalette::Window));
   }
+  if (element == CE_ProgressBarGroove) {
+    return drawFieldFrame(*option, *painter, option->palette.base());
+  }
+  const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
+  if (element == CE_ProgressBarContents && bar != nullptr) return drawProgress(*bar, *painter);
   const bool isFlat = button != nullptr && (button->features & QStyleOptionButton::Flat);
   if (element == CE_PushButtonBevel && isFlat) return drawButton(*option, *painter);
   QProxyStyle::drawControl(element, option, painter, widget);
@@ -201,9 +233,7 @@ QSize AppStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
 
 int AppStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
                           const QWidget* widget) const {
-  if (metric == PM_DefaultFrameWidth && qobject_cast<const QPlainTextEdit*>(widget) != nullptr) {
-    return kTextFrame;
-  }
+  if (metric == PM_DefaultFrameWidth && isPaper(widget)) return kTextFrame;
   if (metric == PM_ButtonShiftHorizontal || metric == PM_ButtonShiftVertical) return 0;
   return QProxyStyle::pixelMetric(metric, option, widget);
 }

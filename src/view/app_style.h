@@ -7,7 +7,7 @@ namespace veltrin {
 
 // Fusion with flat buttons in the colour of their palette: lighter under the pointer,
 // darker when pressed, pale when disabled, with a firm edge on a window's default button.
-// Fields, lists, menu bars and scroll bars are as flat as the buttons.
+// Fields, lists, menu bars, scroll bars and bars of progress are as flat as the buttons.
 // A button or a field that has the keyboard wears a ring. A button with a picture has it
 // at its left and the text beside it; a flat one is a mere outline until the pointer
 // comes. Pictures of what is disabled are pale.

@@ -83,6 +83,13 @@ QFont fixedLetters() {
   return font;
 }
 
+QFont bookLetters() {
+  QFont font(QStringList{"Times New Roman", "Liberation Serif", "Tinos", "DejaVu Serif"});
+  font.setStyleHint(QFont::Serif);
+  font.setPointSizeF(kTextSize);
+  return font;
+}
+
 void setAppearance() {
   const QPalette palette = lightPalette();
   QPalette buttons = palette;

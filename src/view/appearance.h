@@ -12,4 +12,7 @@ void setAppearance();
 // Letters of one width, for texts whose columns are to stand.
 QFont fixedLetters();
 
+// Letters with feet, as in a book.
+QFont bookLetters();
+
 }  // namespace veltrin

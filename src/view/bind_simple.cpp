@@ -1,5 +1,5 @@
-// Controls that show what the program sets: labels, lists, clips, charts and
-// pictures.
+// Controls that show what the program sets: labels, lists, clips, charts, pictures and
+// bars.
 #include <QFile>
 #include <QLabel>
 #include <QListView>
@@ -13,6 +13,8 @@
 #include "view/contrast.h"
 #include "view/drawing_view.h"
 #include "view/list_model.h"
+#include "view/progress_view.h"
+#include "view/summary_list.h"
 
 namespace veltrin {
 namespace {
@@ -74,7 +76,7 @@ void bindListBox(ListBox& list, QWidget& widget, Binding& binding) {
   if (view == nullptr) return;
   auto* model = new ListModel(list, view);
   view->setModel(model);
-  view->setUniformItemSizes(true);
+  view->setUniformItemSizes(dynamic_cast<SummaryList*>(view) == nullptr);  // one looks at all
   list.observe([model] { model->refresh(); });
   binding.atEnd([&list, model] {
     list.observe({});
@@ -118,6 +120,20 @@ void bindPictureBox(PictureBox& picture, QWidget& widget, Binding& binding) {
   binding.atEnd([&picture, view] {
     picture.observe({});
     view->setPicture(nullptr);
+  });
+}
+
+void bindProgressBar(ProgressBar& bar, QWidget& widget, Binding& binding) {
+  auto* view = dynamic_cast<ProgressView*>(&widget);
+  if (view == nullptr) return;
+  const auto showProgress = [&bar, view](double) {
+    view->showProgress(bar.minimum, bar.maximum, bar.value);
+  };
+  binding.show(bar.minimum, showProgress);
+  binding.show(bar.maximum, showProgress);
+  binding.show(bar.value, showProgress);
+  binding.show(bar.barColour, [view](const Colour& colour) {
+    view->showColour({colour.red, colour.green, colour.blue});
   });
 }
 

@@ -2,6 +2,7 @@
 
 #include <QPushButton>
 
+#include "download/dwnLoader.h"
 #include "forms/timer.h"
 #include "frame/winsock.h"
 #include "platform/qt/qt_text.h"
@@ -36,7 +37,8 @@ std::string widgetName(const Control& control) {
 
 bool isInvisibleByKind(const Control& control) {
   return dynamic_cast<const Timer*>(&control) != nullptr ||
-         dynamic_cast<const Winsock*>(&control) != nullptr;
+         dynamic_cast<const Winsock*>(&control) != nullptr ||
+         dynamic_cast<const dwnLoader*>(&control) != nullptr;
 }
 
 Binder::Binder(Form& form, std::unique_ptr<FormWindow> window, EventGate& gate, const Files& files)
@@ -95,6 +97,7 @@ void Binder::bindKind(Control& control, QWidget& widget) {
   if (auto* image = dynamic_cast<Image*>(&control)) bindImage(*image, widget, binding_);
   if (auto* chart = dynamic_cast<Chart*>(&control)) bindChart(*chart, widget, binding_);
   if (auto* box = dynamic_cast<PictureBox*>(&control)) bindPictureBox(*box, widget, binding_);
+  if (auto* bar = dynamic_cast<ProgressBar*>(&control)) bindProgressBar(*bar, widget, binding_);
 }
 
 // Widgets with a pointer of their own, as over a text, take the window's meanwhile.

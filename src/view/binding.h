@@ -21,6 +21,7 @@
 #include "forms/list_box.h"
 #include "forms/menu_entry.h"
 #include "forms/picture_box.h"
+#include "forms/progress_bar.h"
 #include "forms/text_box.h"
 #include "platform/event_gate.h"
 #include "platform/files.h"
@@ -86,6 +87,7 @@ void bindListBox(ListBox& list, QWidget& widget, Binding& binding);
 void bindAnimation(Animation& animation, QWidget& widget, Binding& binding);
 void bindChart(Chart& chart, QWidget& widget, Binding& binding);
 void bindPictureBox(PictureBox& picture, QWidget& widget, Binding& binding);
+void bindProgressBar(ProgressBar& bar, QWidget& widget, Binding& binding);
 void bindCheckBox(CheckBox& box, QWidget& widget, Binding& binding);
 void bindImage(Image& image, QWidget& widget, Binding& binding);
 void bindMenuEntry(MenuEntry& entry, QAction& action, Binding& binding);

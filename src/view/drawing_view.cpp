@@ -5,11 +5,14 @@
 #include <QApplication>
 #include <QPainter>
 
+#include "view/dense_curve.h"
+
 namespace veltrin {
 namespace {
 
 constexpr int kFrame = 17;          // ms; 60 frames in a second
 constexpr double kLineWidth = 1.2;  // pixels at 100 percent
+constexpr double kRuleOpacity = 0.18;
 
 // The toolkit outlines a polyline as a whole, and what that costs grows with the square of
 // its points where the outline overlaps itself. So a long one is painted in pieces of so
@@ -59,6 +62,7 @@ void DrawingView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   // One pixel more, as the edge may lie within a pixel of the screen.
   painter.fillRect(rect().adjusted(-1, -1, 1, 1), ground());
+  drawRules(painter);
   if (picture_ == nullptr) return;
   painter.setRenderHint(QPainter::Antialiasing);
   drawLines(painter);
@@ -68,6 +72,23 @@ void DrawingView::paintEvent(QPaintEvent*) {
 QColor DrawingView::ground() const {
   if (picture_ != nullptr && picture_->backColour.get()) return toQt(*picture_->backColour.get());
   return QApplication::palette("QMenu").color(QPalette::WindowText);
+}
+
+// One pixel of the screen each, so that they are all alike; none at the edges.
+void DrawingView::drawRules(QPainter& painter) const {
+  const QSize parts = property(kPartsProperty).toSize();
+  if (parts.isEmpty()) return;
+  QColor rule(Qt::white);
+  rule.setAlphaF(kRuleOpacity);
+  painter.setPen(QPen(rule, 0));
+  for (int at = 1; at < parts.width(); ++at) {
+    const int x = at * width() / parts.width();
+    painter.drawLine(x, 0, x, height());
+  }
+  for (int at = 1; at < parts.height(); ++at) {
+    const int y = at * height() / parts.height();
+    painter.drawLine(0, y, width(), y);
+  }
 }
 
 // A line along an edge of the scale is seen in its whole width.
@@ -80,6 +101,7 @@ void DrawingView::drawLines(QPainter& painter) {
     for (const PicturePoint& point : line.points) {
       curve_.append({point.x * across, kLineWidth / 2 + point.y * down});
     }
+    thinOut(curve_, painter.device()->devicePixelRatioF());
     painter.setPen(
         QPen(toQt(line.colour), kLineWidth, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
     drawCurve(painter, curve_);

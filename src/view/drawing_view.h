@@ -14,6 +14,10 @@
 
 namespace veltrin {
 
+// The property of a picture that tells, as a size, into how many equal parts faint rules
+// divide its ground across and down.
+inline constexpr const char* kPartsProperty = "parts";
+
 // Paints the lines of a picture, whose user scale is the whole of the widget, in the
 // pixels of the screen itself. However often the program draws, a picture is painted once
 // a frame at most. With each painting a screen reader is told the picture's last value,
@@ -36,6 +40,7 @@ class DrawingView : public QWidget {
  private:
   void makeStale();
   QColor ground() const;
+  void drawRules(QPainter& painter) const;
   void drawLines(QPainter& painter);
   void tellLastValue();
 

@@ -16,6 +16,7 @@
 #include "ui_setmtu.h"
 #include "ui_starter.h"
 #include "ui_startup.h"
+#include "ui_testdl.h"
 #include "ui_trace.h"
 #include "view/binder.h"
 
@@ -38,7 +39,7 @@ void lay(FormWindow& window) {
   Look().setupUi(&window);
 }
 
-constexpr std::array<Entry, 14> kWindows = {{
+constexpr std::array<Entry, 15> kWindows = {{
     {WindowName::starter, lay<Ui::starter>, Qt::Window | Qt::FramelessWindowHint},
     {WindowName::startup, lay<Ui::startup>},
     {WindowName::About, lay<Ui::About>, Qt::Dialog},
@@ -53,6 +54,7 @@ constexpr std::array<Entry, 14> kWindows = {{
     {WindowName::mtutest, lay<Ui::mtutest>, kFixedWindow},
     {WindowName::pingit, lay<Ui::pingit>, kFixedWindow},
     {WindowName::setmtu, lay<Ui::setmtu>},
+    {WindowName::testdl, lay<Ui::testdl>},
 }};
 
 }  // namespace

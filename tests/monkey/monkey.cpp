@@ -37,6 +37,18 @@ constexpr std::array<WindowName, 5> kWindows = {WindowName::pingtester, WindowNa
                                                 WindowName::indepth, WindowName::Stability,
                                                 WindowName::MonOut};
 
+// The settings of an installation with a file for all rated speeds but the lowest.
+const char* const kInstallation =
+    "[Installation]\r\n"
+    "DownloadTestUrl1=http://files.example/large\r\n"
+    "DownloadTestUrl2=http://files.example/large\r\n"
+    "DownloadTestUrl3=http://files.example/large\r\n"
+    "DownloadTestUrl4=http://files.example/large\r\n"
+    "DownloadTestUrl5=http://files.example/large\r\n"
+    "DownloadTestUrl6=\r\n";
+
+constexpr std::array<const char*, 5> kSpeeds = {"512", "3,000", "9,000", "40,000", "100,000"};
+
 // Captions of the buttons that close their windows.
 constexpr std::array<const char*, 3> kEnds = {"Quit", "Exit", "Close"};
 
@@ -61,6 +73,8 @@ MonkeyResult Monkey::run(std::uint64_t events) {
 
 void Monkey::startProgram() {
   simulation_ = std::make_unique<Simulation>();
+  simulation_->profiles.contents[simulation_->files.programFolder() + "\\installation.ini"] =
+      kInstallation;
   failedStarts_ = 0;
   ++result_.programs;
   simulation_->processes.tool =
@@ -79,6 +93,7 @@ void Monkey::startProgram() {
   };
   if (oneIn(4)) simulation_->program().LanguageId = kDutch;
   chooseLanguage(simulation_->program().LanguageId, simulation_->program().texts);
+  simulation_->program().writeSetting("Settings", "Rated Speed", kSpeeds[below(kSpeeds.size())]);
   openWindow();
 }
 
@@ -123,7 +138,10 @@ void Monkey::act() {
     openInDepth();
   } else if (oneIn(2000)) {
     program.tools.show(WindowName::mtutest);  // no other window takes input for minutes
+  } else if (oneIn(1000)) {
+    program.tools.show(WindowName::testdl);  // nor here, until the file has come
   }
+  if (oneIn(2)) serve();
   const auto& shown = simulation_->desktop.shown;
   if (shown.empty()) return;
   Form& form = *shown[below(static_cast<std::uint32_t>(shown.size()))];
@@ -146,6 +164,26 @@ void Monkey::openInDepth() {
   const std::string hops = typedText();
   program.shared<InDepthValues>().lastBadHop = [hops] { return std::string(hops); };
   program.tools.showModal(WindowName::indepth2);
+}
+
+// Lets a download go on, in which a server may take back what it told, or ends it.
+void Monkey::serve() {
+  auto& asked = simulation_->downloads.asked;
+  if (asked.empty()) return;
+  const auto read = asked[below(static_cast<std::uint32_t>(asked.size()))];
+  constexpr std::uint32_t kLargest = 5'000'000;
+  constexpr std::uint32_t kSteps = 40;
+  if (!read->givenUp && !oneIn(kSteps)) {
+    return read->comeProgress(below(kLargest), oneIn(4) ? 0 : kLargest);
+  }
+  asked.erase(std::find(asked.begin(), asked.end(), read));
+  if (read->givenUp) return;
+  ++result_.downloads;
+  if (oneIn(3)) {
+    read->comeFailure(below(kLargest));
+  } else {
+    read->comeBody(std::string(below(10'000), 'x'));
+  }
 }
 
 void Monkey::actOnWindow(Form& form) {

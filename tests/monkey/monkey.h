@@ -1,5 +1,6 @@
 // A random user on the simulated platform: clicks, types, closes windows, while
-// tools fall silent or break off, texts arrive in odd pieces and the disk fails.
+// tools fall silent or break off, texts arrive in odd pieces, downloads come or fail, and so
+// does the disk.
 #pragma once
 
 #include <cstdint>
@@ -19,6 +20,7 @@ struct MonkeyResult {
   std::uint64_t programs = 0;     // programs that were started
   std::uint64_t tools = 0;        // console tools that were started
   std::uint64_t echoes = 0;       // that were sent without a tool
+  std::uint64_t downloads = 0;    // that came to an end
   std::uint64_t messages = 0;     // messages that were shown
   std::uint64_t saves = 0;        // result files that were written
   std::uint64_t digest = 0;       // of everything that could be seen
@@ -40,6 +42,7 @@ class Monkey {
   void act();
   void openWindow();
   void openInDepth();
+  void serve();
   void actOnWindow(Form& form);
   void actOnControl(Control& control);
   void actOnText(TextBox& box);

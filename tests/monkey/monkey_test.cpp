@@ -21,12 +21,14 @@ TEST(Monkey, DoesWhatItLikesAndBreaksNothing) {
   const MonkeyResult result = Monkey(seed()).run(events);
   std::cout << "seed " << seed() << ": " << result.events << " events, " << result.programs
             << " programs, " << result.tools << " tools, " << result.echoes << " echoes, "
-            << result.messages << " messages, " << result.saves << " files\n";
+            << result.downloads << " downloads, " << result.messages << " messages, "
+            << result.saves << " files\n";
   EXPECT_EQ(result.events, events);
   EXPECT_EQ(result.failures, 0U);
   EXPECT_EQ(result.openHandles, 0U);
   EXPECT_GT(result.tools, events / 100);
   EXPECT_GT(result.echoes, 0U);
+  EXPECT_GT(result.downloads, 0U);
   EXPECT_GT(result.messages, 0U);
   EXPECT_GT(result.saves, 0U);
 }

@@ -7,6 +7,7 @@
 #include <QAction>
 #include <QLabel>
 
+#include "download/testdl.h"
 #include "frame/About.h"
 #include "frame/starter.h"
 #include "frame/startup.h"
@@ -35,7 +36,7 @@ std::vector<std::shared_ptr<Form>> make(Program& program) {
 // Makes every form that has a look.
 std::vector<std::shared_ptr<Form>> allForms(Program& program) {
   return make<starter, startup, About, setlang, pingtester, trace, Stability, StabilitySUM, MonOut,
-              indepth, indepth2, mtutest, pingit, setmtu>(program);
+              indepth, indepth2, mtutest, pingit, setmtu, testdl>(program);
 }
 
 std::set<std::string> controlNames(const Form& form) {

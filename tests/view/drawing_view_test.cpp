@@ -152,6 +152,46 @@ TEST_F(DrawingViewTest, AnEndlessPeakIsAPeak) {
   EXPECT_TRUE(isGround(image, 100, 20));
 }
 
+// As in the download test, whose longest curve has nine points for each column.
+TEST_F(DrawingViewTest, ASinglePeakAmongThousandsOfPointsIsSeen) {
+  picture.scale = UserScale{6000, 50};
+  for (int at = 0; at < 5999; ++at) {
+    const auto placeOf = [](int x) {
+      return PicturePoint{static_cast<double>(x), x == 3001 ? 5.0 : 40.0};
+    };
+    line(placeOf(at), placeOf(at + 1));
+  }
+
+  const QImage image = atScale(1);
+
+  EXPECT_TRUE(isLine(image, 99, 20) || isLine(image, 100, 20));
+  EXPECT_TRUE(isLine(image, 50, 79) && isLine(image, 150, 79));
+  EXPECT_TRUE(isGround(image, 97, 20) && isGround(image, 103, 20));
+}
+
+TEST_F(DrawingViewTest, FaintRulesDivideTheGroundIntoParts) {
+  view.setProperty(kPartsProperty, QSize(4, 2));
+
+  const QImage image = atScale(1);
+
+  for (const int x : {50, 100, 150}) EXPECT_FALSE(isGround(image, x, 25)) << x;
+  EXPECT_FALSE(isGround(image, 25, 50));
+  EXPECT_TRUE(isGround(image, 25, 25));
+  EXPECT_TRUE(isGround(image, 0, 25) && isGround(image, 199, 25));
+  EXPECT_LT(image.pixelColor(50, 25).green(), 80);
+}
+
+TEST_F(DrawingViewTest, ARuleIsOnePixelOfTheScreenAtEveryScale) {
+  view.setProperty(kPartsProperty, QSize(4, 1));
+
+  for (const double scale : {1.0, 1.5, 2.0}) {
+    const QImage image = atScale(scale);
+    int ruled = 0;
+    for (int x = 0; x < image.width(); ++x) ruled += isGround(image, x, 10) ? 0 : 1;
+    EXPECT_EQ(ruled, 3) << scale;
+  }
+}
+
 TEST_F(DrawingViewTest, EveryLineHasItsColour) {
   picture.Line({0, 10}, {100, 10}, {255, 0, 0});
   picture.Line({0, 40}, {100, 40}, {0, 255, 0});

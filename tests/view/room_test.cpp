@@ -7,6 +7,7 @@
 #include <QPlainTextEdit>
 #include <QScrollBar>
 
+#include "download/testdl.h"
 #include "frame/About.h"
 #include "frame/starter.h"
 #include "frame/startup.h"
@@ -201,6 +202,32 @@ TEST_F(Room, MtuSearch) {
     form->results.caption = line;
     EXPECT_THAT(cut(), IsEmpty()) << line;
   }
+}
+
+TEST_F(Room, DownloadTest) {
+  const auto form = look<testdl>();
+  form->lb1.caption = "Testing Internet Connection";
+  form->lb2.caption = "2,147,483,647 of 2,147,483,647";
+  form->Label4.caption = "Graph 0 to 100 Mbps";
+  form->Label5.caption = "Downloaded 2,147,484Kb in 1439:86399.999";
+
+  for (const char* caption : {"Cancel", "Done"}) {
+    form->Command1.caption = caption;
+    EXPECT_THAT(cut(), IsEmpty()) << caption;
+  }
+}
+
+TEST_F(Room, TheDownloadTestKeepsItsSizeWhateverItTells) {
+  const auto form = look<testdl>();
+  const QSize size = window->size();
+  form->lb1.caption = "Testing Internet Connection";
+  form->Label4.caption = "Graph 0 to 100 Mbps";
+  form->picGraph[3].visible = true;
+  for (int row = 0; row < 13; ++row) form->summ.add("Total Bytes Received = 10485760");
+  form->Command1.caption = "Done";
+  atRest([] {});
+
+  EXPECT_EQ(window->size(), size);
 }
 
 // It does not change its size with what it tells.

@@ -1,5 +1,6 @@
 // Every window has its place on a screen of 1280 by 720, beside a task bar and within a
 // frame, at each scale.
+#include "download/testdl.h"
 #include "frame/About.h"
 #include "frame/starter.h"
 #include "frame/startup.h"
@@ -53,6 +54,7 @@ TEST_F(RoomOnASmallScreen, InDepthAfterAHopStabilityTest) { lookAt<indepth2>(); 
 TEST_F(RoomOnASmallScreen, EntryOfTheMtuOptimizer) { lookAt<mtutest>(); }
 TEST_F(RoomOnASmallScreen, PingsBeforeTheMtuSearch) { lookAt<pingit>(); }
 TEST_F(RoomOnASmallScreen, MtuSearch) { lookAt<setmtu>(); }
+TEST_F(RoomOnASmallScreen, DownloadTest) { lookAt<testdl>(); }
 
 TEST_F(RoomOnASmallScreen, PingTestWithItsChart) {
   const auto form = look<pingtester>();
@@ -79,7 +81,7 @@ TEST_F(RoomOnASmallScreen, OutageMonitorInAnOutage) {
 }
 
 // A window that is added is to be looked at here too.
-TEST_F(RoomOnASmallScreen, TheseAreAllWindows) { EXPECT_EQ(windowNames().size(), 14U); }
+TEST_F(RoomOnASmallScreen, TheseAreAllWindows) { EXPECT_EQ(windowNames().size(), 15U); }
 
 }  // namespace
 }  // namespace veltrin

@@ -21,7 +21,8 @@ class StartPictures : public Pictures {
 
   void provideToolsOfToday() {
     for (const WindowName name : {WindowName::pingtester, WindowName::trace, WindowName::Stability,
-                                  WindowName::MonOut, WindowName::indepth, WindowName::mtutest}) {
+                                  WindowName::MonOut, WindowName::indepth, WindowName::mtutest,
+                                  WindowName::testdl}) {
       program.tools.enter(name, {});
     }
   }

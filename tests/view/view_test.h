@@ -45,6 +45,19 @@ class FilesOfBuild : public SimulatedFiles {
   }
 };
 
+// The settings of an installation that has a file for the download test.
+class ProfilesOfInstallation : public SimulatedProfiles {
+ public:
+  ProfilesOfInstallation() {
+    constexpr int kFiles = 6;
+    std::string& settings = contents["C:\\Program Files\\Veltrin\\installation.ini"];
+    settings = "[Installation]\r\n";
+    for (int number = 1; number <= kFiles; ++number) {
+      settings += "DownloadTestUrl" + std::to_string(number) + "=http://files.example/large\r\n";
+    }
+  }
+};
+
 class ViewTest : public testing::Test {
  protected:
   // Speaks that language from the start.
@@ -103,7 +116,7 @@ class ViewTest : public testing::Test {
   SimulatedClock clock{calendar};
   FilesOfBuild files;
   LinuxProcesses processes{"", [this](int pipe) { sleepUntilReadable(events, pipe); }};
-  SimulatedProfiles profiles;
+  ProfilesOfInstallation profiles;
   SimulatedRegistry registry;
   SimulatedShell shell;
   SimulatedEnvironment environment;
