@@ -289,7 +289,7 @@ void testdl::summarise(std::int32_t MaxBytes) {
   }
   summ.add("");
   summ.add("Data Saved in");
-  summ.add(program_.programFolder + kOutputFile);
+  summ.add(program_.platform.files.native(program_.programFolder + kOutputFile));
 }
 
 void testdl::save() {

@@ -54,6 +54,16 @@ class DownloadOnADesk : public ToolRun {
   }
 };
 
+// The end of the curve, by what the picture tells of itself; -1 when no picture does.
+double endOfCurve() {
+  const std::regex told("Speed in Kb/s over 17\\.5 seconds ([0-9.]+)");
+  for (const Element& element : elementsOf("veltrin")) {
+    std::smatch value;
+    if (element.showing && std::regex_match(element.name, value, told)) return std::stod(value[1]);
+  }
+  return -1;
+}
+
 // The first place at which a file is not as the web host served it; its length when there
 // is none.
 std::size_t rightUpTo(const std::string& bytes) {
@@ -73,6 +83,8 @@ TEST_F(DownloadOnADesk, TheFileForTheRatedSpeedIsReadWholeAndItsSpeedReported) {
   ASSERT_NO_FATAL_FAILURE(awaitEnabled("Done"));
   desk_->photograph("download-complete");
   EXPECT_TRUE(isShown(kWindow, "Graph 0 to 10 Mbps"));
+
+  EXPECT_NEAR(endOfCurve(), kRate * 8 / 1000, kRate * 8 / 1000 * kDeviation);
 
   const std::string report = contentOf(inProgramFolder("Download Stability Test.txt"));
   EXPECT_EQ(report.rfind("Advance Settings Summary\r\n", 0), 0U) << report;
