@@ -9,7 +9,11 @@
 #include "text/statement.h"
 
 #ifdef _WIN32
+#include <io.h>
+
 #include "platform/windows/code_page.h"
+#else
+#include <unistd.h>
 #endif
 
 namespace veltrin {
@@ -20,10 +24,18 @@ std::error_code lastError() { return {errno, std::generic_category()}; }
 #ifdef _WIN32
 std::filesystem::path nativePath(const std::string& path) { return toWide(path); }
 
-// Null where the system refuses it, as for a missing file that is not to be made.
+// Mode of _waccess.
+constexpr int kForWriting = 2;
+
+// Null where the system refuses it, as for a missing file that is not to be made. A file
+// that is marked as read-only stays as it is, whoever asks.
 std::FILE* open(const std::string& path, bool make) {
-  return _wfopen(toWide(path).c_str(), make ? L"wb" : L"r+b");
+  const std::wstring name = toWide(path);
+  if (!make && _waccess(name.c_str(), kForWriting) != 0) return nullptr;
+  return _wfopen(name.c_str(), make ? L"wb" : L"r+b");
 }
+
+bool unlinkFile(const std::string& path) { return _wunlink(toWide(path).c_str()) == 0; }
 #else
 std::filesystem::path nativePath(const std::string& path) { return path; }
 
@@ -31,6 +43,8 @@ std::filesystem::path nativePath(const std::string& path) { return path; }
 std::FILE* open(const std::string& path, bool make) {
   return std::fopen(path.c_str(), make ? "wbe" : "r+be");
 }
+
+bool unlinkFile(const std::string& path) { return unlink(path.c_str()) == 0; }
 #endif
 
 class ByteFile : public ByteStream {
@@ -70,13 +84,13 @@ std::unique_ptr<ByteStream> openInPlace(const std::string& path) {
 }
 
 void deleteFile(const std::string& path) {
-  std::error_code error;
-  if (hasNul(path) || std::filesystem::is_directory(nativePath(path), error)) {
+  std::error_code ignored;
+  const bool isNoFile = hasNul(path) || std::filesystem::is_directory(nativePath(path), ignored);
+  if (!isNoFile && unlinkFile(path)) return;
+  if (isNoFile || errno == ENOENT || errno == ENOTDIR) {
     throw StatementFailed("File not found", kFileNotFound);
   }
-  const bool removed = std::filesystem::remove(nativePath(path), error);
-  if (error) failFile(error);
-  if (!removed) throw StatementFailed("File not found", kFileNotFound);
+  failFile(lastError());
 }
 
 }  // namespace veltrin
