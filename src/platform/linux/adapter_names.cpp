@@ -137,8 +137,9 @@ AdapterNames::Found AdapterNames::find(const std::string& device) const {
   const std::string folder = folderOf(device) + "/device";
   const std::string name = nameInDatabase(folder);
   if (name.empty()) return {device, "", nameByKind(device)};
-  // One piece of hardware may have several ports.
-  return {device, destination(folder) + " " + lineOf(folderOf(device) + "/dev_port"), name};
+  // One piece of hardware may have several ports, and one place another card some day.
+  const std::string port = lineOf(folderOf(device) + "/dev_port");
+  return {device, destination(folder) + " " + port + " " + name, name};
 }
 
 std::string AdapterNames::nameInDatabase(const std::string& folder) const {

@@ -33,7 +33,7 @@ class AdapterNames {
  private:
   struct Found {
     std::string device;
-    std::string hardware;  // what it is plugged into; empty for what has no name in the database
+    std::string hardware;  // its place and make; empty for what the database does not know
     std::string name;
   };
 
