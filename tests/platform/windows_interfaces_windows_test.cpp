@@ -11,6 +11,8 @@
 namespace veltrin {
 namespace {
 
+constexpr std::uint32_t kLoopback = 24;  // IF_TYPE_SOFTWARE_LOOPBACK
+
 struct Table {
   std::uint32_t answer = 0;
   std::uint32_t size = 0;
@@ -36,7 +38,6 @@ TEST(WindowsInterfacesTest, HaveTheLoopback) {
   const Table table = tableNow(false);
 
   ASSERT_EQ(table.answer, 0U);
-  constexpr std::uint32_t kLoopback = 24;
   const auto loopback = std::find_if(table.rows.begin(), table.rows.end(),
                                      [](const auto& row) { return row.dwType == kLoopback; });
   ASSERT_NE(loopback, table.rows.end());
