@@ -38,6 +38,16 @@ TEST_F(AdapterNamesTest, TellTheKindOfACardThatTheDatabaseDoesNotKnow) {
   EXPECT_EQ(nameOf("eth0"), "Ethernet adapter eth0");
 }
 
+// One of fewer than five letters would count as none.
+TEST_F(AdapterNamesTest, TellTheKindOfACardWhoseNameIsTooShort) {
+  tree_.known["pci:short"] = "I210";
+  tree_.known["pci:least"] = "I210T";
+  tree_.plug("eth0", "pci0/03", "pci:short");
+  tree_.plug("eth1", "pci0/04", "pci:least");
+
+  EXPECT_EQ(names_.namesOf({"eth0", "eth1"}), (Names{"Ethernet adapter eth0", "I210T"}));
+}
+
 TEST_F(AdapterNamesTest, NumberCardsOfOneMakeByTheirPlaces) {
   tree_.plug("enp9", "pci0/09", "pci:i210");
   tree_.plug("enp3", "pci0/03", "pci:i210");

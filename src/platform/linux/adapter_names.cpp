@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -50,6 +51,9 @@ unsigned numberIn(const std::string& path, int base) {
 
 constexpr int kDecimal = 10;
 constexpr int kAnyBase = 0;  // by a prefix such as 0x
+
+// Whoever reads the names passes over shorter ones.
+constexpr std::size_t kShortest = 5;
 
 struct Kind {
   std::string_view devtype;
@@ -136,7 +140,7 @@ std::string AdapterNames::numbered(const std::string& name, const std::string& h
 AdapterNames::Found AdapterNames::find(const std::string& device) const {
   const std::string folder = folderOf(device) + "/device";
   const std::string name = nameInDatabase(folder);
-  if (name.empty()) return {device, "", nameByKind(device)};
+  if (name.size() < kShortest) return {device, "", nameByKind(device)};
   // One piece of hardware may have several ports, and one place another card some day.
   const std::string port = lineOf(folderOf(device) + "/dev_port");
   return {device, destination(folder) + " " + port + " " + name, name};

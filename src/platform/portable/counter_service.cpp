@@ -115,7 +115,7 @@ std::size_t CounterService::pathOf(std::vector<std::size_t>& paths, std::size_t 
   Path path;
   path.place = place;
   path.kind = kind;
-  paths_.push_back(std::move(path));
+  paths_.push_back(path);
   paths.push_back(paths_.size() - 1);
   return paths.back();
 }
