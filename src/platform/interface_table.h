@@ -8,7 +8,7 @@
 namespace veltrin {
 
 // One interface in the table, field by field as the system keeps it (ifmib.h); 860 bytes,
-// numbers in the machine's order.
+// numbers in the machine's order. The description alone is not in the system's code page.
 struct MIB_IFROW {
   std::array<std::uint8_t, 512> wszName{};  // 256 characters of UTF-16
   std::uint32_t dwIndex = 0;
@@ -33,7 +33,7 @@ struct MIB_IFROW {
   std::uint32_t dwOutErrors = 0;
   std::uint32_t dwOutQLen = 0;
   std::uint32_t dwDescrLen = 0;
-  std::array<std::uint8_t, 256> bDescr{};  // the adapter's description, in the code page
+  std::array<std::uint8_t, 256> bDescr{};  // the adapter's description in UTF-8
 };
 static_assert(sizeof(MIB_IFROW) == 860);
 

@@ -33,8 +33,10 @@ class LinuxCountersTest : public testing::Test {
     return counters_.PdhVbAddCounter(query_, path, counter);
   }
 
+  // A second after the time before.
   std::int32_t collect(const std::string& stat) {
     proc_.fill("stat", stat);
+    now_ += std::chrono::seconds(1);
     return counters_.PdhCollectQueryData(query_);
   }
 
@@ -54,7 +56,9 @@ class LinuxCountersTest : public testing::Test {
       "processes 4321\n";
 
   ScratchFolder proc_;
-  LinuxCounters counters_{(proc_.fill("stat", kBefore), proc_.folder().string())};
+  CounterService::Moment now_;
+  LinuxCounters counters_{(proc_.fill("stat", kBefore), proc_.folder().string()),
+                          std::make_shared<AdapterNames>(), [this] { return now_; }};
   Counters::Query query_ = 0;
   std::int32_t status_ = -1;
 };

@@ -1,4 +1,5 @@
 #include <array>
+#include <cstdio>
 #include <gtest/gtest.h>
 #include <string>
 #include <windows.h>
@@ -68,6 +69,71 @@ TEST_F(WindowsCountersTest, CollectsNothingForAQueryThatWasNeverOpened) {
 TEST_F(WindowsCountersTest, HasNoValueOfACounterThatWasNeverAdded) {
   EXPECT_EQ(counters_.PdhVbGetDoubleCounterValue(0, status_), 0);
   EXPECT_EQ(status_, kPdhInvalidHandle);
+}
+
+// The names of an object: the service of this system may know no such object, but answers
+// by the call's rules. A status of 0 comes with lists of the lengths that it tells.
+class WindowsCounterNamesTest : public WindowsCountersTest {
+ protected:
+  static constexpr std::uint32_t kEnough = 32768;
+
+  std::int32_t ask(const std::string& machine, const std::string& object,
+                   std::uint32_t length = kEnough) {
+    names_.assign(length, '-');
+    instances_.assign(length, '-');
+    namesLength_ = length;
+    instancesLength_ = length;
+    return counters_.PdhEnumObjectItemsA(machine, object, names_, namesLength_, instances_,
+                                         instancesLength_, kPerfDetailExpert, 0);
+  }
+
+  // Whether a list has the length that was told and ends as a list does.
+  static void expectList(const std::string& list, std::uint32_t length) {
+    ASSERT_LE(length, list.size());
+    if (length == 0) return;
+    EXPECT_EQ(list[length - 1], '\0');
+    EXPECT_EQ(list.substr(length), std::string(list.size() - length, '-'))
+        << "written behind its end";
+  }
+
+  std::string names_;
+  std::string instances_;
+  std::uint32_t namesLength_ = 0;
+  std::uint32_t instancesLength_ = 0;
+};
+
+TEST_F(WindowsCounterNamesTest, AreListsOfTheToldLengths) {
+  for (const char* object : {"Network Interface", "IPv4", "System", "Processor"}) {
+    SCOPED_TRACE(object);
+    const std::int32_t status = ask("", object);
+    std::printf("%s: status %08X, %u and %u characters\n", object, static_cast<unsigned>(status),
+                namesLength_, instancesLength_);
+    if (status == 0) {
+      expectList(names_, namesLength_);
+      expectList(instances_, instancesLength_);
+      EXPECT_GT(namesLength_, 2U) << "an object has counters";
+    } else {
+      EXPECT_EQ(names_, std::string(kEnough, '-'));
+      EXPECT_EQ(instances_, std::string(kEnough, '-'));
+    }
+  }
+}
+
+TEST_F(WindowsCounterNamesTest, DoNotFitIntoBuffersOfOneCharacter) {
+  const std::int32_t withRoom = ask("", "Network Interface");
+
+  const std::int32_t status = ask("", "Network Interface", 1);
+
+  EXPECT_EQ(status, withRoom == 0 ? kPdhMoreData : withRoom);
+  EXPECT_EQ(names_.size(), 1U);
+}
+
+TEST_F(WindowsCounterNamesTest, AreNotThereForAnotherObject) {
+  EXPECT_NE(ask("", "No Such Object"), 0);
+}
+
+TEST_F(WindowsCounterNamesTest, AreNotThereForAMachineThatThereIsNot) {
+  EXPECT_NE(ask("\\\\no-such-machine.invalid", "Network Interface"), 0);
 }
 
 }  // namespace

@@ -2,8 +2,11 @@
 
 #include <array>
 #include <unistd.h>
+#include <utility>
 
+#include "platform/linux/network_counters.h"
 #include "platform/linux/processor_counters.h"
+#include "platform/linux/protocol_counters.h"
 
 namespace veltrin {
 namespace {
@@ -15,15 +18,20 @@ std::string hostName() {
   return name.data();
 }
 
-CounterService::Sources sourcesIn(const std::string& procFolder) {
+CounterService::Sources sourcesIn(const std::string& procFolder,
+                                  std::shared_ptr<AdapterNames> adapters) {
   CounterService::Sources sources;
   sources.push_back(std::make_unique<ProcessorCounters>(procFolder));
+  sources.push_back(std::make_unique<NetworkCounters>(procFolder, std::move(adapters)));
+  sources.push_back(std::make_unique<IPv4Counters>(procFolder));
+  sources.push_back(std::make_unique<IPv6Counters>(procFolder));
   return sources;
 }
 
 }  // namespace
 
-LinuxCounters::LinuxCounters(const std::string& procFolder)
-    : CounterService(hostName(), sourcesIn(procFolder)) {}
+LinuxCounters::LinuxCounters(const std::string& procFolder, std::shared_ptr<AdapterNames> adapters,
+                             Clock clock)
+    : CounterService(hostName(), sourcesIn(procFolder, std::move(adapters)), std::move(clock)) {}
 
 }  // namespace veltrin

@@ -1,8 +1,10 @@
 // The performance counters of Linux.
 #pragma once
 
+#include <memory>
 #include <string>
 
+#include "platform/linux/adapter_names.h"
 #include "platform/portable/counter_service.h"
 
 namespace veltrin {
@@ -11,7 +13,9 @@ namespace veltrin {
 // is where its process file system stands.
 class LinuxCounters : public CounterService {
  public:
-  explicit LinuxCounters(const std::string& procFolder = "/proc");
+  explicit LinuxCounters(const std::string& procFolder = "/proc",
+                         std::shared_ptr<AdapterNames> adapters = std::make_shared<AdapterNames>(),
+                         Clock clock = std::chrono::steady_clock::now);
 };
 
 }  // namespace veltrin

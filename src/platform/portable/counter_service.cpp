@@ -9,46 +9,52 @@
 namespace veltrin {
 namespace {
 
+// Collections that are not further apart belong together.
+constexpr std::chrono::milliseconds kTogether{100};
+
+constexpr double kWhole = 100;  // percent
+
 using Instances = std::vector<CounterInstance>;
 
-const CounterInstance* find(const Instances& instances, const std::string& name) {
-  const auto found = std::find_if(
-      instances.begin(), instances.end(),
-      [&](const CounterInstance& instance) { return equalIgnoringCase(instance.name, name); });
-  return found == instances.end() ? nullptr : &*found;
+bool contains(const Instances& instances, const std::string& name) {
+  return std::any_of(instances.begin(), instances.end(), [&](const CounterInstance& instance) {
+    return equalIgnoringCase(instance.name, name);
+  });
 }
 
-// Writes names into a buffer, each ended by a NUL and all of them by one more; the length is
-// the buffer's, and then that of what was written or is to be.
-bool writeNames(const std::vector<std::string>& names, std::string& buffer, std::uint32_t& length) {
+// Each ended by a NUL and all of them by one more; an empty list is two of them.
+std::string listOf(const std::vector<std::string>& names) {
   std::string list;
   for (const std::string& name : names) list += name + '\0';
-  list += '\0';
+  if (names.empty()) list += '\0';
+  return list + '\0';
+}
+
+// Writes a list into a buffer; the length is the buffer's, and then that of what was written
+// or is to be.
+bool write(const std::string& list, std::string& buffer, std::uint32_t& length) {
   const bool fits = list.size() <= length && list.size() <= buffer.size();
   length = static_cast<std::uint32_t>(list.size());
   if (fits) list.copy(buffer.data(), list.size());
   return fits;
 }
 
-constexpr double kWhole = 100;  // percent
-
-// The growth from one reading to the next; 0 with the status where it makes no sense.
-double growthOf(const CounterReading& before, const CounterReading& last, std::int32_t& status) {
-  const double growth = last.amount - before.amount;
-  const double basis = last.basis - before.basis;
+// Growth over what it is counted by; 0 with the status where it makes no sense.
+double quotient(double growth, double over, std::int32_t& status) {
   status = 0;
-  if (basis <= 0) status = kPdhNegativeDenominator;
+  if (over <= 0) status = kPdhNegativeDenominator;
   if (growth < 0) status = kPdhNegativeValue;
-  return status == 0 ? growth / basis : 0;
+  return status == 0 ? growth / over : 0;
 }
 
 }  // namespace
 
-CounterService::CounterService(std::string machine, Sources sources)
-    : machine_(std::move(machine)), sources_(std::move(sources)) {}
+CounterService::CounterService(std::string machine, Sources sources, Clock clock)
+    : machine_(std::move(machine)), sources_(std::move(sources)), clock_(std::move(clock)) {}
 
 std::int32_t CounterService::PdhOpenQuery(Query& query) {
-  query = ++queries_;
+  queries_.emplace_back();
+  query = static_cast<Query>(queries_.size());
   return 0;
 }
 
@@ -61,15 +67,16 @@ std::int32_t CounterService::PdhEnumObjectItemsA(
   if (!name.empty() && !equalIgnoringCase(name, machine_)) return kPdhNoMachine;
   const CounterSource* const source = sourceOf(object);
   if (source == nullptr) return kPdhNoObject;
-  std::vector<std::string> names;
-  for (const CounterName& each : source->counters()) names.push_back(each.name);
-  const bool namesFit = writeNames(names, counters, countersLength);
-  names.clear();
-  for (const CounterInstance& each : source->read()) {
-    if (!each.name.empty()) names.push_back(each.name);
-  }
-  const bool instancesFit = writeNames(names, instances, instancesLength);
-  return namesFit && instancesFit ? 0 : kPdhMoreData;
+  const Instances read = source->read();
+  if (!source->hasInstances() && read.empty()) return kPdhNoObject;
+  std::vector<std::string> counterNames;
+  for (const CounterName& each : source->counters()) counterNames.push_back(each.name);
+  std::vector<std::string> instanceNames;
+  for (const CounterInstance& each : read) instanceNames.push_back(each.name);
+  const bool countersFit = write(listOf(counterNames), counters, countersLength);
+  const bool instancesFit = write(source->hasInstances() ? listOf(instanceNames) : std::string(),
+                                  instances, instancesLength);
+  return countersFit && instancesFit ? 0 : kPdhMoreData;
 }
 
 std::int32_t CounterService::PdhVbAddCounter(Query query, const std::string& path,
@@ -78,53 +85,110 @@ std::int32_t CounterService::PdhVbAddCounter(Query query, const std::string& pat
   const auto parts = splitCounterPath(path);
   if (!parts) return kPdhBadCounterName;
   if (parts->machine && !equalIgnoringCase(*parts->machine, machine_)) return kPdhNoMachine;
-  Added added;
-  added.query = query;
-  added.source = sourceOf(parts->object);
-  if (added.source == nullptr) return kPdhNoObject;
-  const std::vector<CounterName> names = added.source->counters();
+  const CounterSource* const source = sourceOf(parts->object);
+  if (source == nullptr) return kPdhNoObject;
+  const std::vector<CounterName> names = source->counters();
   const auto name = std::find_if(names.begin(), names.end(), [&](const CounterName& each) {
     return equalIgnoringCase(each.name, parts->counter);
   });
   if (name == names.end()) return kPdhNoCounter;
-  added.instance = parts->instance.value_or("");
-  if (find(added.source->read(), added.instance) == nullptr) return kPdhNoInstance;
-  added.place = static_cast<std::size_t>(name - names.begin());
-  added.kind = name->kind;
-  added_.push_back(std::move(added));
+  const std::string instance = LCase(parts->instance.value_or(""));
+  const Instances read = source->read();
+  if (!source->hasInstances() && read.empty()) return kPdhNoObject;
+  if (!contains(read, instance)) return kPdhNoInstance;
+  auto& paths = queries_[static_cast<std::size_t>(query - 1)][source][instance];
+  const auto place = static_cast<std::size_t>(name - names.begin());
+  added_.push_back({pathOf(paths, place, name->kind), collections_});
   counter = static_cast<Counter>(added_.size());
   return 0;
 }
 
+// The path of an instance's counter, a new one unless it is there already.
+std::size_t CounterService::pathOf(std::vector<std::size_t>& paths, std::size_t place,
+                                   CounterKind kind) {
+  const auto known = std::find_if(paths.begin(), paths.end(),
+                                  [&](std::size_t path) { return paths_[path].place == place; });
+  if (known != paths.end()) {
+    paths_[*known].addedAgain = true;
+    return *known;
+  }
+  Path path;
+  path.place = place;
+  path.kind = kind;
+  paths_.push_back(path);
+  paths.push_back(paths_.size() - 1);
+  return paths.back();
+}
+
 std::int32_t CounterService::PdhCollectQueryData(Query query) {
   if (!isQuery(query)) return kPdhInvalidHandle;
-  std::map<const CounterSource*, Instances> read;
+  ++collections_;
   bool any = false;
-  for (Added& added : added_) {
-    if (added.query != query) continue;
-    if (!read.contains(added.source)) read[added.source] = added.source->read();
-    const CounterInstance* instance = find(read[added.source], added.instance);
-    added.before = std::exchange(added.last, std::nullopt);
-    if (instance == nullptr) continue;
-    added.last = instance->readings.at(added.place);
-    any = true;
+  for (const auto& [source, paths] : queries_[static_cast<std::size_t>(query - 1)]) {
+    any = collect(*source, paths) || any;
   }
   return any ? 0 : kPdhNoData;
+}
+
+// Samples the paths of one source. Those whose instance is not there have no samples any
+// more. Whether any has one.
+bool CounterService::collect(const CounterSource& source, const PathsOfInstance& paths) {
+  const Moment moment = clock_();
+  for (const CounterInstance& instance : source.read()) {
+    const auto found = paths.find(LCase(instance.name));
+    if (found == paths.end()) continue;
+    for (const std::size_t each : found->second) {
+      Path& path = paths_[each];
+      if (path.last && path.last->collection == collections_) continue;
+      take(path, {collections_, moment, instance.readings.at(path.place)});
+    }
+  }
+  bool any = false;
+  for (const auto& [name, ofInstance] : paths) {
+    for (const std::size_t each : ofInstance) {
+      Path& path = paths_[each];
+      const bool taken = path.last && path.last->collection == collections_;
+      if (!taken) path.base = path.mark = path.last = std::nullopt;
+      any = any || taken;
+    }
+  }
+  return any;
+}
+
+// A handle that was added between collections that belong together is to find a base that is
+// its own as soon as the others do.
+void CounterService::take(Path& path, const Sample& sample) {
+  const bool apart = path.mark && sample.moment - path.mark->moment >= kTogether;
+  if (apart) path.base = path.mark;
+  if (!path.mark || apart || path.addedAgain) path.mark = sample;
+  path.addedAgain = false;
+  path.last = sample;
 }
 
 double CounterService::PdhVbGetDoubleCounterValue(Counter counter, std::int32_t& status) {
   status = kPdhInvalidHandle;
   if (counter < 1 || counter > static_cast<Counter>(added_.size())) return 0;
   const Added& added = added_[static_cast<std::size_t>(counter - 1)];
+  const Path& path = paths_[added.path];
   status = kPdhInvalidData;
-  if (!added.last) return 0;
-  if (added.kind == CounterKind::Number) {
+  if (!path.last || path.last->collection <= added.collections) return 0;
+  const CounterReading& last = path.last->reading;
+  if (path.kind == CounterKind::Number) {
     status = 0;
-    return added.last->amount;
+    return last.amount;
   }
-  if (!added.before) return 0;
-  const double growth = growthOf(*added.before, *added.last, status);
-  return added.kind == CounterKind::Share ? std::min(kWhole * growth, kWhole) : growth;
+  if (!path.base || path.base->collection <= added.collections) return 0;
+  const double growth = last.amount - path.base->reading.amount;
+  if (path.kind == CounterKind::Share) {
+    const double share = quotient(growth, last.basis - path.base->reading.basis, status);
+    return std::min(kWhole * share, kWhole);
+  }
+  const std::chrono::duration<double> seconds = path.last->moment - path.base->moment;
+  return quotient(growth, seconds.count(), status);
+}
+
+bool CounterService::isQuery(Query query) const {
+  return query >= 1 && query <= static_cast<Query>(queries_.size());
 }
 
 const CounterSource* CounterService::sourceOf(const std::string& object) const {

@@ -9,12 +9,12 @@ namespace veltrin {
 // How a counter's value comes out of its readings.
 enum class CounterKind {
   Number,  // the amount of the last reading
-  Rate,    // how much the amount grew from one reading to the next for each 1 of the basis
-  Share,   // the same of an amount that is a part of the basis, in percent: 0 to 100
+  Rate,    // how much the amount grew from one reading to a later one, for each second
+  Share,   // the same for each 1 of the basis, of which the amount is a part: 0 to 100 percent
 };
 
-// What was read of one counter at one moment. The basis is what growth is counted by:
-// the seconds of a clock, or all the ticks of which the amount is a part.
+// What was read of one counter at one moment. The basis of a share is what the amount is a
+// part of, such as all the ticks of a processor.
 struct CounterReading {
   double amount = 0;
   double basis = 1;
@@ -39,6 +39,10 @@ class CounterSource {
   // The object's name ("Processor") and its counters.
   virtual std::string object() const = 0;
   virtual std::vector<CounterName> counters() const = 0;
+
+  // Whether the counters are those of instances. An object without them has one set of
+  // counters, or is not there at all while nothing can be read of it.
+  virtual bool hasInstances() const { return true; }
 
   // Reads all counters of all instances that there are now. Nothing when the system
   // does not tell.

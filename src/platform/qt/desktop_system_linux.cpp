@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <memory>
 #include <utility>
 
 #include "platform/linux/linux_clock.h"
@@ -6,10 +7,10 @@
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_icmp.h"
+#include "platform/linux/linux_interfaces.h"
 #include "platform/linux/linux_processes.h"
 #include "platform/linux/linux_registry.h"
 #include "platform/linux/linux_shell.h"
-#include "platform/portable/no_interface_table.h"
 #include "platform/portable/no_wmi.h"
 #include "platform/portable/profile_file.h"
 #include "platform/qt/desktop_system.h"
@@ -76,11 +77,12 @@ class LinuxDesktopSystem : public DesktopSystem {
   LinuxShell shell_;
   LinuxEnvironment environment_;
   QtSockets sockets_;
-  LinuxCounters counters_;
+  std::shared_ptr<AdapterNames> adapters_ = std::make_shared<AdapterNames>();
+  LinuxCounters counters_{"/proc", adapters_};
   NoWmi wmi_;
   LinuxIcmp icmp_;
   QtDownloads downloads_;
-  NoInterfaceTable interfaces_;
+  LinuxInterfaces interfaces_{adapters_};
   QtDesktop desktop_;
   Platform platform_;
 };

@@ -1,6 +1,5 @@
 #include <utility>
 
-#include "platform/portable/no_interface_table.h"
 #include "platform/portable/no_wmi.h"
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_desktop.h"
@@ -13,6 +12,7 @@
 #include "platform/windows/windows_environment.h"
 #include "platform/windows/windows_files.h"
 #include "platform/windows/windows_icmp.h"
+#include "platform/windows/windows_interfaces.h"
 #include "platform/windows/windows_processes.h"
 #include "platform/windows/windows_profile_store.h"
 #include "platform/windows/windows_registry.h"
@@ -60,7 +60,7 @@ class WindowsDesktopSystem : public DesktopSystem {
   NoWmi wmi_;
   WindowsIcmp icmp_;
   QtDownloads downloads_;
-  NoInterfaceTable interfaces_;
+  WindowsInterfaces interfaces_;
   QtDesktop desktop_;
   Platform platform_;
 };
