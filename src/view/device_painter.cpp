@@ -15,12 +15,22 @@ namespace {
 constexpr double kDegree = 16;  // in the toolkit's units of angles
 constexpr double kWholeTurn = 360;
 
+// Pixels by which a spoke goes beyond its end, so that spokes whose ends were cut still reach
+// under the border, and none reaches over it.
+constexpr double kSpokeReach = 0.9;
+
 // The middle of a pixel of the surface.
 QPointF middleOf(double x, double y) { return {x + 0.5, y + 0.5}; }
 
 // Degrees against the clock from the right.
 double directionOf(const QPointF& from, const QPointF& to) {
   return std::atan2(from.y() - to.y(), to.x() - from.x()) * 180 / M_PI;
+}
+
+QPointF beyond(const QPointF& from, const QPointF& to) {
+  const QPointF way = to - from;
+  const double length = std::hypot(way.x(), way.y());
+  return length > 0 ? to + way * (kSpokeReach / length) : to;
 }
 
 }  // namespace
@@ -68,7 +78,7 @@ void DevicePainter::operator()(const Cls& cls) {
 void DevicePainter::operator()(const SelectPen& pen) {
   penColour_ = toQt(pen.colour);
   penWidth_ = std::max(1.0, std::round(std::max(pen.width, 1) * scale_));
-  painter_.setPen(QPen(penColour_, penWidth_ / scale_, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter_.setPen(QPen(penColour_, penWidth_ / scale_, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
 }
 
 void DevicePainter::operator()(const SelectBrush& brush) {
@@ -101,6 +111,7 @@ double DevicePainter::onGrid(double place, double offset) const {
 void DevicePainter::operator()(const LineTo& line) {
   QPointF from = std::exchange(place_, endAt(line.x, line.y));
   QPointF to = place_;
+  if (centre_ && from == middleOf(centre_->x(), centre_->y())) to = beyond(from, to);
   if (from.x() == to.x()) {
     from.setX(onGrid(from.x(), toScreen_.dx()));
     to.setX(from.x());
@@ -135,8 +146,8 @@ void DevicePainter::operator()(const Rectangle& rectangle) {
 
 void DevicePainter::operator()(const Arc& arc) {
   const QRectF outline = outlineOf(arc.box);
-  const double from = directionOf(outline.center(), middleOf(arc.start.x, arc.start.y));
-  const double to = directionOf(outline.center(), middleOf(arc.end.x, arc.end.y));
+  const double from = directionOf(outline.center(), endAt(arc.start.x, arc.start.y));
+  const double to = directionOf(outline.center(), endAt(arc.end.x, arc.end.y));
   double span = to - from;
   if (span <= 0) span += kWholeTurn;
   use(penColour_);

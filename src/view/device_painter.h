@@ -38,7 +38,7 @@ class DevicePainter {
   void setKey(const QColor& key) { key_ = key; }
 
   // The centre of a dial: the ends of lines around it were cut towards zero and are meant
-  // to lie half a pixel further, but for those on its axes.
+  // to lie half a pixel further, but for those on its axes. Lines from it are spokes.
   void setCentre(const QPoint& centre) { centre_ = centre; }
 
   void paint(const std::vector<DeviceOperation>& operations);
