@@ -8,7 +8,6 @@
 #include <QPainter>
 #include <QRegion>
 #include <QResizeEvent>
-#include <qdrawutil.h>
 
 #include "platform/qt/qt_text.h"
 
@@ -40,6 +39,7 @@ GaugeView::~GaugeView() { setGauge(nullptr); }
 
 void GaugeView::setGauge(bkCProg* gauge, PictureSource pictures) {
   if (gauge_ != nullptr) std::exchange(gauge_, nullptr)->showOn(nullptr);
+  if (told_) setAccessibleName(meaning_);
   meaning_ = accessibleName();
   told_.reset();
   pictures_ = std::move(pictures);
@@ -132,10 +132,16 @@ void GaugeView::paintEvent(QPaintEvent*) {
   tellValue();
 }
 
+// The light comes from above, on the left.
 void GaugeView::paintEdge(QPainter& painter) const {
+  const QColor shade = palette().color(QPalette::Dark);
+  const QColor light = palette().color(QPalette::Light);
   painter.setRenderHint(QPainter::Antialiasing, false);
   painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-  qDrawShadePanel(&painter, rect(), palette(), true, kEdge);
+  painter.fillRect(0, height() - edge_, width(), edge_, light);
+  painter.fillRect(width() - edge_, 0, edge_, height(), light);
+  painter.fillRect(0, 0, width() - edge_, edge_, shade);
+  painter.fillRect(0, 0, edge_, height() - edge_, shade);
 }
 
 DevicePainter GaugeView::deviceOn(QPainter& painter) const {

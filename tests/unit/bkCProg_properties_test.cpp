@@ -244,6 +244,7 @@ TEST_F(GaugeProperties, TextsHaveTheExtentThatTheScreenGivesThem) {
 TEST_F(GaugeProperties, WhoShowsTheGaugeIsToldOfItsDrawingAtOnce) {
   NotedScreen other;
   gauge.showOn(&other);
+  gauge.showOn(nullptr);
 
   EXPECT_THAT(other.notes, ElementsAre("drawing"));
   EXPECT_THAT(screen.notes, IsEmpty());
