@@ -67,7 +67,8 @@ int GaugeView::restOfFrame() const {
 
 // A gauge that is out of sight stays stale until it comes into sight, which paints it.
 void GaugeView::noteDrawing() {
-  if (std::exchange(edge_, gauge_->Inset ? kEdge : 0) != edge_) giveRoom();
+  const int before = std::exchange(edge_, gauge_->Inset ? kEdge : 0);
+  if (edge_ != before) giveRoom();
   if (isStale_) return;
   isStale_ = true;
   const int rest = restOfFrame();
