@@ -1,5 +1,6 @@
 #include "toolbox/toolbox.h"
 
+#include "monitor/frmIP.h"
 #include "mtu/mtutest.h"
 #include "ping/pingtester.h"
 #include "route/MonOut.h"
@@ -19,6 +20,7 @@ void provideTools(Program& program) {
   program.provide<indepth>(WindowName::indepth);
   program.provide<indepth2>(WindowName::indepth2);
   program.provide<mtutest>(WindowName::mtutest);
+  program.provide<frmIP>(WindowName::frmIP);
   program.getinfo = [&program] { program.keep<DosFrm>()->getinfo(); };
 }
 
