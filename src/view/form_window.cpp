@@ -73,12 +73,7 @@ void FormWindow::standOver(const QWidget& window) {
   const QRect outside = window.frameGeometry();
   QRect place(QPoint(), size() + outside.size() - inside.size());
   place.moveCenter(outside.center());
-  const QRect room = window.screen()->availableGeometry();
-  place.moveRight(std::min(place.right(), room.right()));
-  place.moveBottom(std::min(place.bottom(), room.bottom()));
-  place.moveLeft(std::max(place.left(), room.left()));
-  place.moveTop(std::max(place.top(), room.top()));
-  move(place.topLeft());
+  move(cornerWithin(window.screen()->availableGeometry(), place));
 }
 
 void FormWindow::showHeight(int twips) {
@@ -115,7 +110,7 @@ void FormWindow::keepOnScreen() {
 void FormWindow::showEvent(QShowEvent* event) {
   if (event->spontaneous()) return;
   noteOpener();
-  if (!(windowFlags() & Qt::FramelessWindowHint)) return;
+  if (!(windowFlags() & Qt::FramelessWindowHint) || testAttribute(Qt::WA_Moved)) return;
   const QRect room = screen()->availableGeometry();
   move(room.center() - rect().center());
 }
