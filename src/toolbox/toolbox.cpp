@@ -1,6 +1,7 @@
 #include "toolbox/toolbox.h"
 
 #include "monitor/frmIP.h"
+#include "monitor/frmNetwork.h"
 #include "mtu/mtutest.h"
 #include "ping/pingtester.h"
 #include "route/MonOut.h"
@@ -20,6 +21,7 @@ void provideTools(Program& program) {
   program.provide<indepth>(WindowName::indepth);
   program.provide<indepth2>(WindowName::indepth2);
   program.provide<mtutest>(WindowName::mtutest);
+  program.provide<frmNetwork>(WindowName::frmNetwork);
   program.provide<frmIP>(WindowName::frmIP);
   program.getinfo = [&program] { program.keep<DosFrm>()->getinfo(); };
 }
