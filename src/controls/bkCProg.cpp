@@ -30,6 +30,10 @@ bkCProg::bkCProg() {
   paint();
 }
 
+bkCProg::~bkCProg() {
+  if (screen_ != nullptr) screen_->noteEnd();
+}
+
 std::int32_t bkCProg::withinScale(const bkCProg& gauge, std::int32_t value) {
   if (value < gauge.Min) return gauge.Min;
   return value > gauge.Max ? gauge.Max.get() : value;

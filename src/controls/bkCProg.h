@@ -34,6 +34,7 @@ class GaugeScreen {
   virtual void noteDrawing() = 0;  // the gauge looks different now
   virtual void noteValue() = 0;    // its value is another one
   virtual void noteSize() = 0;     // it has given itself another size
+  virtual void noteEnd() = 0;      // it is there no longer
 };
 
 // Marks on the scale: how they look and where they stand to the radius. Other numbers are
@@ -56,6 +57,7 @@ enum TickPositions : std::int32_t { kTicksInside = 0, kTicksOutside = 1, kTicksA
 class bkCProg : public Control {
  public:
   bkCProg();
+  ~bkCProg() override;
 
  private:
   // Stands before the properties, which enter themselves here.
@@ -158,7 +160,8 @@ class bkCProg : public Control {
   // Whether the control has the shape of its mask.
   bool isShaped() const { return (UseMask || AutoMask) && MaskPicture.get().isSet(); }
 
-  // Who shows the gauge from now on, or nobody. It has to live until then.
+  // Who shows the gauge from now on, or nobody. It has to live until it is taken away again,
+  // or is told of the gauge's end.
   void showOn(GaugeScreen* screen);
 
   // The place at so many pixels from the centre and so many degrees along the scale.

@@ -1,5 +1,5 @@
-// Controls that show what the program sets: labels, lists, clips, charts and
-// pictures.
+// Controls that show what the program sets: labels, lists, clips, charts, pictures and
+// gauges.
 #include <QFile>
 #include <QLabel>
 #include <QListView>
@@ -12,7 +12,9 @@
 #include "view/chart_view.h"
 #include "view/contrast.h"
 #include "view/drawing_view.h"
+#include "view/gauge_view.h"
 #include "view/list_model.h"
+#include "view/picture.h"
 
 namespace veltrin {
 namespace {
@@ -119,6 +121,15 @@ void bindPictureBox(PictureBox& picture, QWidget& widget, Binding& binding) {
     picture.observe({});
     view->setPicture(nullptr);
   });
+}
+
+void bindGauge(bkCProg& gauge, QWidget& widget, Binding& binding) {
+  auto* view = dynamic_cast<GaugeView*>(&widget);
+  if (view == nullptr) return;
+  view->setGauge(&gauge, [&files = binding.files()](const std::string& name) {
+    return loadPicture(files, name);
+  });
+  binding.atEnd([view] { view->setGauge(nullptr); });
 }
 
 }  // namespace veltrin

@@ -95,6 +95,7 @@ void Binder::bindKind(Control& control, QWidget& widget) {
   if (auto* image = dynamic_cast<Image*>(&control)) bindImage(*image, widget, binding_);
   if (auto* chart = dynamic_cast<Chart*>(&control)) bindChart(*chart, widget, binding_);
   if (auto* box = dynamic_cast<PictureBox*>(&control)) bindPictureBox(*box, widget, binding_);
+  if (auto* gauge = dynamic_cast<bkCProg*>(&control)) bindGauge(*gauge, widget, binding_);
 }
 
 // Widgets with a pointer of their own, as over a text, take the window's meanwhile.

@@ -10,6 +10,7 @@
 #include <QPointF>
 #include <QWidget>
 
+#include "controls/bkCProg.h"
 #include "forms/animation.h"
 #include "forms/chart.h"
 #include "forms/check_box.h"
@@ -86,6 +87,7 @@ void bindListBox(ListBox& list, QWidget& widget, Binding& binding);
 void bindAnimation(Animation& animation, QWidget& widget, Binding& binding);
 void bindChart(Chart& chart, QWidget& widget, Binding& binding);
 void bindPictureBox(PictureBox& picture, QWidget& widget, Binding& binding);
+void bindGauge(bkCProg& gauge, QWidget& widget, Binding& binding);
 void bindCheckBox(CheckBox& box, QWidget& widget, Binding& binding);
 void bindImage(Image& image, QWidget& widget, Binding& binding);
 void bindMenuEntry(MenuEntry& entry, QAction& action, Binding& binding);

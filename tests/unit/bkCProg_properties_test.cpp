@@ -20,6 +20,7 @@ class NotedScreen : public GaugeScreen {
   void noteDrawing() override { notes.emplace_back("drawing"); }
   void noteValue() override { notes.emplace_back("value"); }
   void noteSize() override { notes.emplace_back("size"); }
+  void noteEnd() override { notes.emplace_back("end"); }
 
   std::vector<std::string> notes;
 };
@@ -246,6 +247,23 @@ TEST_F(GaugeProperties, WhoShowsTheGaugeIsToldOfItsDrawingAtOnce) {
 
   EXPECT_THAT(other.notes, ElementsAre("drawing"));
   EXPECT_THAT(screen.notes, IsEmpty());
+}
+
+TEST_F(GaugeProperties, AGaugeTellsItsEnd) {
+  NotedScreen other;
+  {
+    bkCProg brief;
+    brief.showOn(&other);
+  }
+  EXPECT_THAT(other.notes, ElementsAre("drawing", "end"));
+}
+
+TEST_F(GaugeProperties, ASizeOfItsOwnIsToldAndOneThatItIsGivenIsNot) {
+  gauge.Picture = DevicePicture{"face", nullptr, 80, 60};
+  screen.notes.clear();
+  gauge.resize(50, 50);
+  gauge.AutoSizeToPicture();
+  EXPECT_THAT(screen.notes, ElementsAre("drawing", "drawing", "size"));
 }
 
 // --- Fitting ---
