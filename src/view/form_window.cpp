@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 #include <QWindow>
 
 #include "platform/qt/window_state.h"
@@ -18,6 +19,17 @@ namespace {
 
 constexpr double kEdge = 1;        // pixels around a window without a frame
 constexpr int kTwipsOfPixel = 15;  // at 100 percent
+constexpr int kStep = 10;          // pixels that an arrow key moves a window
+
+// Windows makes a wish for the menu of Shift and F10 by itself.
+bool isMenuKey(const QKeyEvent& event) {
+  if (event.key() == Qt::Key_Escape) return true;
+#ifdef Q_OS_WIN
+  return false;
+#else
+  return event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier;
+#endif
+}
 
 }  // namespace
 
@@ -36,11 +48,39 @@ void FormWindow::keyPressEvent(QKeyEvent* event) {
       return;
     }
   }
+  if (opening_ && isMenuKey(*event)) {
+    const auto routine = opening_;  // it may take itself away
+    routine();
+    return;
+  }
   if (pressing_ && (isEnter || key == Qt::Key_Space || key == Qt::Key_Escape)) {
     const auto routine = pressing_;  // it may take itself away
     routine();
   } else if (!isEnter) {
     QWidget::keyPressEvent(event);
+  }
+}
+
+// The system makes this of its menu key.
+void FormWindow::contextMenuEvent(QContextMenuEvent* event) {
+  if (!opening_ || event->reason() != QContextMenuEvent::Keyboard) {
+    QWidget::contextMenuEvent(event);
+    return;
+  }
+  const auto routine = opening_;
+  routine();
+}
+
+void FormWindow::moveByKeys() {
+  const std::map<Qt::Key, QPoint> steps = {{Qt::Key_Left, {-kStep, 0}},
+                                           {Qt::Key_Right, {kStep, 0}},
+                                           {Qt::Key_Up, {0, -kStep}},
+                                           {Qt::Key_Down, {0, kStep}}};
+  for (const auto& [key, step] : steps) {
+    auto* shortcut = new QShortcut(key, this);
+    connect(shortcut, &QShortcut::activated, this, [this, step = step] {
+      move(cornerWithin(screen()->availableGeometry(), frameGeometry().translated(step)));
+    });
   }
 }
 

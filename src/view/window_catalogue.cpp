@@ -7,6 +7,8 @@
 #include "ui_MonOut.h"
 #include "ui_Stability.h"
 #include "ui_StabilitySUM.h"
+#include "ui_frmIP.h"
+#include "ui_frmNetwork.h"
 #include "ui_indepth.h"
 #include "ui_indepth2.h"
 #include "ui_mtutest.h"
@@ -38,7 +40,7 @@ void lay(FormWindow& window) {
   Look().setupUi(&window);
 }
 
-constexpr std::array<Entry, 14> kWindows = {{
+constexpr std::array<Entry, 16> kWindows = {{
     {WindowName::starter, lay<Ui::starter>, Qt::Window | Qt::FramelessWindowHint},
     {WindowName::startup, lay<Ui::startup>},
     {WindowName::About, lay<Ui::About>, Qt::Dialog},
@@ -53,6 +55,8 @@ constexpr std::array<Entry, 14> kWindows = {{
     {WindowName::mtutest, lay<Ui::mtutest>, kFixedWindow},
     {WindowName::pingit, lay<Ui::pingit>, kFixedWindow},
     {WindowName::setmtu, lay<Ui::setmtu>},
+    {WindowName::frmNetwork, lay<Ui::frmNetwork>, Qt::Window | Qt::FramelessWindowHint},
+    {WindowName::frmIP, lay<Ui::frmIP>, kFixedWindow},
 }};
 
 }  // namespace

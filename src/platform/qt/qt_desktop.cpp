@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QCursor>
 #include <QMenu>
+#include <QScreen>
 #include <QWindow>
 
 #include "platform/qt/message_box.h"
