@@ -47,10 +47,14 @@ class Control {
   MouseRoutine mouseMove;
   MouseRoutine mouseUp;
 
-  // What the user's mouse does over the control; a disabled one does not notice it.
-  void pressMouse(MouseButton button) { raise(mouseDown, button); }
-  void moveMouse(MouseButton button) { raise(mouseMove, button); }
-  void releaseMouse(MouseButton button) { raise(mouseUp, button); }
+  // What the user's mouse does over the control, so many twips (15 to a pixel at 100
+  // percent) right of its edge; a disabled one does not notice it.
+  void pressMouse(MouseButton button, int x = 0) { raise(mouseDown, button, x); }
+  void moveMouse(MouseButton button, int x = 0) { raise(mouseMove, button, x); }
+  void releaseMouse(MouseButton button, int x = 0) { raise(mouseUp, button, x); }
+
+  // Where the mouse was when one of the routines was last called.
+  int mouseX() const { return mouseX_; }
 
   // The name under which the window owns the control, and its index in a control
   // array, or -1.
@@ -62,13 +66,14 @@ class Control {
   // Runs an event routine as one of the owning window's; nothing happens once
   // that window is unloaded.
   void raise(const EventRoutine& routine);
-  void raise(const MouseRoutine& routine, MouseButton button);
+  void raise(const MouseRoutine& routine, MouseButton button, int x);
 
  private:
   friend class Form;
   Form* form_ = nullptr;
   std::string name_;
   int index_ = -1;
+  int mouseX_ = 0;  // twips
 };
 
 }  // namespace veltrin

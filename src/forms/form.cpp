@@ -13,8 +13,9 @@ void Control::raise(const EventRoutine& routine) {
   form_->run(routine);
 }
 
-void Control::raise(const MouseRoutine& routine, MouseButton button) {
+void Control::raise(const MouseRoutine& routine, MouseButton button, int x) {
   if (!routine || !visible || !enabled) return;
+  mouseX_ = x;
   raise([&] { routine(button); });
 }
 
@@ -54,6 +55,12 @@ void Form::run(const EventRoutine& routine) {
   if (!loaded_ || !routine) return;
   const auto alive = weak_from_this().lock();
   routine();
+}
+
+void Form::raise(const MouseRoutine& routine, MouseButton button, int x) {
+  if (!routine) return;
+  mouseX_ = x;
+  run([&] { routine(button); });
 }
 
 void Form::own(const std::string& name, Control& control) {

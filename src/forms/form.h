@@ -38,14 +38,21 @@ class Form : public std::enable_shared_from_this<Form> {
   // of a look with fixed places is seen. 0 for a window of the user's own size.
   Property<int> height{0};
 
-  EventRoutine click;      // on the window itself
-  MouseRoutine mouseMove;  // over the window itself
+  // On the window itself.
+  EventRoutine click;
+  MouseRoutine mouseDown;
+  MouseRoutine mouseMove;
+  MouseRoutine mouseUp;
 
-  // What the user's mouse does on the window beside its controls.
+  // What the user's mouse does on the window beside its controls, so many twips right of
+  // its edge.
   void press() { run(click); }
-  void moveMouse(MouseButton button) {
-    if (mouseMove) run([&] { mouseMove(button); });
-  }
+  void pressMouse(MouseButton button, int x = 0) { raise(mouseDown, button, x); }
+  void moveMouse(MouseButton button, int x = 0) { raise(mouseMove, button, x); }
+  void releaseMouse(MouseButton button, int x = 0) { raise(mouseUp, button, x); }
+
+  // Where the mouse was when one of the routines was last called.
+  int mouseX() const { return mouseX_; }
 
   const std::string& name() const { return name_; }
   const std::vector<Control*>& controls() const { return controls_; }
@@ -89,11 +96,14 @@ class Form : public std::enable_shared_from_this<Form> {
   virtual void Form_Unload() {}
 
  private:
+  void raise(const MouseRoutine& routine, MouseButton button, int x);
+
   std::string name_;
   FormHost& host_;
   std::vector<Control*> controls_;
   bool loaded_ = false;
   bool ending_ = false;
+  int mouseX_ = 0;  // twips
 };
 
 }  // namespace veltrin

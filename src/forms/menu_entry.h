@@ -11,6 +11,7 @@ class MenuEntry : public Control {
   explicit MenuEntry(std::string text) : caption(std::move(text)) {}
 
   Property<std::string> caption;
+  std::string Tag;  // for the window's own use
   EventRoutine click;
 
   // What choosing the entry does.

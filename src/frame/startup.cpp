@@ -178,41 +178,32 @@ void startup::openInPlaceOfMenu(WindowName window) {
 // Only the band follows the mouse. The window itself moves when the button is released. A
 // press whose release never came is followed by another one, which begins anew.
 void startup::Image1_MouseDown(MouseButton button) {
-  Desktop& desktop = program_.platform.desktop;
   if (button != MouseButton::Left) return;
   endDrag();
-  if (desktop.moveBySystem(*this)) return;
-  const ScreenPoint cursor = desktop.cursorPosition();
-  const ScreenRectangle place = desktop.windowRectangle(*this);
-  drag_ = Drag{{cursor.x - place.left, cursor.y - place.top},
-               place.right - place.left,
-               place.bottom - place.top,
-               place};
-  drawBand(place);
+  drag_.begin(program_.platform.desktop, *this);
+  if (!drag_.Dragging) return;
+  band_ = drag_.DragRect;
+  drawBand(band_);
 }
 
 void startup::Image1_MouseMove(MouseButton button) {
   mousePointer = MousePointer::SizeAll;
-  if (button != MouseButton::Left || !drag_) return;
-  const ScreenPoint cursor = program_.platform.desktop.cursorPosition();
-  const int left = cursor.x - drag_->offset.x;
-  const int top = cursor.y - drag_->offset.y;
-  const ScreenRectangle place{left, top, left + drag_->width, top + drag_->height};
-  drawBand(drag_->band);
+  if (button != MouseButton::Left || !drag_.Dragging) return;
+  const ScreenRectangle place = drag_.place(program_.platform.desktop);
+  drawBand(band_);
   drawBand(place);
-  drag_->band = place;
+  band_ = place;
 }
 
 void startup::Image1_MouseUp(MouseButton button) {
-  if (button != MouseButton::Left || !drag_) return;
-  const ScreenRectangle place = drag_->band;
+  if (button != MouseButton::Left || !drag_.Dragging) return;
   endDrag();
-  program_.platform.desktop.moveWindow(*this, place);
+  program_.platform.desktop.moveWindow(*this, band_);
 }
 
 void startup::endDrag() {
-  if (drag_) drawBand(drag_->band);
-  drag_.reset();
+  if (drag_.Dragging) drawBand(band_);
+  drag_.Dragging = false;
 }
 
 // Borders inside each other make one band. Drawn again at its place, it is gone.

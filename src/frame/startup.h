@@ -1,7 +1,6 @@
 // The main menu: a button for each tool, the rated speed, the machine's addresses.
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "forms/combo_box.h"
@@ -9,6 +8,7 @@
 #include "forms/image.h"
 #include "forms/label.h"
 #include "frame/program.h"
+#include "frame/window_drag.h"
 
 namespace veltrin {
 
@@ -60,16 +60,9 @@ class startup : public Form {
   void endDrag();
   void drawBand(const ScreenRectangle& place);
 
-  // A window that is being moved by its grip.
-  struct Drag {
-    ScreenPoint offset;  // from the window's corner to the mouse
-    int width = 0;
-    int height = 0;
-    ScreenRectangle band;  // where the rubber band stands now
-  };
-
   Program& program_;
-  std::optional<Drag> drag_;
+  WindowDrag drag_;
+  ScreenRectangle band_;  // where the rubber band stands in a drag
 };
 
 }  // namespace veltrin

@@ -101,6 +101,11 @@ class Desktop {
   virtual ScreenRectangle windowRectangle(const Form& form) const = 0;
   virtual void moveWindow(Form& form, const ScreenRectangle& place) = 0;
 
+  // Puts a window, on the screen or not yet, so many twips (15 to a pixel at 100 percent)
+  // right of and below the upper left corner of another one, but never beyond the edges of
+  // that one's screen. Nothing happens where programs do not place their windows.
+  virtual void placeBeside(Form& form, const Form& other, int right, int below) = 0;
+
   // DrawFocusRect on the whole screen: inverts the border of a rectangle, one pixel
   // wide, so that a second call with the same one takes it away.
   virtual void drawFocusRectangle(const ScreenRectangle& border) = 0;

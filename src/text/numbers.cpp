@@ -155,4 +155,9 @@ std::string Format(double number, std::string_view pattern) {
   return text;
 }
 
+std::string FormatNumber(double number) {
+  const std::string digits = Format(number, "#,###");
+  return digits.empty() ? "0" : digits;
+}
+
 }  // namespace veltrin

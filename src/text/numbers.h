@@ -32,4 +32,7 @@ std::string toText(double number);
 // gives an empty text for 0, "##.###" ".5" and "5.". A comma puts commas between thousands.
 std::string Format(double number, std::string_view pattern);
 
+// A number rounded half away from zero to a whole one, a comma between thousands; "0" for 0.
+std::string FormatNumber(double number);
+
 }  // namespace veltrin

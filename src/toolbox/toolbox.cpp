@@ -1,6 +1,8 @@
 #include "toolbox/toolbox.h"
 
 #include "download/testdl.h"
+#include "monitor/frmIP.h"
+#include "monitor/frmNetwork.h"
 #include "mtu/mtutest.h"
 #include "ping/pingtester.h"
 #include "route/MonOut.h"
@@ -21,6 +23,8 @@ void provideTools(Program& program) {
   program.provide<indepth2>(WindowName::indepth2);
   program.provide<mtutest>(WindowName::mtutest);
   program.provide<testdl>(WindowName::testdl);
+  program.provide<frmNetwork>(WindowName::frmNetwork);
+  program.provide<frmIP>(WindowName::frmIP);
   program.getinfo = [&program] { program.keep<DosFrm>()->getinfo(); };
 }
 

@@ -1,4 +1,5 @@
 // The mouse over controls, and over the window beside them.
+#include <cmath>
 #include <memory>
 #include <utility>
 
@@ -15,12 +16,39 @@ MouseButton buttonOf(Qt::MouseButtons buttons) {
   return buttons & Qt::RightButton ? MouseButton::Right : MouseButton::None;
 }
 
+// What is told of the mouse: the button, and the place in twips from the left edge.
+using Taking = std::function<void(MouseButton button, int x)>;
+
 // Routines of one control or window; those that it does not have are empty.
 struct MouseRoutines {
-  MouseRoutine down;
-  MouseRoutine move;
-  MouseRoutine up;
+  Taking down;
+  Taking move;
+  Taking up;
 };
+
+// By whole pixels of 100 percent, whatever the scale of the screen.
+int twipsAt(const QMouseEvent& event) {
+  constexpr int kTwipsOfPixel = 15;
+  return static_cast<int>(std::floor(event.position().x())) * kTwipsOfPixel;
+}
+
+// The routines of a control or window that has some.
+template <class Kind>
+MouseRoutines routinesOf(Kind& target) {
+  MouseRoutines routines;
+  if (target.mouseDown) {
+    routines.down = [&target](MouseButton button, int x) { target.pressMouse(button, x); };
+  }
+  if (target.mouseMove) {
+    routines.move = [&target](MouseButton button, int x) { target.moveMouse(button, x); };
+  }
+  if (target.mouseUp) {
+    routines.up = [&target](MouseButton button, int x) { target.releaseMouse(button, x); };
+  }
+  return routines;
+}
+
+bool isAny(const MouseRoutines& routines) { return routines.down || routines.move || routines.up; }
 
 // Hands on what the mouse does. While a move waits at the gate, the next one takes its
 // place, unless a button was pressed or released between them.
@@ -33,13 +61,13 @@ class MousePost {
     switch (event.type()) {
       case QEvent::MouseButtonPress:
       case QEvent::MouseButtonDblClick:
-        post(routines_.down, event.button());
+        post(routines_.down, event);
         break;
       case QEvent::MouseButtonRelease:
-        post(routines_.up, event.button());
+        post(routines_.up, event);
         break;
       default:
-        move(buttonOf(event.buttons()));
+        move(event);
     }
   }
 
@@ -47,22 +75,24 @@ class MousePost {
   struct Move {
     bool waits = false;
     MouseButton held = MouseButton::None;
+    int x = 0;
   };
 
-  void post(const MouseRoutine& routine, Qt::MouseButton pressed) {
+  void post(const Taking& routine, const QMouseEvent& event) {
     move_ = std::make_shared<Move>();
-    const MouseButton button = buttonOf(pressed);
+    const MouseButton button = buttonOf(event.button());
     if (!routine || button == MouseButton::None) return;
-    binding_.post([routine, button] { routine(button); });
+    binding_.post([routine, button, x = twipsAt(event)] { routine(button, x); });
   }
 
-  void move(MouseButton held) {
+  void move(const QMouseEvent& event) {
     if (!routines_.move) return;
-    move_->held = held;
+    move_->held = buttonOf(event.buttons());
+    move_->x = twipsAt(event);
     if (std::exchange(move_->waits, true)) return;
     binding_.post([routine = routines_.move, move = move_] {
       move->waits = false;
-      routine(move->held);
+      routine(move->held, move->x);
     });
   }
 
@@ -86,40 +116,38 @@ bool isBeside(const QWidget& window, const QPointF& place) {
   return child == nullptr || isDecoration(*child);
 }
 
-void bindWindowMove(Form& form, QWidget& window, Binding& binding) {
+// A button that went down over a control keeps the mouse for that control, and one that went
+// down beside all of them for the window.
+void watchWindow(QWidget& window, MouseRoutines routines, Binding& binding) {
   window.setMouseTracking(true);
   for (QWidget* child : window.findChildren<QWidget*>()) {
     if (isDecoration(*child)) child->setMouseTracking(true);
   }
-  const auto post = std::make_shared<MousePost>(
-      binding, MouseRoutines{{}, [&form](MouseButton button) { form.moveMouse(button); }, {}});
-  // A button that went down over a control keeps the mouse for that control.
-  watch(window, binding, [&window, post, isFree = true](const QEvent& event) mutable {
+  const auto post = std::make_shared<MousePost>(binding, std::move(routines));
+  watch(window, binding, [&window, post, isOurs = true](const QEvent& event) mutable {
     if (!isMouse(event)) return;
     const auto& mouse = static_cast<const QMouseEvent&>(event);
     const bool beside = isBeside(window, mouse.position());
-    if (event.type() != QEvent::MouseMove) {
-      isFree = beside;
-    } else if (beside && (isFree || mouse.buttons() == Qt::NoButton)) {
-      post->take(mouse);
-    }
+    const bool isMove = event.type() == QEvent::MouseMove;
+    const bool isRelease = event.type() == QEvent::MouseButtonRelease;
+    if (!isMove && !isRelease) isOurs = beside;
+    if (isMove && mouse.buttons() == Qt::NoButton ? beside : isOurs) post->take(mouse);
+    if (isRelease) isOurs = beside;
   });
+}
+
+// The keyboard opens what the right button opens. It moves a window without a frame.
+void bindKeysOfMouse(Form& form, FormWindow& window, Binding& binding) {
+  window.onMenu(
+      [&form, &binding] { binding.post([&form] { form.pressMouse(MouseButton::Right); }); });
+  if (window.windowFlags() & Qt::FramelessWindowHint) window.moveByKeys();
 }
 
 }  // namespace
 
 void bindMouse(Control& control, QWidget& widget, Binding& binding) {
-  MouseRoutines routines;
-  if (control.mouseDown) {
-    routines.down = [&control](MouseButton button) { control.pressMouse(button); };
-  }
-  if (control.mouseMove) {
-    routines.move = [&control](MouseButton button) { control.moveMouse(button); };
-  }
-  if (control.mouseUp) {
-    routines.up = [&control](MouseButton button) { control.releaseMouse(button); };
-  }
-  if (!routines.down && !routines.move && !routines.up) return;
+  MouseRoutines routines = routinesOf(control);
+  if (!isAny(routines)) return;
   const auto post = std::make_shared<MousePost>(binding, std::move(routines));
   QList<QWidget*> parts = widget.findChildren<QWidget*>();
   parts.append(&widget);
@@ -145,7 +173,9 @@ void bindClick(const std::function<bool(const QPointF&)>& isTarget, QWidget& wid
 }
 
 void bindWindowMouse(Form& form, FormWindow& window, Binding& binding) {
-  if (form.mouseMove) bindWindowMove(form, window, binding);
+  MouseRoutines routines = routinesOf(form);
+  if (isAny(routines)) watchWindow(window, std::move(routines), binding);
+  if (form.mouseDown) bindKeysOfMouse(form, window, binding);
   if (!form.click) return;
   const auto press = [&form] { form.press(); };
   bindClick([&window](const QPointF& place) { return isBeside(window, place); }, window, binding,

@@ -99,7 +99,9 @@ void bindMenuEntry(MenuEntry& entry, QAction& action, Binding& binding);
 void bindMouse(Control& control, QWidget& widget, Binding& binding);
 
 // The same for the window beside its controls, and clicks there; for those the keys
-// Space, Enter and Escape stand in.
+// Space, Enter and Escape stand in. Where the window has a routine for pressed buttons, the
+// menu key and Escape stand in for the right one, and the arrow keys move a window without a
+// frame.
 void bindWindowMouse(Form& form, FormWindow& window, Binding& binding);
 
 // Posts an action when the left button is pressed and released over a part of a widget.

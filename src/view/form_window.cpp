@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 #include <QWindow>
 
 #include "platform/qt/window_state.h"
@@ -18,6 +19,17 @@ namespace {
 
 constexpr double kEdge = 1;        // pixels around a window without a frame
 constexpr int kTwipsOfPixel = 15;  // at 100 percent
+constexpr int kStep = 10;          // pixels that an arrow key moves a window
+
+// Windows makes a wish for the menu of Shift and F10 by itself.
+bool isMenuKey(const QKeyEvent& event) {
+  if (event.key() == Qt::Key_Escape) return true;
+#ifdef Q_OS_WIN
+  return false;
+#else
+  return event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier;
+#endif
+}
 
 }  // namespace
 
@@ -36,11 +48,39 @@ void FormWindow::keyPressEvent(QKeyEvent* event) {
       return;
     }
   }
+  if (opening_ && isMenuKey(*event)) {
+    const auto routine = opening_;  // it may take itself away
+    routine();
+    return;
+  }
   if (pressing_ && (isEnter || key == Qt::Key_Space || key == Qt::Key_Escape)) {
     const auto routine = pressing_;  // it may take itself away
     routine();
   } else if (!isEnter) {
     QWidget::keyPressEvent(event);
+  }
+}
+
+// The system makes this of its menu key.
+void FormWindow::contextMenuEvent(QContextMenuEvent* event) {
+  if (!opening_ || event->reason() != QContextMenuEvent::Keyboard) {
+    QWidget::contextMenuEvent(event);
+    return;
+  }
+  const auto routine = opening_;
+  routine();
+}
+
+void FormWindow::moveByKeys() {
+  const std::map<Qt::Key, QPoint> steps = {{Qt::Key_Left, {-kStep, 0}},
+                                           {Qt::Key_Right, {kStep, 0}},
+                                           {Qt::Key_Up, {0, -kStep}},
+                                           {Qt::Key_Down, {0, kStep}}};
+  for (const auto& [key, step] : steps) {
+    auto* shortcut = new QShortcut(key, this);
+    connect(shortcut, &QShortcut::activated, this, [this, step = step] {
+      move(cornerWithin(screen()->availableGeometry(), frameGeometry().translated(step)));
+    });
   }
 }
 
@@ -73,12 +113,7 @@ void FormWindow::standOver(const QWidget& window) {
   const QRect outside = window.frameGeometry();
   QRect place(QPoint(), size() + outside.size() - inside.size());
   place.moveCenter(outside.center());
-  const QRect room = window.screen()->availableGeometry();
-  place.moveRight(std::min(place.right(), room.right()));
-  place.moveBottom(std::min(place.bottom(), room.bottom()));
-  place.moveLeft(std::max(place.left(), room.left()));
-  place.moveTop(std::max(place.top(), room.top()));
-  move(place.topLeft());
+  move(cornerWithin(window.screen()->availableGeometry(), place));
 }
 
 void FormWindow::showHeight(int twips) {
@@ -115,7 +150,7 @@ void FormWindow::keepOnScreen() {
 void FormWindow::showEvent(QShowEvent* event) {
   if (event->spontaneous()) return;
   noteOpener();
-  if (!(windowFlags() & Qt::FramelessWindowHint)) return;
+  if (!(windowFlags() & Qt::FramelessWindowHint) || testAttribute(Qt::WA_Moved)) return;
   const QRect room = screen()->availableGeometry();
   move(room.center() - rect().center());
 }

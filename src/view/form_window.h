@@ -27,12 +27,19 @@ class FormWindow : public QWidget {
   // The keyboard does not go to what lies below the edge. 0 leaves the window as it is.
   void showHeight(int twips);
 
+  // Sets what the menu key and Escape do, where no control has use for them.
+  void onMenu(std::function<void()> routine) { opening_ = std::move(routine); }
+
+  // Lets the arrow keys move the window, never beyond the edges of its screen.
+  void moveByKeys();
+
   // Sets what Space, Enter and Escape do, where no control has use for them.
   void onPress(std::function<void()> routine) { pressing_ = std::move(routine); }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
@@ -45,6 +52,7 @@ class FormWindow : public QWidget {
 
   std::function<void()> closing_;
   std::function<void()> pressing_;
+  std::function<void()> opening_;
   QPointer<QWidget> opener_;  // the window that was in front when this one came up
   bool standsOver_ = false;   // whether it was put there
   std::map<QWidget*, Qt::FocusPolicy> unseen_;  // controls below the edge, as they are above it

@@ -26,6 +26,7 @@ class GaugeView : public QWidget, private GaugeScreen {
 
   // The gauge to show, or none, and where its pictures come from.
   void setGauge(bkCProg* gauge, PictureSource pictures = {});
+  const bkCProg* gauge() const { return gauge_; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;

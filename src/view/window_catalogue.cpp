@@ -7,6 +7,8 @@
 #include "ui_MonOut.h"
 #include "ui_Stability.h"
 #include "ui_StabilitySUM.h"
+#include "ui_frmIP.h"
+#include "ui_frmNetwork.h"
 #include "ui_indepth.h"
 #include "ui_indepth2.h"
 #include "ui_mtutest.h"
@@ -39,7 +41,7 @@ void lay(FormWindow& window) {
   Look().setupUi(&window);
 }
 
-constexpr std::array<Entry, 15> kWindows = {{
+constexpr std::array<Entry, 17> kWindows = {{
     {WindowName::starter, lay<Ui::starter>, Qt::Window | Qt::FramelessWindowHint},
     {WindowName::startup, lay<Ui::startup>},
     {WindowName::About, lay<Ui::About>, Qt::Dialog},
@@ -55,6 +57,8 @@ constexpr std::array<Entry, 15> kWindows = {{
     {WindowName::pingit, lay<Ui::pingit>, kFixedWindow},
     {WindowName::setmtu, lay<Ui::setmtu>},
     {WindowName::testdl, lay<Ui::testdl>},
+    {WindowName::frmNetwork, lay<Ui::frmNetwork>, Qt::Window | Qt::FramelessWindowHint},
+    {WindowName::frmIP, lay<Ui::frmIP>, kFixedWindow},
 }};
 
 }  // namespace

@@ -33,9 +33,9 @@ constexpr std::array<const char*, 18> kTexts = {"",
                                                 " 7 "};
 
 // Windows that a user opens from the menu.
-constexpr std::array<WindowName, 5> kWindows = {WindowName::pingtester, WindowName::trace,
-                                                WindowName::indepth, WindowName::Stability,
-                                                WindowName::MonOut};
+constexpr std::array<WindowName, 7> kWindows = {
+    WindowName::pingtester, WindowName::trace,      WindowName::indepth, WindowName::Stability,
+    WindowName::MonOut,     WindowName::frmNetwork, WindowName::frmIP};
 
 // The settings of an installation with a file for all rated speeds but the lowest.
 const char* const kInstallation =

@@ -86,6 +86,7 @@ std::uint32_t SimulatedDesktop::findWindow(const std::string& title) {
 }
 
 void SimulatedDesktop::setTopmost(Form& form, bool above) {
+  note(form.name() + (above ? " above all" : " among all"));
   if (above) {
     topmost.insert(&form);
   } else {
@@ -101,6 +102,16 @@ void SimulatedDesktop::removeFromSystemMenu(Form& form, int entry, int flags) {
 ScreenRectangle SimulatedDesktop::windowRectangle(const Form& form) const {
   const auto found = places.find(&form);
   return found == places.end() ? ScreenRectangle{} : found->second;
+}
+
+void SimulatedDesktop::placeBeside(Form& form, const Form& other, int right, int below) {
+  note("place " + form.name() + " beside " + other.name());
+  constexpr int kTwipsOfPixel = 15;
+  const ScreenRectangle there = windowRectangle(other);
+  const ScreenRectangle here = windowRectangle(form);
+  const int left = there.left + right / kTwipsOfPixel;
+  const int top = there.top + below / kTwipsOfPixel;
+  places[&form] = {left, top, left + here.right - here.left, top + here.bottom - here.top};
 }
 
 void SimulatedDesktop::drawFocusRectangle(const ScreenRectangle& border) {
@@ -150,16 +161,28 @@ void SimulatedDesktop::leave(ComboBox& box) {
   if (takesInput(*box.form())) box.leave();
 }
 
-void SimulatedDesktop::moveMouse(Control& control, MouseButton button) {
-  if (takesInput(*control.form())) control.moveMouse(button);
+void SimulatedDesktop::moveMouse(Control& control, MouseButton button, int x) {
+  if (takesInput(*control.form())) control.moveMouse(button, x);
 }
 
-void SimulatedDesktop::pressMouse(Control& control, MouseButton button) {
-  if (takesInput(*control.form())) control.pressMouse(button);
+void SimulatedDesktop::pressMouse(Control& control, MouseButton button, int x) {
+  if (takesInput(*control.form())) control.pressMouse(button, x);
 }
 
-void SimulatedDesktop::releaseMouse(Control& control, MouseButton button) {
-  if (takesInput(*control.form())) control.releaseMouse(button);
+void SimulatedDesktop::releaseMouse(Control& control, MouseButton button, int x) {
+  if (takesInput(*control.form())) control.releaseMouse(button, x);
+}
+
+void SimulatedDesktop::moveMouse(Form& form, MouseButton button, int x) {
+  if (takesInput(form)) form.moveMouse(button, x);
+}
+
+void SimulatedDesktop::pressMouse(Form& form, MouseButton button, int x) {
+  if (takesInput(form)) form.pressMouse(button, x);
+}
+
+void SimulatedDesktop::releaseMouse(Form& form, MouseButton button, int x) {
+  if (takesInput(form)) form.releaseMouse(button, x);
 }
 
 void SimulatedDesktop::closeWindow(Form& form) {

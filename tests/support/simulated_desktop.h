@@ -52,6 +52,7 @@ class SimulatedDesktop : public Desktop, public Journalled {
   ScreenPoint cursorPosition() const override { return cursor; }
   ScreenRectangle windowRectangle(const Form& form) const override;
   void moveWindow(Form& form, const ScreenRectangle& place) override { places[&form] = place; }
+  void placeBeside(Form& form, const Form& other, int right, int below) override;
   void drawFocusRectangle(const ScreenRectangle& border) override;
   bool moveBySystem(Form& /*form*/) override { return movesBySystem; }
 
@@ -109,9 +110,12 @@ class SimulatedDesktop : public Desktop, public Journalled {
   void click(CheckBox& box);
   void choose(MenuEntry& entry);
   void leave(ComboBox& box);
-  void moveMouse(Control& control, MouseButton button = MouseButton::None);
-  void pressMouse(Control& control, MouseButton button);
-  void releaseMouse(Control& control, MouseButton button);
+  void moveMouse(Control& control, MouseButton button = MouseButton::None, int x = 0);
+  void pressMouse(Control& control, MouseButton button, int x = 0);
+  void releaseMouse(Control& control, MouseButton button, int x = 0);
+  void moveMouse(Form& form, MouseButton button = MouseButton::None, int x = 0);
+  void pressMouse(Form& form, MouseButton button, int x = 0);
+  void releaseMouse(Form& form, MouseButton button, int x = 0);
   void closeWindow(Form& form);
 
  private:

@@ -47,6 +47,7 @@ std::int32_t SimulatedCounters::PdhEnumObjectItemsA(
   note("enumerate " + object);
   enumerations.push_back(machine + "|" + object + "|" + std::to_string(detail) + "|" +
                          std::to_string(flags));
+  enumBuffers = {counters.size(), countersLength, instanceNames.size(), instancesLength};
   if (enumStatus != 0) return enumStatus;
   const auto fill = [](std::string& buffer, std::uint32_t& length,
                        const std::vector<std::string>& names) {
@@ -64,6 +65,7 @@ std::int32_t SimulatedCounters::PdhEnumObjectItemsA(
 std::int32_t SimulatedCounters::PdhVbAddCounter(Query /*query*/, const std::string& path,
                                                 Counter& counter) {
   note("add " + path);
+  if (onCall) onCall();
   paths.push_back(path);
   if (addStatus == 0) counter = static_cast<Counter>(paths.size());
   return addStatus;
@@ -72,14 +74,18 @@ std::int32_t SimulatedCounters::PdhVbAddCounter(Query /*query*/, const std::stri
 std::int32_t SimulatedCounters::PdhCollectQueryData(Query query) {
   ++collections;
   note("collect");
+  if (onCall) onCall();
   return query == 1 ? 0 : kInvalidHandle;
 }
 
 double SimulatedCounters::PdhVbGetDoubleCounterValue(Counter counter, std::int32_t& status) {
   status = kInvalidHandle;
+  if (onCall) onCall();
   if (counter < 1 || counter > static_cast<Counter>(paths.size())) return 0;
   status = 0;
-  return values[paths[static_cast<std::size_t>(counter - 1)]];
+  const std::string& path = paths[static_cast<std::size_t>(counter - 1)];
+  note("value " + path);
+  return values[path];
 }
 
 std::vector<WmiObject> SimulatedWmi::ExecQuery(const std::string& query) {

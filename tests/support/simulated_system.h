@@ -63,7 +63,11 @@ class SimulatedCounters : public Counters, public Journalled {
   std::vector<std::string> instances;  // of every object
   std::int32_t enumStatus = 0;
   std::vector<std::string> enumerations;  // "machine|object|detail|flags"
+  std::vector<std::size_t> enumBuffers;   // of the last one: each buffer and what it was told to be
   int collections = 0;
+
+  // Called within each adding, collecting and reading of a counter.
+  std::function<void()> onCall;
 
   std::int32_t PdhEnumObjectItemsA(const std::string& machine, const std::string& object,
                                    std::string& counters, std::uint32_t& countersLength,

@@ -149,6 +149,17 @@ TEST(FormatNumber, RoundsPartsAwayFromZeroAsTheyAreWritten) {
   EXPECT_EQ(Format(999.9996, "#.###"), "1000.");
 }
 
+TEST(FormatNumber, AsAWholeNumberSeparatesThousandsAndShows0) {
+  EXPECT_EQ(FormatNumber(0), "0");
+  EXPECT_EQ(FormatNumber(0.49), "0");
+  EXPECT_EQ(FormatNumber(-0.4), "0");
+  EXPECT_EQ(FormatNumber(0.5), "1");
+  EXPECT_EQ(FormatNumber(999.4), "999");
+  EXPECT_EQ(FormatNumber(999.5), "1,000");
+  EXPECT_EQ(FormatNumber(1234567.5), "1,234,568");
+  EXPECT_EQ(FormatNumber(-2500), "-2,500");
+}
+
 TEST(FormatDate, PrintsThePatternsOfTheProgram) {
   const DateTime moment{2026, 3, 7, 9, 5, 2};
   EXPECT_EQ(Format(moment, "dd mmm yyyy"), "07 Mar 2026");

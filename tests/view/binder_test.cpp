@@ -11,6 +11,8 @@
 #include "frame/About.h"
 #include "frame/starter.h"
 #include "frame/startup.h"
+#include "monitor/frmIP.h"
+#include "monitor/frmNetwork.h"
 #include "mtu/mtutest.h"
 #include "mtu/pingit.h"
 #include "mtu/setmtu.h"
@@ -36,7 +38,7 @@ std::vector<std::shared_ptr<Form>> make(Program& program) {
 // Makes every form that has a look.
 std::vector<std::shared_ptr<Form>> allForms(Program& program) {
   return make<starter, startup, About, setlang, pingtester, trace, Stability, StabilitySUM, MonOut,
-              indepth, indepth2, mtutest, pingit, setmtu, testdl>(program);
+              indepth, indepth2, mtutest, pingit, setmtu, testdl, frmNetwork, frmIP>(program);
 }
 
 std::set<std::string> controlNames(const Form& form) {

@@ -75,7 +75,7 @@ TEST_F(LookTest, EveryPictureOfTheFormsIsInstalledForAllScales) {
   }
 
   EXPECT_THAT(missing, IsEmpty());
-  EXPECT_EQ(pictures, 15);
+  EXPECT_EQ(pictures, 18);
 }
 
 TEST_F(LookTest, EveryToolOfTheMenuHasItsPicture) {

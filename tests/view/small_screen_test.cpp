@@ -4,6 +4,8 @@
 #include "frame/About.h"
 #include "frame/starter.h"
 #include "frame/startup.h"
+#include "monitor/frmIP.h"
+#include "monitor/frmNetwork.h"
 #include "mtu/mtutest.h"
 #include "mtu/pingit.h"
 #include "mtu/setmtu.h"
@@ -56,6 +58,14 @@ TEST_F(RoomOnASmallScreen, PingsBeforeTheMtuSearch) { lookAt<pingit>(); }
 TEST_F(RoomOnASmallScreen, MtuSearch) { lookAt<setmtu>(); }
 TEST_F(RoomOnASmallScreen, DownloadTest) { lookAt<testdl>(); }
 
+TEST_F(RoomOnASmallScreen, BandwidthMonitor) { lookAt<frmNetwork>(); }
+
+TEST_F(RoomOnASmallScreen, ProtocolMonitor) {
+  shown<frmIP>();
+
+  EXPECT_TRUE(fits(window->size())) << window->height();
+}
+
 TEST_F(RoomOnASmallScreen, PingTestWithItsChart) {
   const auto form = look<pingtester>();
   form->PingChart.visible = true;
@@ -81,7 +91,7 @@ TEST_F(RoomOnASmallScreen, OutageMonitorInAnOutage) {
 }
 
 // A window that is added is to be looked at here too.
-TEST_F(RoomOnASmallScreen, TheseAreAllWindows) { EXPECT_EQ(windowNames().size(), 15U); }
+TEST_F(RoomOnASmallScreen, TheseAreAllWindows) { EXPECT_EQ(windowNames().size(), 17U); }
 
 }  // namespace
 }  // namespace veltrin

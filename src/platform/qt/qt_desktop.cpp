@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QCursor>
 #include <QMenu>
+#include <QScreen>
 #include <QWindow>
 
 #include "platform/qt/message_box.h"
@@ -136,6 +137,17 @@ ScreenRectangle QtDesktop::windowRectangle(const Form& form) const {
 
 void QtDesktop::moveWindow(Form& form, const ScreenRectangle& place) {
   if (QWidget* window = windowOf(form)) veltrin::moveWindow(*window, place);
+}
+
+void QtDesktop::placeBeside(Form& form, const Form& other, int right, int below) {
+  const QWidget* there = windowOf(other);
+  if (there == nullptr) return;
+  QWidget* window = makeWindowOf(form);
+  if (window == nullptr) return;
+  constexpr double kTwipsOfPixel = 15;  // at 100 percent
+  const QPoint away(qRound(right / kTwipsOfPixel), qRound(below / kTwipsOfPixel));
+  const QRect place(there->frameGeometry().topLeft() + away, window->frameGeometry().size());
+  window->move(cornerWithin(there->screen()->availableGeometry(), place));
 }
 
 void QtDesktop::drawFocusRectangle(const ScreenRectangle& border) { borders_->draw(border); }

@@ -50,6 +50,9 @@ class QtDesktop : public Desktop {
   // An empty place for a form that was never shown, which is not moved either.
   ScreenRectangle windowRectangle(const Form& form) const override;
   void moveWindow(Form& form, const ScreenRectangle& place) override;
+
+  // Nothing happens beside a form that was never shown.
+  void placeBeside(Form& form, const Form& other, int right, int below) override;
   void drawFocusRectangle(const ScreenRectangle& border) override;
   bool moveBySystem(Form& form) override;
 

@@ -1,5 +1,7 @@
 #include "platform/qt/window_state.h"
 
+#include <algorithm>
+
 #include <QMenu>
 #include <QMenuBar>
 #include <QWindow>
@@ -35,6 +37,14 @@ void setTopmost(QWidget& window, bool topmost) {
   Qt::WindowFlags flags = window.windowFlags();
   flags.setFlag(Qt::WindowStaysOnTopHint, topmost);
   window.overrideWindowFlags(flags);
+}
+
+QPoint cornerWithin(const QRect& room, QRect frame) {
+  frame.moveRight(std::min(frame.right(), room.right()));
+  frame.moveBottom(std::min(frame.bottom(), room.bottom()));
+  frame.moveLeft(std::max(frame.left(), room.left()));
+  frame.moveTop(std::max(frame.top(), room.top()));
+  return frame.topLeft();
 }
 
 void setMenuBackground(QWidget& window, Colour colour) {

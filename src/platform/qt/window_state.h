@@ -10,6 +10,10 @@ namespace veltrin {
 // Keeps a window above all others, or ends that, without taking it off the screen.
 void setTopmost(QWidget& window, bool topmost);
 
+// The upper left corner of a frame that was moved into a room: as little as it takes, and
+// what is larger than the room begins at its edge. In the toolkit's pixels.
+QPoint cornerWithin(const QRect& room, QRect frame);
+
 // Paints the menus of a window; does nothing without one.
 void setMenuBackground(QWidget& window, Colour colour);
 
