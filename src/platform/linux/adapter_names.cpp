@@ -92,7 +92,7 @@ std::vector<std::string> AdapterNames::namesOf(const std::vector<std::string>& d
   }
   // Whatever is new may have the name of what has gone.
   if (!fresh.empty() || names_.size() != devices.size()) forgetAllBut(devices);
-  add(std::move(fresh));
+  add(fresh);
   std::vector<std::string> names;
   names.reserve(devices.size());
   for (const std::string& device : devices) names.push_back(names_[device]);
@@ -106,7 +106,7 @@ void AdapterNames::forgetAllBut(const std::vector<std::string>& devices) {
 }
 
 // Cards are numbered by their places on the bus, so that they are the same after a restart.
-void AdapterNames::add(std::vector<std::string> devices) {
+void AdapterNames::add(const std::vector<std::string>& devices) {
   std::vector<Found> all;
   all.reserve(devices.size());
   for (const std::string& device : devices) all.push_back(find(device));

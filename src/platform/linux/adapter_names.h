@@ -38,7 +38,7 @@ class AdapterNames {
   };
 
   void forgetAllBut(const std::vector<std::string>& devices);
-  void add(std::vector<std::string> devices);
+  void add(const std::vector<std::string>& devices);
   std::string numbered(const std::string& name, const std::string& hardware);
   Found find(const std::string& device) const;
   std::string nameByKind(const std::string& device) const;

@@ -146,6 +146,7 @@ std::uint32_t LinuxInterfaces::GetIfTable(std::uint8_t* table, std::uint32_t& si
               [](const Link& left, const Link& right) { return left.index < right.index; });
   }
   std::vector<std::string> devices;
+  devices.reserve(links.size());
   for (const Link& link : links) devices.push_back(link.name);
   const std::vector<std::string> names = adapters_->namesOf(devices);
   std::memcpy(table, &count, sizeof count);
