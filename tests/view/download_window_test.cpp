@@ -16,7 +16,6 @@ namespace veltrin {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::SizeIs;
 
 const char* const kTitle = "Stability Analyzer ";
