@@ -355,6 +355,7 @@ bool compareDownloadLoop(int samples, int rounds, bool isJudged) {
   if (!loop.show()) return false;
   const double ours = loop.draw(samples);
   std::vector<double> polylines;
+  polylines.reserve(static_cast<std::size_t>(rounds));
   for (int round = 0; round < rounds; ++round) polylines.push_back(loop.drawPolyline());
   if (!loop.isPainted() || loop.beats() == 0) {
     std::printf("the loop of the download test: the curve is not painted\n");

@@ -16,7 +16,6 @@ namespace veltrin {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::SizeIs;
 
 const char* const kTitle = "Stability Analyzer ";
@@ -188,8 +187,8 @@ TEST_F(DownloadWindow, EnterClosesNothingWhileTheFileComes) {
   EXPECT_TRUE(form->isLoaded());
 }
 
-// A run from the menu with a server that sends 50 KB each 50 ms; the waits of the test are
-// real.
+// A run from the menu with a server that sends 50 KB each 50 ms until there are some samples;
+// the waits of the test are real.
 class DownloadRun : public DownloadWindow {
  protected:
   void SetUp() override {
@@ -211,11 +210,11 @@ class DownloadRun : public DownloadWindow {
   void serve() {
     QWidget* here = found();
     if (here == nullptr || downloads.asked.empty()) return;
-    constexpr int kPieces = 12;
-    if (sent < kPieces) {
-      downloads.asked[0]->comeProgress(50000 * ++sent, 50000 * kPieces);
-    } else if (sent++ == kPieces) {
-      downloads.asked[0]->comeBody(std::string(50000 * kPieces, 'x'));
+    constexpr int kSamples = 5;
+    if (here->findChild<QListView*>("List2")->model()->rowCount() < kSamples) {
+      downloads.asked[0]->comeProgress(static_cast<std::int64_t>(++pieces * kPiece), 100 * kPiece);
+    } else if (!std::exchange(isSent, true)) {
+      downloads.asked[0]->comeBody(std::string(pieces * kPiece, 'x'));
     }
     auto* button = here->findChild<QPushButton*>("Command1");
     captions.insert(fromQt(button->text()) + (button->isEnabled() ? " enabled" : " pale"));
@@ -239,8 +238,11 @@ class DownloadRun : public DownloadWindow {
     bar = here.findChild<QProgressBar*>("prgBAR_0")->value();
   }
 
+  static constexpr std::size_t kPiece = 50000;  // bytes
+
   QTimer server;
-  int sent = 0;
+  std::size_t pieces = 0;
+  bool isSent = false;
   int bar = -1;
   std::string scale;
   std::set<std::string> captions;
@@ -260,7 +262,7 @@ TEST_F(DownloadRun, FromTheMenuToTheButtonDone) {
   EXPECT_THAT(pictures, ElementsAre(0));
   EXPECT_EQ(bar, 0);
   ASSERT_THAT(summary, SizeIs(12));
-  EXPECT_EQ(summary[1], "Total Bytes Received = 600000");
+  EXPECT_EQ(summary[1], "Total Bytes Received = " + std::to_string(pieces * kPiece));
   EXPECT_EQ(summary[11], program.programFolder + "\\Download Stability Test.txt");
   EXPECT_NE(program.shared<DownloadValues>().graph.UsageA.points().back(), 0);
 }
