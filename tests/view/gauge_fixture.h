@@ -74,7 +74,10 @@ class GaugeViewTest : public ViewTest {
   }
 
   // Waits until nothing is left to be painted.
-  static void settle() { QTest::qWait(60); }
+  static void settle() {
+    QTest::qWait(60);
+    QCoreApplication::processEvents();
+  }
 
   bkCProg gauge;
   GaugeView view;

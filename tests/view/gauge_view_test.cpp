@@ -1,4 +1,6 @@
 // The face of a dial gauge on the screen.
+#include <numbers>
+
 #include "gauge_fixture.h"
 
 namespace veltrin {
@@ -47,7 +49,7 @@ TEST_F(GaugeViewTest, SpokesFillTheDialToItsBorderAllAround) {
   gauge.Gradient = false;
   const QImage image = atScale(2);
   for (int degrees = 0; degrees < 360; ++degrees) {
-    const double turn = degrees * 3.141592653589793 / 180;
+    const double turn = degrees * std::numbers::pi / 180;
     const QColor colour = colourAt(image, 50 + 47.5 * std::sin(turn), 50 - 47.5 * std::cos(turn));
     EXPECT_EQ(colour, QColor(192, 0, 0)) << degrees;
   }
