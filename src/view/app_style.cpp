@@ -71,7 +71,7 @@ void drawPictureAndText(const QProxyStyle& style, const QStyleOptionButton& butt
   const bool enabled = button.state & QStyle::State_Enabled;
   QRect picture(QPoint(), button.iconSize);
   picture.moveCenter(button.rect.center());
-  picture.moveLeft(button.rect.left() + kPictureInset);
+  if (!button.text.isEmpty()) picture.moveLeft(button.rect.left() + kPictureInset);
   button.icon.paint(&painter, QStyle::visualRect(button.direction, button.rect, picture),
                     Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
   const QRect text =

@@ -35,12 +35,14 @@ class Monkey {
 
  private:
   void startProgram();
+  void provideTraffic();
   void runProgram();
   void scheduleNext();
   void act();
   void openWindow();
   void openInDepth();
   void actOnWindow(Form& form);
+  void useMouse(Form& form);
   void actOnControl(Control& control);
   void actOnText(TextBox& box);
   void actOnButton(CommandButton& button);

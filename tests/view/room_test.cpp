@@ -10,6 +10,8 @@
 #include "frame/About.h"
 #include "frame/starter.h"
 #include "frame/startup.h"
+#include "monitor/frmIP.h"
+#include "monitor/frmNetwork.h"
 #include "mtu/mtutest.h"
 #include "mtu/pingit.h"
 #include "mtu/setmtu.h"
@@ -201,6 +203,22 @@ TEST_F(Room, MtuSearch) {
     form->results.caption = line;
     EXPECT_THAT(cut(), IsEmpty()) << line;
   }
+}
+
+TEST_F(Room, BandwidthMonitor) {
+  shown<frmNetwork>();
+
+  EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, ProtocolMonitorWithTheLargestFigures) {
+  const auto form = shown<frmIP>();
+  for (frmIP::Column* column : {&form->LeftVal, &form->RightVal}) {
+    for (Label& value : *column) value.caption = "4,294,967,295";
+    column->front().caption = "99,999,999 sec";
+  }
+
+  EXPECT_THAT(cut(), IsEmpty());
 }
 
 // It does not change its size with what it tells.
