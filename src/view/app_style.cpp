@@ -21,9 +21,10 @@ constexpr QSize kSmallestButton(88, 30);
 constexpr int kHoverLighter = 108;  // percent
 constexpr int kPressedDarker = 112;
 constexpr int kEdgeDarker = 135;
-constexpr int kPictureInset = 12;  // pixels from a button's edge to its picture
-constexpr int kPictureGap = 10;    // from the picture to the text
-constexpr double kPaleness = 0.4;  // opacity of a picture that is disabled
+constexpr int kPictureInset = 12;             // pixels from a button's edge to its picture
+constexpr QMargins kPictureEdge{5, 4, 5, 4};  // around a picture without a text
+constexpr int kPictureGap = 10;               // from the picture to the text
+constexpr double kPaleness = 0.4;             // opacity of a picture that is disabled
 constexpr int kDefaultEdgeDarker = 210;
 
 // A quarter of one colour on another.
@@ -195,6 +196,7 @@ QSize AppStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
   if (type != CT_PushButton) return size;
   const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
   const bool hasPicture = button != nullptr && !button->icon.isNull();
+  if (hasPicture && button->text.isEmpty()) return button->iconSize.grownBy(kPictureEdge);
   const QSize whole = hasPicture ? size.grownBy({kPictureInset, 0, kPictureGap, 0}) : size;
   return whole.expandedTo(kSmallestButton);
 }
