@@ -14,6 +14,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <numbers>
 #include <string_view>
 #include <vector>
 
@@ -60,12 +61,11 @@ struct BareSpokes {
 };
 
 BareSpokes bareSpokes(const bkCProg& gauge) {
-  constexpr double kPi = 3.14159265358979;
   BareSpokes spokes;
   const QPointF centre(gauge.XCenter + 0.5, gauge.YCenter + 0.5);
   const int width = gauge.Radius / 48 + 2;
   for (int degrees = 0; degrees < kSpan; ++degrees) {
-    const double turn = (gauge.OffsetAngle + degrees) * kPi / 180;
+    const double turn = (gauge.OffsetAngle + degrees) * std::numbers::pi / 180;
     const QPointF way(std::sin(turn), -std::cos(turn));
     const auto place = static_cast<float>(degrees) / static_cast<float>(kSpan);
     spokes.pens.emplace_back(QPen(veltrin::toQt(gauge.ColorAt(place)), width, Qt::SolidLine,

@@ -92,8 +92,8 @@ bkCProg::Face bkCProg::face() {
   face.share = static_cast<float>(share);
   face.degrees = share * Span;
   if (Radius >= kNarrowRadius) face.spoke = Radius / kRadiusOfWidth + 2;
-  face.radius = Radius;
-  if (ShowBorder) face.radius -= (BorderWidth + 1) / 2;
+  const std::int32_t half = (BorderWidth + 1) / 2;
+  face.radius = ShowBorder ? Radius - half : Radius.get();
   return face;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <utility>
 #include <variant>
 
@@ -24,7 +25,7 @@ QPointF middleOf(double x, double y) { return {x + 0.5, y + 0.5}; }
 
 // Degrees against the clock from the right.
 double directionOf(const QPointF& from, const QPointF& to) {
-  return std::atan2(from.y() - to.y(), to.x() - from.x()) * 180 / M_PI;
+  return std::atan2(from.y() - to.y(), to.x() - from.x()) * 180 / std::numbers::pi;
 }
 
 QPointF beyond(const QPointF& from, const QPointF& to) {
@@ -46,11 +47,11 @@ QFont lettersOf(const DeviceFont& font, const QFont& around) {
   return letters;
 }
 
-DevicePainter::DevicePainter(QPainter& painter, const QSizeF& surface, QFont around,
+DevicePainter::DevicePainter(QPainter& painter, const QSizeF& surface, const QFont& around,
                              const PictureSource& pictures)
     : painter_(painter),
       surface_(surface),
-      around_(std::move(around)),
+      around_(around),
       pictures_(pictures),
       toScreen_(painter.deviceTransform()),
       scale_(toScreen_.m11()) {

@@ -8,7 +8,6 @@
 #include <QPainter>
 #include <QRegion>
 #include <QResizeEvent>
-#include <qdrawutil.h>
 
 #include "platform/qt/qt_text.h"
 
@@ -40,6 +39,7 @@ GaugeView::~GaugeView() { setGauge(nullptr); }
 
 void GaugeView::setGauge(bkCProg* gauge, PictureSource pictures) {
   if (gauge_ != nullptr) std::exchange(gauge_, nullptr)->showOn(nullptr);
+  if (told_) setAccessibleName(meaning_);
   meaning_ = accessibleName();
   told_.reset();
   pictures_ = std::move(pictures);
@@ -67,7 +67,8 @@ int GaugeView::restOfFrame() const {
 
 // A gauge that is out of sight stays stale until it comes into sight, which paints it.
 void GaugeView::noteDrawing() {
-  if (std::exchange(edge_, gauge_->Inset ? kEdge : 0) != edge_) giveRoom();
+  const int before = std::exchange(edge_, gauge_->Inset ? kEdge : 0);
+  if (edge_ != before) giveRoom();
   if (isStale_) return;
   isStale_ = true;
   const int rest = restOfFrame();
@@ -132,10 +133,16 @@ void GaugeView::paintEvent(QPaintEvent*) {
   tellValue();
 }
 
+// The light comes from above, on the left.
 void GaugeView::paintEdge(QPainter& painter) const {
+  const QColor shade = palette().color(QPalette::Dark);
+  const QColor light = palette().color(QPalette::Light);
   painter.setRenderHint(QPainter::Antialiasing, false);
   painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-  qDrawShadePanel(&painter, rect(), palette(), true, kEdge);
+  painter.fillRect(0, height() - edge_, width(), edge_, light);
+  painter.fillRect(width() - edge_, 0, edge_, height(), light);
+  painter.fillRect(0, 0, width() - edge_, edge_, shade);
+  painter.fillRect(0, 0, edge_, height() - edge_, shade);
 }
 
 DevicePainter GaugeView::deviceOn(QPainter& painter) const {
