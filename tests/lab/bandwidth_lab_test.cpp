@@ -58,7 +58,10 @@ class Pacer {
       const auto now = steady_clock::now();
       owed += speed * std::chrono::duration<double>(now - last).count();
       last = now;
-      for (; owed >= kLength; owed -= kLength) send();
+      while (owed >= kLength) {
+        send();
+        owed -= kLength;
+      }
     }
   }
 
