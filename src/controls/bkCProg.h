@@ -186,7 +186,7 @@ class bkCProg : public Control {
   void noteWrite(const AnyGaugeProperty& property);
   void fit();
   bool paint();
-  bool takeMask(bool isNew);
+  void takeMask(bool isNew);
   TextExtent measure(const std::string& text) const;
 
   Face face();

@@ -79,7 +79,8 @@ bool bkCProg::paint() {
   drawText();
   const bool isNew = surface_.operations() != shown_;
   if (isNew) surface_.swapOperations(shown_);
-  return takeMask(isNew) || isNew;
+  takeMask(isNew);
+  return isNew;
 }
 
 // Without a range there is no fraction, and the one before stays. A value that a later end
@@ -243,12 +244,12 @@ void bkCProg::drawText() {
   surface_.draw(TextOutA{cut(x), cut(y), text});
 }
 
-// What has the ground's colour is not there; whether the mask is another one now.
-bool bkCProg::takeMask(bool isNew) {
-  if (!AutoMask || (!isNew && MaskPicture.get().drawing != nullptr)) return false;
+// What has the ground's colour is not there. A mask is made of an old face only when a
+// property has asked for it, which is told by itself.
+void bkCProg::takeMask(bool isNew) {
+  if (!AutoMask || (!isNew && MaskPicture.get().drawing != nullptr)) return;
   MaskPicture.value_ = Image();
   MaskColor.value_ = BackColor;
-  return true;
 }
 
 }  // namespace veltrin

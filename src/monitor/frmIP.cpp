@@ -13,9 +13,9 @@ constexpr int kInterval = 1000;  // ms
 // Places of the first row, in twips, and what a row adds.
 constexpr int kFirstTop = 660;
 constexpr int kLeftCaptions = 240;
-constexpr int kLeftValues = 3150;
-constexpr int kRightCaptions = 5100;
-constexpr int kRightValues = 8010;
+constexpr int kLeftValues = 3780;
+constexpr int kRightCaptions = 5880;
+constexpr int kRightValues = 9420;
 constexpr int kRowStep = 300;
 constexpr int kBelowLastTop = 450;  // from the top of the last row to the window's end
 

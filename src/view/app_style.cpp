@@ -22,9 +22,10 @@ constexpr QSize kSmallestButton(88, 30);
 constexpr int kHoverLighter = 108;  // percent
 constexpr int kPressedDarker = 112;
 constexpr int kEdgeDarker = 135;
-constexpr int kPictureInset = 12;  // pixels from a button's edge to its picture
-constexpr int kPictureGap = 10;    // from the picture to the text
-constexpr double kPaleness = 0.4;  // opacity of a picture that is disabled
+constexpr int kPictureInset = 12;             // pixels from a button's edge to its picture
+constexpr QMargins kPictureEdge{5, 4, 5, 4};  // around a picture without a text
+constexpr int kPictureGap = 10;               // from the picture to the text
+constexpr double kPaleness = 0.4;             // opacity of a picture that is disabled
 constexpr int kDefaultEdgeDarker = 210;
 
 // Whether a widget has the frame of a field of many lines.
@@ -78,7 +79,7 @@ void drawPictureAndText(const QProxyStyle& style, const QStyleOptionButton& butt
   const bool enabled = button.state & QStyle::State_Enabled;
   QRect picture(QPoint(), button.iconSize);
   picture.moveCenter(button.rect.center());
-  picture.moveLeft(button.rect.left() + kPictureInset);
+  if (!button.text.isEmpty()) picture.moveLeft(button.rect.left() + kPictureInset);
   button.icon.paint(&painter, QStyle::visualRect(button.direction, button.rect, picture),
                     Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
   const QRect text =
@@ -227,6 +228,7 @@ QSize AppStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
   if (type != CT_PushButton) return size;
   const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
   const bool hasPicture = button != nullptr && !button->icon.isNull();
+  if (hasPicture && button->text.isEmpty()) return button->iconSize.grownBy(kPictureEdge);
   const QSize whole = hasPicture ? size.grownBy({kPictureInset, 0, kPictureGap, 0}) : size;
   return whole.expandedTo(kSmallestButton);
 }

@@ -9,8 +9,8 @@ namespace veltrin {
 // darker when pressed, pale when disabled, with a firm edge on a window's default button.
 // Fields, lists, menu bars, scroll bars and bars of progress are as flat as the buttons.
 // A button or a field that has the keyboard wears a ring. A button with a picture has it
-// at its left and the text beside it; a flat one is a mere outline until the pointer
-// comes. Pictures of what is disabled are pale.
+// at its left and the text beside it, or in its middle without a text; a flat one is a mere
+// outline until the pointer comes. Pictures of what is disabled are pale.
 class AppStyle : public QProxyStyle {
  public:
   AppStyle();

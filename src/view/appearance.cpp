@@ -102,6 +102,8 @@ void setAppearance() {
   QApplication::setPalette(buttons, "QPushButton");
   QToolTip::setPalette(palette);
   QApplication::setFont(letters());
+  QFont::insertSubstitutions("Times New Roman",
+                             {"Liberation Serif", "Nimbus Roman", "DejaVu Serif"});
 }
 
 }  // namespace veltrin

@@ -124,7 +124,7 @@ void watchWindow(QWidget& window, MouseRoutines routines, Binding& binding) {
     if (isDecoration(*child)) child->setMouseTracking(true);
   }
   const auto post = std::make_shared<MousePost>(binding, std::move(routines));
-  watch(window, binding, [&window, post, isOurs = true](const QEvent& event) mutable {
+  watch(window, binding, [&window, post, isOurs = false](const QEvent& event) mutable {
     if (!isMouse(event)) return;
     const auto& mouse = static_cast<const QMouseEvent&>(event);
     const bool beside = isBeside(window, mouse.position());
@@ -132,7 +132,7 @@ void watchWindow(QWidget& window, MouseRoutines routines, Binding& binding) {
     const bool isRelease = event.type() == QEvent::MouseButtonRelease;
     if (!isMove && !isRelease) isOurs = beside;
     if (isMove && mouse.buttons() == Qt::NoButton ? beside : isOurs) post->take(mouse);
-    if (isRelease) isOurs = beside;
+    if (isRelease) isOurs = false;
   });
 }
 

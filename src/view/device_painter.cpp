@@ -47,11 +47,11 @@ QFont lettersOf(const DeviceFont& font, const QFont& around) {
   return letters;
 }
 
-DevicePainter::DevicePainter(QPainter& painter, const QSizeF& surface, QFont around,
+DevicePainter::DevicePainter(QPainter& painter, const QSizeF& surface, const QFont& around,
                              const PictureSource& pictures)
     : painter_(painter),
       surface_(surface),
-      around_(std::move(around)),
+      around_(around),
       pictures_(pictures),
       toScreen_(painter.deviceTransform()),
       scale_(toScreen_.m11()) {

@@ -31,7 +31,7 @@ QFont lettersOf(const DeviceFont& font, const QFont& around);
 class DevicePainter {
  public:
   // `surface` is the size of what the operations drew on, `around` the letters of the window.
-  DevicePainter(QPainter& painter, const QSizeF& surface, QFont around,
+  DevicePainter(QPainter& painter, const QSizeF& surface, const QFont& around,
                 const PictureSource& pictures);
 
   // A colour that leaves no trace and takes away what it is drawn on: of a mask.

@@ -35,10 +35,14 @@ QString numberAt(const bkCProg& gauge, double part) {
 
 }  // namespace
 
+DialScale::DialScale(QWidget* parent) : QWidget(parent) {
+  setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
 // A dial that comes up or goes changes the scale, also where the dial itself is not.
 bool DialScale::event(QEvent* event) {
   if (event->type() == QEvent::Polish) {
-    for (QWidget* child : findChildren<QWidget*>()) child->installEventFilter(this);
+    for (QWidget* child : parentWidget()->findChildren<QWidget*>()) child->installEventFilter(this);
   }
   return QWidget::event(event);
 }
@@ -49,7 +53,7 @@ bool DialScale::eventFilter(QObject*, QEvent* event) {
 }
 
 const GaugeView* DialScale::seenDial() const {
-  for (const QWidget* child : findChildren<QWidget*>()) {
+  for (const QWidget* child : parentWidget()->findChildren<QWidget*>()) {
     const auto* dial = dynamic_cast<const GaugeView*>(child);
     if (dial != nullptr && dial->isVisible() && dial->gauge() != nullptr) return dial;
   }

@@ -7,11 +7,12 @@ namespace veltrin {
 
 class GaugeView;
 
-// Paints ticks and numbers around the dial that is seen of those that stand on its ground,
-// and the unit of its numbers, which its form names in a property, below.
+// Lies over the dials that stand beside it in their place, and lets the mouse through. Paints
+// ticks and numbers around the one that is seen, and below it the unit of the numbers, which
+// its form names in a property.
 class DialScale : public QWidget {
  public:
-  using QWidget::QWidget;
+  explicit DialScale(QWidget* parent = nullptr);
 
  protected:
   bool event(QEvent* event) override;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "controls/bkCProg.h"
 #include "forms/animation.h"
 #include "forms/picture_box.h"
 #include "frame/setlang.h"
@@ -91,10 +92,26 @@ void Monkey::startProgram() {
     constexpr std::uint32_t kLongest = 900;  // ms
     return oneIn(3) ? std::nullopt : std::optional(below(kLongest));
   };
+  provideTraffic();
   if (oneIn(4)) simulation_->program().LanguageId = kDutch;
   chooseLanguage(simulation_->program().LanguageId, simulation_->program().texts);
   simulation_->program().writeSetting("Settings", "Rated Speed", kSpeeds[below(kSpeeds.size())]);
   openWindow();
+}
+
+// Cards come and go, and their figures are of any size.
+void Monkey::provideTraffic() {
+  simulation_->program().start.PdhQuery = 1;
+  SimulatedCounters& counters = simulation_->counters;
+  counters.onCall = [this, &counters] {
+    if (oneIn(30)) counters.enumStatus = oneIn(3) ? kPdhMoreData : 0;
+    if (oneIn(30)) counters.addStatus = oneIn(3) ? kPdhMoreData : 0;
+    if (oneIn(30)) counters.instances.assign(below(9), "Network card");
+    if (counters.paths.empty()) return;
+    const std::string& path =
+        counters.paths[below(static_cast<std::uint32_t>(counters.paths.size()))];
+    counters.values[path] = oneIn(20) ? 1e300 : below(200'000'000);
+  };
 }
 
 // A pipe whose tool could not be started stays open, both its ends; every other
@@ -192,8 +209,31 @@ void Monkey::actOnWindow(Form& form) {
     return;
   }
   if (oneIn(20)) form.moveMouse(MouseButton::None);
+  if (oneIn(4)) useMouse(form);
   const auto& controls = form.controls();
   actOnControl(*controls[below(static_cast<std::uint32_t>(controls.size()))]);
+}
+
+// The mouse on the window itself, now and then at a place with a meaning of its own.
+void Monkey::useMouse(Form& form) {
+  SimulatedDesktop& desktop = simulation_->desktop;
+  const MouseButton button = oneIn(3) ? MouseButton::Right : MouseButton::Left;
+  const int x = static_cast<int>(oneIn(8) ? 515 + 2 * below(2) : below(7000));
+  desktop.cursor = {static_cast<int>(below(1920)), static_cast<int>(below(1080))};
+  desktop.choice = [this, &form]() -> MenuEntry* {
+    return oneIn(3) ? dynamic_cast<MenuEntry*>(form.find("mnucloseme")) : nullptr;
+  };
+  switch (below(3)) {
+    case 0:
+      desktop.pressMouse(form, button, x);
+      break;
+    case 1:
+      desktop.moveMouse(form, oneIn(3) ? MouseButton::None : button, x);
+      break;
+    default:
+      desktop.releaseMouse(form, button, x);
+  }
+  desktop.choice = nullptr;
 }
 
 void Monkey::actOnControl(Control& control) {
@@ -251,6 +291,9 @@ void Monkey::lookAt(const Form& form) {
     }
     if (const auto* button = dynamic_cast<const CommandButton*>(control)) {
       remember(button->caption.get() + (button->enabled ? "+" : "-"));
+    }
+    if (const auto* dial = dynamic_cast<const bkCProg*>(control)) {
+      remember(std::to_string(dial->Value) + (dial->visible ? "+" : "-"));
     }
     if (const auto* picture = dynamic_cast<const PictureBox*>(control)) {
       for (const Polyline& line : picture->lines()) {

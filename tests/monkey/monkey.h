@@ -37,6 +37,7 @@ class Monkey {
 
  private:
   void startProgram();
+  void provideTraffic();
   void runProgram();
   void scheduleNext();
   void act();
@@ -44,6 +45,7 @@ class Monkey {
   void openInDepth();
   void serve();
   void actOnWindow(Form& form);
+  void useMouse(Form& form);
   void actOnControl(Control& control);
   void actOnText(TextBox& box);
   void actOnButton(CommandButton& button);

@@ -182,9 +182,9 @@ TEST(HttpAnswerTest, EndsWithTheConnectionWhenItIsCodedWithoutChunks) {
             "whole 200 -1 [hello]");
 }
 
-// The bytes that an answer takes of a text that repeats for ever; 10 MB when there is no end.
+// The bytes that an answer takes of a text that repeats for ever; 1 MB when there is no end.
 std::size_t takenOf(const std::string& beginning, const std::string& repeated) {
-  const std::size_t enough = 10'000'000;
+  const std::size_t enough = 1'000'000;
   Answered answered(beginning);
   std::size_t taken = beginning.size();
   while (!answered.answer.hasFailed() && taken < enough) {
@@ -213,7 +213,7 @@ TEST(HttpAnswerTest, FailsBehindSoManyBytesBesideChunks) {
 }
 
 TEST(HttpAnswerTest, TakesAnyNumberOfChunks) {
-  EXPECT_GE(takenOf(chunked(""), "1\r\nx\r\n"), 10'000'000U);
+  EXPECT_GE(takenOf(chunked(""), "1\r\nx\r\n"), 1'000'000U);
 }
 
 }  // namespace

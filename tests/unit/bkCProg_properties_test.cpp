@@ -250,6 +250,23 @@ TEST_F(GaugeProperties, WhoShowsTheGaugeIsToldOfItsDrawingAtOnce) {
   EXPECT_THAT(screen.notes, IsEmpty());
 }
 
+TEST_F(GaugeProperties, TheTextIsPlacedAnewByTheLettersOfAnotherScreen) {
+  bkCProg other;
+  other.ShowValue = true;
+  EXPECT_EQ(drawn(other).back(), "TextOutA 44 44 \"50\"");
+  other.showOn(&screen);
+  EXPECT_EQ(drawn(other).back(), "TextOutA 40 40 \"50\"");
+  other.showOn(nullptr);
+  EXPECT_EQ(drawn(other).back(), "TextOutA 44 44 \"50\"");
+}
+
+TEST_F(GaugeProperties, AReadFromTheBagTellsTheDrawingAndTheValue) {
+  gauge.ReadProperties(PropertyBag());
+
+  EXPECT_THAT(screen.notes, ElementsAre("drawing", "value"));
+  EXPECT_THAT(marked, IsEmpty());
+}
+
 TEST_F(GaugeProperties, AGaugeTellsItsEnd) {
   NotedScreen other;
   {

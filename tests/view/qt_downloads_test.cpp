@@ -181,10 +181,11 @@ TEST_F(ScriptedDownloadTest, GivesNothingForAnEmptyBodyWithoutALength) {
   EXPECT_TRUE(fails(told));
 }
 
-TEST_F(ScriptedDownloadTest, FailsForAnAnswerThatTellsOfAnError) {
-  const Peer peer = answered("HTTP/1.1 404 Not Found\r\nContent-Length: 9\r\n\r\nnot found");
+TEST_F(ScriptedDownloadTest, FailsForAnAnswerThatTellsOfAnErrorAndWaitsForNoMoreOfIt) {
+  Peer peer = answered("HTTP/1.1 404 Not Found\r\nContent-Length: 1000\r\n\r\nnot found");
   EXPECT_TRUE(fails(told));
   EXPECT_THAT(told.progress, IsEmpty());
+  EXPECT_TRUE(peer.hasEnded());
 }
 
 TEST_F(ScriptedDownloadTest, FailsForAResetInMidBody) {
@@ -394,6 +395,18 @@ TEST_F(DownloadTest, LooksUpTheHostOfAUrlInItsEncodedForm) {
       told);
 
   EXPECT_EQ(host->get_future().get(), "xn--bcher-kva.example");
+}
+
+TEST_F(DownloadTest, LooksUpAnAddressWithoutItsBrackets) {
+  auto host = std::make_shared<std::promise<std::string>>();
+  downloads = QtDownloads([host](const std::string& name) {
+    host->set_value(name);
+    return std::vector<std::string>();
+  });
+  Told told;
+  const auto asked = read("http://[2001:db8::1]:8080/", told);
+
+  EXPECT_EQ(host->get_future().get(), "2001:db8::1");
 }
 
 TEST_F(DownloadTest, WaitsForNobodyWhoLooksUpAHost) {

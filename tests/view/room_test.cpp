@@ -11,6 +11,8 @@
 #include "frame/About.h"
 #include "frame/starter.h"
 #include "frame/startup.h"
+#include "monitor/frmIP.h"
+#include "monitor/frmNetwork.h"
 #include "mtu/mtutest.h"
 #include "mtu/pingit.h"
 #include "mtu/setmtu.h"
@@ -228,6 +230,22 @@ TEST_F(Room, TheDownloadTestKeepsItsSizeWhateverItTells) {
   atRest([] {});
 
   EXPECT_EQ(window->size(), size);
+}
+
+TEST_F(Room, BandwidthMonitor) {
+  shown<frmNetwork>();
+
+  EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, ProtocolMonitorWithTheLargestFigures) {
+  const auto form = shown<frmIP>();
+  for (frmIP::Column* column : {&form->LeftVal, &form->RightVal}) {
+    for (Label& value : *column) value.caption = "4,294,967,295";
+    column->front().caption = "99,999,999 sec";
+  }
+
+  EXPECT_THAT(cut(), IsEmpty());
 }
 
 // It does not change its size with what it tells.

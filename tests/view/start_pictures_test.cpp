@@ -20,9 +20,9 @@ class StartPictures : public Pictures {
   }
 
   void provideToolsOfToday() {
-    for (const WindowName name :
-         {WindowName::pingtester, WindowName::trace, WindowName::Stability, WindowName::MonOut,
-          WindowName::indepth, WindowName::mtutest, WindowName::testdl}) {
+    for (const WindowName name : {WindowName::pingtester, WindowName::trace, WindowName::Stability,
+                                  WindowName::MonOut, WindowName::indepth, WindowName::mtutest,
+                                  WindowName::testdl, WindowName::frmNetwork, WindowName::frmIP}) {
       program.tools.enter(name, {});
     }
   }
