@@ -56,10 +56,12 @@ inline bool enterOwnNetwork() {
 }
 
 // Carries out a routine of a test in a child process in a network of its own. Failures in
-// it fail the test; the test is skipped where there can be no such network.
+// it fail the test; the test is skipped where there can be no such network, and when it
+// skips itself.
 template <class Routine>
 void inOwnNetwork(Routine routine) {
   constexpr int kCannot = 77;
+  constexpr int kSkipped = 78;
   std::fflush(nullptr);
   const pid_t child = fork();
   ASSERT_GE(child, 0);
@@ -67,7 +69,8 @@ void inOwnNetwork(Routine routine) {
     if (!enterOwnNetwork()) _exit(kCannot);
     routine();
     std::fflush(nullptr);
-    _exit(testing::Test::HasFailure() ? 1 : 0);
+    const int skipped = testing::Test::IsSkipped() ? kSkipped : 0;
+    _exit(testing::Test::HasFailure() ? 1 : skipped);
   }
   int status = 0;
   ASSERT_EQ(waitpid(child, &status, 0), child);
@@ -76,6 +79,7 @@ void inOwnNetwork(Routine routine) {
     GTEST_SKIP() << "this machine gives a test no network of its own: neither root's rights nor "
                     "user namespaces are there";
   }
+  if (WEXITSTATUS(status) == kSkipped) GTEST_SKIP() << "see the reason above";
   ASSERT_EQ(WEXITSTATUS(status), 0) << "see the failures above";
 }
 
