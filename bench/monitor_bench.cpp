@@ -107,6 +107,7 @@ ToolOnATerminal startTool(const std::vector<const char*>& command) {
   if (tool == 0) {
     setenv("TERM", "xterm", 1);
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const char* word : command) arguments.push_back(const_cast<char*>(word));
     arguments.push_back(nullptr);
     execvp(arguments[0], arguments.data());
@@ -190,7 +191,10 @@ class MonitorProgram {
 // Lets the program run for a time in ms, asleep between its events.
 void run(veltrin::Program& program, int duration) {
   bool isOver = false;
-  QTimer::singleShot(duration, [&] { isOver = true; });
+  QTimer end;
+  end.setSingleShot(true);
+  end.callOnTimeout([&] { isOver = true; });
+  end.start(duration);
   program.platform.events.pumpUntil([&] { return isOver; });
 }
 
@@ -209,6 +213,7 @@ int compare(int duration, const std::vector<ToolOnATerminal>& tools) {
   const auto window = monitor.program.show<veltrin::frmNetwork>();
   run(monitor.program, kSettling);
   std::vector<double> before;
+  before.reserve(tools.size());
   for (const ToolOnATerminal& each : tools) before.push_back(processorTimeOf(each.tool.id()));
   const double ownBefore = processorTimeOf(getpid());
   run(monitor.program, duration * 1000);
