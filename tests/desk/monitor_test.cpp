@@ -156,7 +156,6 @@ TEST_F(MonitorOnADesk, TheProtocolMonitorShowsDatagramsAndIsMovedAndClosedByTheK
   EXPECT_LT(figure(kProtocols, "Version 6, datagrams sent ([0-9]+) sec").value_or(kMost), 10);
   desk_->photograph("monitor-protocols");
 
-  desk_->bringToFront(kProtocols);
   const char* const anyRow = "Version 4, datagrams sent";
   const Element before = desk_->named(kProtocols, anyRow);
   EXPECT_TRUE(eventually(kSoon, [&] {
