@@ -88,6 +88,16 @@ class MonitorOnADesk : public ProgramRun {
     return isNear("received", received) && isNear("sent", sent) && isNear("total", received + sent);
   }
 
+  // By the menu that it has for every window. Keys that come before it is there are lost.
+  void moveByTheWindowManager() const {
+    desk_->bringToFront(kProtocols);
+    for (const char* key :
+         {"Escape", "alt+space", "m", "Right", "Right", "Down", "Down", "Return"}) {
+      desk_->press(key);
+      std::this_thread::sleep_for(milliseconds(200));
+    }
+  }
+
   void exitFromMenu() {
     desk_->bringToFront(kMenu);
     desk_->click(desk_->button(kMenu, "Exit"));
@@ -146,13 +156,10 @@ TEST_F(MonitorOnADesk, TheProtocolMonitorShowsDatagramsAndIsMovedAndClosedByTheK
   EXPECT_LT(figure(kProtocols, "Version 6, datagrams sent ([0-9]+) sec").value_or(kMost), 10);
   desk_->photograph("monitor-protocols");
 
-  desk_->bringToFront(kProtocols);
   const char* const anyRow = "Version 4, datagrams sent";
   const Element before = desk_->named(kProtocols, anyRow);
-  desk_->press("alt+space");  // the window manager's menu
-  desk_->press("m");
-  for (const char* key : {"Right", "Right", "Down", "Return"}) desk_->press(key);
   EXPECT_TRUE(eventually(kSoon, [&] {
+    moveByTheWindowManager();
     const Element now = desk_->named(kProtocols, anyRow);
     return now.left > before.left && now.top > before.top;
   }));
