@@ -1,5 +1,6 @@
 // Web hosts inside the lab, read by a client of plain sockets. Skipped with the lab's
 // reason where it cannot run.
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -114,6 +115,24 @@ class WebLab : public LabRunning {
     return result;
   }
 
+  // The same once the last of them took so long, in ms, and 5 percent at most. A busy machine
+  // makes one late now and then; only a wrong rate does it each time.
+  std::vector<Reading> readingsInTime(const std::string& line, double time) const {
+    constexpr int kAttempts = 3;
+    std::vector<Reading> result;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+      result = readings(line);
+      if (!result.empty() && std::abs(result.back().time - time) <= time / 20) break;
+    }
+    return result;
+  }
+
+  Reading readingInTime(const std::string& line, double time) const {
+    const auto all = readingsInTime(line, time);
+    EXPECT_EQ(all.size(), 1U);
+    return all.empty() ? Reading{} : all[0];
+  }
+
   Reading reading(const std::string& line) const {
     const auto all = readings(line);
     EXPECT_EQ(all.size(), 1U);
@@ -124,19 +143,19 @@ class WebLab : public LabRunning {
 };
 
 TEST_F(WebLab, FileComesAtItsRate) {
-  const Reading reading = this->reading("\"$CLIENT\" GET steady.example 80 /two-seconds");
+  const Reading reading = readingInTime("\"$CLIENT\" GET steady.example 80 /two-seconds", 2000);
   EXPECT_EQ(reading.status, "200");
   EXPECT_EQ(reading.body, 800000U);
   EXPECT_NEAR(reading.time, 2000, 100);
 }
 
 TEST_F(WebLab, FileComesWithoutAPauseThatNobodyAskedFor) {
-  EXPECT_LT(reading("\"$CLIENT\" GET steady.example 80 /two-seconds").pause, 200);
+  EXPECT_LT(readingInTime("\"$CLIENT\" GET steady.example 80 /two-seconds", 2000).pause, 200);
 }
 
 TEST_F(WebLab, ClientsAtOnceEachHaveTheWholeRate) {
-  const auto readings = this->readings(
-      "for number in 1 2 3; do \"$CLIENT\" GET steady.example 80 /two-seconds & done; wait");
+  const auto readings = readingsInTime(
+      "for number in 1 2 3; do \"$CLIENT\" GET steady.example 80 /two-seconds & done; wait", 2000);
   ASSERT_EQ(readings.size(), 3U);
   for (const Reading& reading : readings) {
     EXPECT_EQ(reading.body, 800000U);
@@ -147,7 +166,7 @@ TEST_F(WebLab, ClientsAtOnceEachHaveTheWholeRate) {
 }
 
 TEST_F(WebLab, PausesAtItsPlaceForItsTime) {
-  const Reading reading = this->reading("\"$CLIENT\" GET stalling.example 8080 /file");
+  const Reading reading = readingInTime("\"$CLIENT\" GET stalling.example 8080 /file", 1700);
   EXPECT_EQ(reading.body, 400000U);
   EXPECT_EQ(reading.pauseAt, 200000U);
   EXPECT_NEAR(reading.pause, 700, 100);  // a busy machine wakes the client late
@@ -213,9 +232,10 @@ TEST_F(WebLab, UnknownPathIsNotFound) {
 }
 
 TEST_F(WebLab, ClientsThatLeaveInMidBodyDoNotHarmTheNext) {
-  const auto readings = this->readings(
+  const auto readings = readingsInTime(
       "for number in $(seq 70); do \"$CLIENT\" GET steady.example 80 /two-seconds 1 & done; wait; "
-      "\"$CLIENT\" GET steady.example 80 /two-seconds");
+      "\"$CLIENT\" GET steady.example 80 /two-seconds",
+      2000);
   ASSERT_EQ(readings.size(), 71U);
   EXPECT_THAT(readings, Each(Field(&Reading::right, "yes")));
   EXPECT_THAT(readings, Each(Field(&Reading::head, Lt(10000))));

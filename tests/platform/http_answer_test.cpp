@@ -31,7 +31,7 @@ std::string toldOf(const std::string& text, bool isClosed, std::size_t piece) {
 
 // The same, which must not depend on how the text comes.
 std::string told(const std::string& text, bool isClosed = false) {
-  const std::string whole = toldOf(text, isClosed, text.size() + 1);
+  std::string whole = toldOf(text, isClosed, text.size() + 1);
   EXPECT_EQ(toldOf(text, isClosed, 1), whole);
   EXPECT_EQ(toldOf(text, isClosed, 3), whole);
   return whole;

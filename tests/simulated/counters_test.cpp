@@ -217,9 +217,10 @@ class ProtocolCounters : public MonitorRun {
  protected:
   // What a call with each counter of a protocol enters in the journal, and the events.
   static std::vector<std::string> entries(const std::string& call, const std::string& protocol) {
+    const std::string object = call + " \\\\MYPC\\" + protocol + "\\";
     std::vector<std::string> expected;
     for (const std::string& name : kProtocolNames) {
-      expected.push_back(call + " \\\\MYPC\\" + protocol + "\\" + name);
+      expected.push_back(object + name);
       expected.emplace_back("events");
     }
     return expected;

@@ -9,8 +9,6 @@
 namespace veltrin {
 namespace {
 
-using testing::Contains;
-using testing::Each;
 using testing::ElementsAre;
 using testing::SizeIs;
 
@@ -322,7 +320,7 @@ TEST_F(ProtocolMonitor, TheEntriesOfItsMenuDoNothing) {
 
 TEST_F(ProtocolMonitor, AnHourOfTicksAddsNoCounterAndWritesNoFile) {
   open();
-  simulation.run(3600 * 1000);
+  simulation.run(3'600'000);
   EXPECT_EQ(simulation.counters.collections, 2 + 2 * 3600);
   EXPECT_THAT(simulation.counters.paths, SizeIs(34));
   EXPECT_TRUE(simulation.files.contents.empty());

@@ -317,7 +317,7 @@ TEST_F(BandwidthMonitor, BothMonitorsKeepTheirPaceBesideEachOther) {
 
 TEST_F(BandwidthMonitor, AnHourOfTicksAddsNoCounterAndWritesNoFile) {
   openOverACard();
-  simulation.run(3600 * 1000);
+  simulation.run(3'600'000);
   EXPECT_EQ(simulation.counters.collections, 1 + 3600);
   EXPECT_THAT(simulation.counters.paths, SizeIs(3));
   EXPECT_TRUE(simulation.files.contents.empty());

@@ -145,7 +145,7 @@ TEST_F(DownloadTest, AUrlThatIsNoneIsToldAndLeavesTheWindowToItsCloseBox) {
 
 TEST_F(DownloadTest, SamplesTheSpeedOfTheLastHalfSecondTenTimesASecond) {
   open();
-  for (int step = 1; step <= 20; ++step) {
+  for (std::int64_t step = 1; step <= 20; ++step) {
     after(step * 50 - 10, [this, step] { server().comeProgress(step * 10'000, 0); });
   }
   simulation.run(1000);

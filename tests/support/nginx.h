@@ -67,10 +67,10 @@ class Nginx {
     const int probe = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address = loopback(0);
     socklen_t size = sizeof address;
-    bind(probe, reinterpret_cast<sockaddr*>(&address), size);
-    getsockname(probe, reinterpret_cast<sockaddr*>(&address), &size);
+    const bool isBound = bind(probe, reinterpret_cast<sockaddr*>(&address), size) == 0 &&
+                         getsockname(probe, reinterpret_cast<sockaddr*>(&address), &size) == 0;
     close(probe);
-    return ntohs(address.sin_port);
+    return isBound ? ntohs(address.sin_port) : 0;
   }
 
   static bool answers(std::uint16_t port) {

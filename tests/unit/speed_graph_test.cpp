@@ -102,6 +102,7 @@ TEST(SpeedGraph, WithFewSamplesTheLeftPartOfTheLineLiesAtTheBottomEdge) {
   graph.DrawUsage1F(1200, picture, 0);
   graph.DrawUsage1F(3400, picture, 0);
   std::vector<PicturePoint> expected;
+  expected.reserve(100);
   for (int place = 0; place < 98; ++place) expected.push_back({static_cast<double>(place), 5000});
   expected.push_back({98, 3800});
   expected.push_back({99, 1600});

@@ -21,7 +21,7 @@ TEST_F(TransferMeterTest, IsStillBeforeAnythingHasCome) {
 }
 
 TEST_F(TransferMeterTest, TellsAnEvenStreamAsItIs) {
-  for (int step = 1; step <= 20; ++step) meter.count(step * 25'000, 10'000 + step * 50);
+  for (std::int64_t step = 1; step <= 20; ++step) meter.count(step * 25'000, 10'000 + step * 50);
   EXPECT_EQ(meter.speed(11'000), 500);
   EXPECT_EQ(meter.mean(11'000), 500);
   EXPECT_EQ(meter.total(), 500'000);

@@ -118,6 +118,7 @@ TEST_F(NginxDownloadTest, GivesAFileToTheBit) {
 TEST_F(NginxDownloadTest, GivesManyFilesAtOnceUnderOneName) {
   std::vector<Told> told(8);
   std::vector<std::unique_ptr<Downloads::Read>> asked;
+  asked.reserve(told.size());
   for (Told& each : told) asked.push_back(read(server().url("/large.bin"), each));
 
   for (const Told& each : told) {
