@@ -139,7 +139,6 @@ Figures readIntoFile(veltrin::Program& program, const std::string& url, const st
   };
   window->loader.BeginDownload(url, path);
   program.platform.events.pumpUntil([&isOver] { return isOver; });
-  program.unload<LoaderWindow>();
   if (hasFailed) fail("the read has failed");
   return figures;
 }
@@ -201,7 +200,6 @@ bool measure(std::int64_t size, int rounds) {
   const auto system = veltrin::makeDesktopSystem(
       veltrin::fromQt(QCoreApplication::applicationFilePath()), "Download bench", {});
   veltrin::Program program(system->platform());
-  program.keep<LoaderWindow>();
 
   Figures best{1e9, 1e9, 0, 0};
   double both = 1e9;

@@ -57,7 +57,6 @@ frmNetwork::frmNetwork(Program& program)
     large->front().visible = false;
   }
   mnuopt.visible = false;
-  Timer1.enabled = false;
 
   Timer1.timer = [this] { Timer1_Timer(); };
   mouseDown = [this](MouseButton button) { Form_MouseDown(button, mouseX()); };
@@ -105,7 +104,6 @@ void frmNetwork::Form_Load() {
   setToolTips(program_.LanguageId, *this);
   Timer1_Timer();
   Timer1.interval = kInterval;
-  Timer1.enabled = true;
 }
 
 void frmNetwork::Timer1_Timer() {

@@ -22,6 +22,18 @@ TEST_F(BandwidthMonitor, HasItsTitle) {
 TEST_F(BandwidthMonitor, HasAMenuOfOneEntry) {
   EXPECT_EQ(open().mnuopt.caption.get(), "Options");
   EXPECT_EQ(window->mnucloseme.caption.get(), "Exit");
+  EXPECT_FALSE(window->mnuopt.visible);
+}
+
+TEST_F(BandwidthMonitor, TheSmallDialsAloneAreSeenBeforeTheFirstTick) {
+  const frmNetwork unloaded(program());
+  for (const auto* dial : {&unloaded.NetRec1, &unloaded.NetSend1, &unloaded.NetTotal1}) {
+    EXPECT_TRUE(dial->front().visible);
+  }
+  for (const auto* dial : {&unloaded.NetRec2, &unloaded.NetSend2, &unloaded.NetTotal2,
+                           &unloaded.NetRec3, &unloaded.NetSend3, &unloaded.NetTotal3}) {
+    EXPECT_FALSE(dial->front().visible);
+  }
 }
 
 TEST_F(BandwidthMonitor, ItsDialsHaveTheirSettings) {
@@ -170,7 +182,7 @@ TEST_P(ChangeOfDials, ComesAt95PercentOfTheScaleOfTheRoundedFigureInEachRow) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Figures, ChangeOfDials,
-                         testing::Values(Change{0.49, "1000: 0"}, Change{0.5, "1000: 1"},
+                         testing::Values(Change{0.4995, "1000: 0"}, Change{0.5, "1000: 1"},
                                          Change{949.4, "1000: 949"}, Change{949.5, "10000: 950"},
                                          Change{950, "10000: 950"}, Change{9499.4, "10000: 9499"},
                                          Change{9499.5, "100000: 9500"},
