@@ -186,7 +186,7 @@ class bkCProg : public Control {
   void noteWrite(const AnyGaugeProperty& property);
   void fit();
   bool paint();
-  void takeMask(bool isNew);
+  void takeMask();
   TextExtent measure(const std::string& text) const;
 
   Face face();

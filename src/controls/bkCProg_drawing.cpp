@@ -79,7 +79,7 @@ bool bkCProg::paint() {
   drawText();
   const bool isNew = surface_.operations() != shown_;
   if (isNew) surface_.swapOperations(shown_);
-  takeMask(isNew);
+  takeMask();
   return isNew;
 }
 
@@ -227,7 +227,7 @@ void bkCProg::drawText() {
   std::string text;
   if (ShowValueAsPercent) {
     const double range = difference(Max, Min);
-    skip([&] { text = Format(quotient(difference(Value, Min), range) * 100, "0") + "%"; });
+    skip([&] { text = Format(quotient(100 * difference(Value, Min), range), "0") + "%"; });
   } else {
     text = toText(Value);
   }
@@ -244,11 +244,13 @@ void bkCProg::drawText() {
   surface_.draw(TextOutA{cut(x), cut(y), text});
 }
 
-// What has the ground's colour is not there. A mask is made of an old face only when a
-// property has asked for it, which is told by itself.
-void bkCProg::takeMask(bool isNew) {
-  if (!AutoMask || (!isNew && MaskPicture.get().drawing != nullptr)) return;
-  MaskPicture.value_ = Image();
+// What has the ground's colour is not there. The mask is of this face, whatever it was before.
+void bkCProg::takeMask() {
+  if (!AutoMask) return;
+  const auto& mask = MaskPicture.get().drawing;
+  const bool isOfFace = mask != nullptr && mask->width == width_ && mask->height == height_ &&
+                        mask->operations == shown_;
+  if (!isOfFace) MaskPicture.value_ = Image();
   MaskColor.value_ = BackColor;
 }
 

@@ -53,7 +53,7 @@ class AnyGaugeProperty {
 };
 
 // A property of one type. A value that is there already is not written again: nothing is
-// drawn for it, and nobody is told.
+// drawn for it, and nobody is told. One that fits the dial fits it each time.
 template <class Value>
 class GaugeProperty : public AnyGaugeProperty {
  public:
@@ -69,7 +69,7 @@ class GaugeProperty : public AnyGaugeProperty {
 
   GaugeProperty& operator=(Value written) {
     Value value = limited(std::move(written));
-    if (value == value_) return *this;
+    if (value == value_ && effect() != PropertyEffect::FitAndPaint) return *this;
     value_ = std::move(value);
     noteWrite();
     return *this;

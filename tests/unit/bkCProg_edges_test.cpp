@@ -277,6 +277,8 @@ TEST(GaugeValue, APercentageIsRoundedHalfUp) {
   gauge.Max = 1000;
   gauge.Value = 125;
   EXPECT_EQ(drawn(gauge).back(), "TextOutA 41 44 \"13%\"");
+  gauge.Value = 285;
+  EXPECT_EQ(drawn(gauge).back(), "TextOutA 41 44 \"29%\"");
   gauge.Value = 640;
   EXPECT_EQ(drawn(gauge).back(), "TextOutA 41 44 \"64%\"");
   gauge.Value = 0;

@@ -374,6 +374,12 @@ TEST_F(GaugeFit, AutoSizeFitsTheDialWhenItIsSet) {
   EXPECT_EQ(drawn(gauge).back(), "Ellipse 1 1 200 200");
 }
 
+TEST_F(GaugeFit, AutoSizeFitsTheDialAnewWhenItIsSetOnceMore) {
+  gauge.Radius = 10;
+  gauge.AutoSize = true;
+  EXPECT_EQ(gauge.Radius, 49);
+}
+
 TEST_F(GaugeFit, AutoSizeThatIsTakenAwayLeavesTheDial) {
   gauge.Radius = 30;
   gauge.AutoSize = false;

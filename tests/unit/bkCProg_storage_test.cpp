@@ -335,6 +335,36 @@ TEST(GaugeMask, AnAutoMaskFollowsTheFace) {
   EXPECT_EQ(gauge.MaskPicture.get().drawing->operations, gauge.operations());
 }
 
+TEST(GaugeMask, AnAutoMaskThatComesBackIsOfTheFaceOfThen) {
+  bkCProg gauge;
+  gauge.AutoMask = true;
+  gauge.AutoMask = false;
+  gauge.Value = 70;
+  gauge.AutoMask = true;
+  EXPECT_EQ(gauge.MaskPicture.get().drawing->operations, gauge.operations());
+}
+
+TEST(GaugeMask, AnAutoMaskTakesThePlaceOfAnotherMaskAndItsColour) {
+  bkCProg gauge;
+  bkCProg other;
+  other.Value = 10;
+  gauge.BackColor = 0x95B7BD;
+  gauge.AutoMask = true;
+  gauge.MaskPicture = other.Image();
+  EXPECT_EQ(gauge.MaskPicture.get().drawing->operations, gauge.operations());
+  gauge.MaskColor = 0x123456;
+  EXPECT_EQ(gauge.MaskColor, 0x95B7BDU);
+}
+
+TEST(GaugeMask, AnAutoMaskHasTheSizeOfTheControl) {
+  bkCProg gauge;
+  gauge.AutoSize = false;
+  gauge.AutoMask = true;
+  gauge.resize(200, 150);
+  EXPECT_EQ(gauge.MaskPicture.get().width, 200);
+  EXPECT_EQ(gauge.MaskPicture.get().height, 150);
+}
+
 TEST(GaugeMask, ARepaintOfTheSameFaceKeepsTheAutoMask) {
   bkCProg gauge;
   gauge.AutoMask = true;
