@@ -109,7 +109,7 @@ std::shared_ptr<CInterfaces> CIpHelper::Interfaces() {
   interfaces_ = std::make_shared<CInterfaces>();
   bytesReceived_ = 0;
   bytesSent_ = 0;
-  skip([&] { refresh(); });
+  refresh();
   return interfaces_;
 }
 

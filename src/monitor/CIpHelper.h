@@ -11,13 +11,16 @@
 
 namespace veltrin {
 
-// Reads the system's table of interfaces anew whenever it is asked for them. A failure ends
-// the reading without a word: what was read by then is what there is.
+// Reads the system's table of interfaces anew whenever it is asked for them. Where the
+// system gives no table there are none.
 class CIpHelper {
  public:
   explicit CIpHelper(InterfaceTable& table) : table_(table) {}
 
-  // A collection of its own for each call. One that is set is replaced by the next.
+  // A collection of its own for each call. One that is set is replaced by the next. Throws
+  // StatementFailed at a row that cannot be taken in: kOverflow for a sum that is out of 32
+  // bits, kSubscriptOutOfRange for an address of more than 8 bytes and for a table that ends
+  // before its rows do. The sums are then those of the rows before.
   std::shared_ptr<CInterfaces> Interfaces();
   void Interfaces(std::shared_ptr<CInterfaces> interfaces);
 

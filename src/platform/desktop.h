@@ -69,8 +69,8 @@ class Desktop {
 
   // Opens a menu of entries, without its own title, at the mouse, or at the window's middle
   // when that was asked for by a key, and pumps until it has gone. What is chosen is pressed
-  // behind that. The default entry is shown as such (PopupMenu, flags 8: to the right of the
-  // place).
+  // behind that. The default entry is shown as such. The menu's right edge lies at the place
+  // (PopupMenu, flags 8).
   virtual void popupMenu(Form& form, const std::vector<MenuEntry*>& entries,
                          const MenuEntry* defaultEntry) = 0;
 

@@ -89,7 +89,8 @@ void QtDesktop::popupMenu(Form& form, const std::vector<MenuEntry*>& entries,
     if (entry == defaultEntry) menu.setDefaultAction(action);
   }
   const bool isMouseThere = window->frameGeometry().contains(QCursor::pos());
-  menu.popup(isMouseThere ? QCursor::pos() : window->frameGeometry().center());
+  const QPoint place = isMouseThere ? QCursor::pos() : window->frameGeometry().center();
+  menu.popup(place - QPoint(menu.sizeHint().width(), 0));
   events_.pumpUntil([&menu] { return !menu.isVisible(); });
   if (chosen != nullptr) chosen->press();
 }
