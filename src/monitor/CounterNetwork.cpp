@@ -13,10 +13,14 @@ constexpr std::uint32_t kNamesBuffer = 32768;  // characters
 constexpr std::int64_t kPrefix = 5;            // characters of a name that tell its kind
 constexpr std::array<const char*, 2> kIgnored = {"local", "isata"};
 
-struct CounterColumn {
+// The counters of one kind, by interface.
+struct Adding {
   CounterValues::InterfaceHandles& handles;
-  CounterValues::InterfaceValues& values;
   const char* counter;
+};
+struct Reading {
+  const CounterValues::InterfaceHandles& handles;
+  CounterValues::InterfaceValues& values;
 };
 
 std::vector<std::string> splitAtNul(const std::string& text) {
@@ -82,12 +86,11 @@ void EnumNetworkInterfaces(Program& program) {
 // added, and events run all the same.
 void AddNetworkCounters(Program& program) {
   auto& values = program.shared<CounterValues>();
-  const std::array<CounterColumn, 3> tables = {
-      {{values.TotalCounter, values.TotalValue, "Total"},
-       {values.ReceivedCounter, values.ReceivedValue, "Received"},
-       {values.SentCounter, values.SentValue, "Sent"}}};
+  const std::array<Adding, 3> tables = {{{values.TotalCounter, "Total"},
+                                         {values.ReceivedCounter, "Received"},
+                                         {values.SentCounter, "Sent"}}};
   for (int i = 0; i < values.NetInterfaceCount; ++i) {
-    for (const CounterColumn& table : tables) {
+    for (const Adding& table : tables) {
       skip([&] {
         const std::string path = "\\\\" + program.start.HostName + "\\Network Interface(" +
                                  elementOf(values.NetInterfaceNames, i) + ")\\Bytes " +
@@ -104,13 +107,12 @@ void AddNetworkCounters(Program& program) {
 // The query is sampled for each interface.
 void ReadNetworkCounters(Program& program) {
   auto& values = program.shared<CounterValues>();
-  const std::array<CounterColumn, 3> tables = {
-      {{values.TotalCounter, values.TotalValue, "Total"},
-       {values.SentCounter, values.SentValue, "Sent"},
-       {values.ReceivedCounter, values.ReceivedValue, "Received"}}};
+  const std::array<Reading, 3> tables = {{{values.TotalCounter, values.TotalValue},
+                                          {values.SentCounter, values.SentValue},
+                                          {values.ReceivedCounter, values.ReceivedValue}}};
   for (int i = 0; i < values.NetInterfaceCount; ++i) {
     program.platform.counters.PdhCollectQueryData(program.start.PdhQuery);
-    for (const CounterColumn& table : tables) {
+    for (const Reading& table : tables) {
       skip([&] {
         std::int32_t status = 0;
         elementOf(table.values, i) = program.platform.counters.PdhVbGetDoubleCounterValue(

@@ -77,7 +77,6 @@ frmIP::frmIP(Program& program)
   place(RightCap, kRightCaptions);
   place(RightVal, kRightValues);
   mnuopt.visible = false;
-  Timer1.enabled = false;
   Timer1.timer = [this] { Timer1_Timer(); };
 }
 
@@ -92,7 +91,6 @@ void frmIP::Form_Load() {
   LayoutRows();
   Timer1_Timer();
   Timer1.interval = kInterval;
-  Timer1.enabled = true;
 }
 
 void frmIP::LayoutRows() {
