@@ -146,6 +146,18 @@ TEST_F(NetworkView, TheMenuKeyOpensItsMenu) {
   EXPECT_EQ(entries, (std::vector<std::string>{"Exit"}));
 }
 
+TEST_F(NetworkView, ItsMenuLiesToTheLeftOfTheMouse) {
+  open();
+  window->move(200, 200);
+  int right = 0;
+  inMenu([&](QMenu& menu) {
+    right = menu.geometry().right() + 1;
+    menu.close();
+  });
+  atRest([&] { QTest::mouseClick(window->windowHandle(), Qt::RightButton, {}, QPoint(3, 3)); });
+  EXPECT_EQ(right, QCursor::pos().x());
+}
+
 TEST_F(NetworkView, ShiftAndF10OpenItsMenu) {
   open();
   inMenu(leave);
