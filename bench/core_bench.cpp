@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "byte_texts.h"
+#include "figures.h"
 #include "forms/text_box.h"
 #include "ping/pingmod.h"
 #include "ping/pingtester.h"
@@ -31,12 +32,6 @@ void readAverageOfAChunk(benchmark::State& state) {
   }
 }
 BENCHMARK(readAverageOfAChunk);
-
-double median(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
 
 // Nanoseconds of one call among many.
 template <class Routine>

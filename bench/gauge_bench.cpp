@@ -26,6 +26,7 @@
 #include <QWidget>
 
 #include "controls/bkCProg.h"
+#include "figures.h"
 #include "view/appearance.h"
 #include "view/device_painter.h"
 #include "view/gauge_view.h"
@@ -35,6 +36,8 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using veltrin::bkCProg;
 using veltrin::GaugeView;
+using veltrin::median;
+using veltrin::microseconds;
 
 constexpr int kUsualRounds = 501;
 constexpr int kSmokeRounds = 2;
@@ -81,18 +84,6 @@ void setUp(bkCProg& gauge) {
   gauge.Span = kSpan;
   gauge.BackColor = 0x95B7BD;
   gauge.ShowNeedle = true;
-}
-
-double median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
-template <class Work>
-double microseconds(Work work) {
-  const auto start = Clock::now();
-  work();
-  return std::chrono::duration<double, std::micro>(Clock::now() - start).count();
 }
 
 QImage emptyPicture() {

@@ -37,6 +37,7 @@
 #include <QWindow>
 
 #include "download/speed_graph.h"
+#include "figures.h"
 #include "forms/strip_graph.h"
 #include "view/appearance.h"
 #include "view/drawing_view.h"
@@ -46,6 +47,8 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using veltrin::Colour;
 using veltrin::DrawingView;
+using veltrin::median;
+using veltrin::microseconds;
 using veltrin::PictureBox;
 using veltrin::StripGraph;
 
@@ -163,18 +166,6 @@ class Curves {
   BareCurve polyline_;
   BareCurve pieces_;
 };
-
-double median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
-template <class Work>
-double microseconds(Work work) {
-  const auto start = Clock::now();
-  work();
-  return std::chrono::duration<double, std::micro>(Clock::now() - start).count();
-}
 
 // The time of the processor that some work takes; a machine that does much else keeps a loop
 // of seconds waiting now and then.

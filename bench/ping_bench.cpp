@@ -23,7 +23,11 @@
 #include <unistd.h>
 #include <vector>
 
+#include "figures.h"
+
 namespace {
+
+using veltrin::median;
 
 // The most that ours may take for one of the system's, and by how much the mean
 // round trips may differ.
@@ -107,11 +111,6 @@ bool readTrip(Tool& tool) {
   }
   tool.trips.push_back(std::floor(std::strtod(text.c_str() + at + 5, nullptr)));
   return true;
-}
-
-double median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
 }
 
 double mean(const std::vector<double>& values) {

@@ -23,7 +23,11 @@
 #include <unistd.h>
 #include <vector>
 
+#include "figures.h"
+
 namespace {
+
+using veltrin::median;
 
 // The most that ours may take for one unit of the other tool's time. Silent hops ours
 // gives half a second at least, the other tool less when the next hop is near.
@@ -90,11 +94,6 @@ Run runProgram(Words words) {
   run.wall = taken.count();
   run.cpu = seconds(usage.ru_utime) + seconds(usage.ru_stime);
   return run;
-}
-
-double median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values.empty() ? 0 : values[values.size() / 2];
 }
 
 // Prints a figure beside its target; whether it meets it.

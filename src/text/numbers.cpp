@@ -155,9 +155,6 @@ std::string Format(double number, std::string_view pattern) {
   return text;
 }
 
-std::string FormatNumber(double number) {
-  const std::string digits = Format(number, "#,###");
-  return digits.empty() ? "0" : digits;
-}
+std::string FormatNumber(double number) { return Format(number, "#,##0"); }
 
 }  // namespace veltrin
