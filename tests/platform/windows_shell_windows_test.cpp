@@ -33,13 +33,16 @@ class WindowsShellTest : public testing::Test {
 
   std::string toFile() const { return "\"file=" + scratch_.path("told") + "\" "; }
 
-  // What a program has told. Waits for it, ten seconds at most.
+  // What a program has told; never nothing. Waits for it, ten seconds at most: for a moment
+  // the file has its name already and cannot be read, as who renames it still holds it.
   std::string told() const {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (!scratch_.has("told") && std::chrono::steady_clock::now() < deadline) {
+    std::string text = scratch_.content("told");
+    while (text.empty() && std::chrono::steady_clock::now() < deadline) {
       std::this_thread::sleep_for(std::chrono::milliseconds(5));
+      text = scratch_.content("told");
     }
-    return scratch_.content("told");
+    return text;
   }
 
   bool execute(const std::string& file, const std::string& parameters,
