@@ -146,9 +146,9 @@ int main(int argc, char** argv) {
   veltrin::QtDesktop desktop(events, simulation.files, "Veltrin", veltrin::showInWindow);
   const veltrin::Platform& rest = simulation.platform;
   veltrin::Platform platform{
-      events,        rest.timers,   rest.clock,     desktop,          rest.files,   rest.processes,
-      rest.profiles, rest.registry, rest.shell,     rest.environment, rest.sockets, rest.counters,
-      rest.wmi,      rest.icmp,     rest.downloads, rest.interfaces,  "veltrin"};
+      events,        rest.timers,   rest.clock,     desktop,          rest.files,    rest.processes,
+      rest.profiles, rest.registry, rest.shell,     rest.environment, rest.sockets,  rest.counters,
+      rest.wmi,      rest.icmp,     rest.downloads, rest.interfaces,  rest.printers, "veltrin"};
   veltrin::Program program(platform);
   const auto form = program.show<veltrin::trace>();
   const auto* page = desktop.windowOf(*form)->findChild<QPlainTextEdit*>("txtOutputs");

@@ -110,9 +110,9 @@ int main(int argc, char** argv) {
   veltrin::Simulation simulation;
   const veltrin::Platform& rest = simulation.platform;
   veltrin::Platform platform{
-      rest.events,   rest.timers,   rest.clock,     rest.desktop,     rest.files,   processes,
-      rest.profiles, rest.registry, rest.shell,     rest.environment, rest.sockets, rest.counters,
-      rest.wmi,      rest.icmp,     rest.downloads, rest.interfaces,  "Veltrin"};
+      rest.events,   rest.timers,   rest.clock,     rest.desktop,     rest.files,    processes,
+      rest.profiles, rest.registry, rest.shell,     rest.environment, rest.sockets,  rest.counters,
+      rest.wmi,      rest.icmp,     rest.downloads, rest.interfaces,  rest.printers, "Veltrin"};
   veltrin::DOSOutputs window(platform);
   std::uint64_t shown = 0;
   window.ReceiveOutputs = [&shown](const std::string& chunk) { shown += chunk.size(); };

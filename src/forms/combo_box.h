@@ -1,6 +1,7 @@
 // A text that the user types or picks from a list.
 #pragma once
 
+#include <algorithm>
 #include <vector>
 
 #include "forms/control.h"
@@ -15,12 +16,16 @@ class ComboBox : public Control {
 
   TextProperty text;
   Property<std::vector<std::string>> items;
-  EventRoutine change;     // after each change of the text
-  EventRoutine lostFocus;  // the keyboard went to another control
+  Property<bool> pickOnly{false};  // the user picks one of the items and types nothing else
+  EventRoutine change;             // after each change of the text
+  EventRoutine lostFocus;          // the keyboard went to another control
 
   // What a user's typing or picking does: the whole text after it.
   void enter(const std::string& typed) {
-    if (visible && enabled) text = typed;
+    if (!visible || !enabled) return;
+    const std::vector<std::string>& offered = items.get();
+    const bool isOffered = std::find(offered.begin(), offered.end(), typed) != offered.end();
+    if (!pickOnly || isOffered) text = typed;
   }
 
   // What the keyboard's leaving does.

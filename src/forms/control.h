@@ -43,6 +43,13 @@ class Control {
   Property<bool> enabled{true};
   Property<std::string> toolTip;
 
+  // Place and size in a window whose look has fixed places, in twips (15 to a pixel at 100
+  // percent) from the window's corner. 0: as the look has it.
+  Property<int> left{0};
+  Property<int> top{0};
+  Property<int> width{0};
+  Property<int> height{0};
+
   MouseRoutine mouseDown;
   MouseRoutine mouseMove;
   MouseRoutine mouseUp;

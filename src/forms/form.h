@@ -35,11 +35,15 @@ class Form : public std::enable_shared_from_this<Form> {
   Property<MousePointer> mousePointer{MousePointer::Default};
 
   // Height of the window with its frame, in twips (15 to a pixel at 100 percent): how much
-  // of a look with fixed places is seen. 0 for a window of the user's own size.
+  // of a look with fixed places is seen. 0 for a window whose look lays itself out.
   Property<int> height{0};
+
+  // Its width, in the same way, when the user may size the window; else 0.
+  Property<int> width{0};
 
   // On the window itself.
   EventRoutine click;
+  EventRoutine resize;  // behind each change of its size by the user
   MouseRoutine mouseDown;
   MouseRoutine mouseMove;
   MouseRoutine mouseUp;
@@ -47,6 +51,13 @@ class Form : public std::enable_shared_from_this<Form> {
   // What the user's mouse does on the window beside its controls, so many twips right of
   // its edge.
   void press() { run(click); }
+  void resizeTo(int newWidth, int newHeight) {  // twips, with its frame
+    run([&] {
+      width = newWidth;
+      height = newHeight;
+      if (resize) resize();
+    });
+  }
   void pressMouse(MouseButton button, int x = 0) { raise(mouseDown, button, x); }
   void moveMouse(MouseButton button, int x = 0) { raise(mouseMove, button, x); }
   void releaseMouse(MouseButton button, int x = 0) { raise(mouseUp, button, x); }

@@ -29,12 +29,13 @@ enum class WindowName {
   frmNetwork,
   frmIP,
   frmSysInfo,
+  frmPrint,
   DosFrm,
   DosApp,
 };
 
 // In the order of the names.
-inline constexpr std::array<std::pair<WindowName, const char*>, 20> kWindowNames{{
+inline constexpr std::array<std::pair<WindowName, const char*>, 21> kWindowNames{{
     {WindowName::starter, "starter"},       {WindowName::startup, "startup"},
     {WindowName::About, "About"},           {WindowName::setlang, "setlang"},
     {WindowName::pingtester, "pingtester"}, {WindowName::trace, "trace"},
@@ -44,7 +45,8 @@ inline constexpr std::array<std::pair<WindowName, const char*>, 20> kWindowNames
     {WindowName::pingit, "pingit"},         {WindowName::setmtu, "setmtu"},
     {WindowName::testdl, "testdl"},         {WindowName::frmNetwork, "frmNetwork"},
     {WindowName::frmIP, "frmIP"},           {WindowName::frmSysInfo, "frmSysInfo"},
-    {WindowName::DosFrm, "DosFrm"},         {WindowName::DosApp, "DosApp"},
+    {WindowName::frmPrint, "frmPrint"},     {WindowName::DosFrm, "DosFrm"},
+    {WindowName::DosApp, "DosApp"},
 }};
 
 static_assert(std::is_sorted(kWindowNames.begin(), kWindowNames.end(),

@@ -62,6 +62,16 @@ class Files {
                                                    const std::string& name, FileMode mode,
                                                    bool create) = 0;
 
+  // Opens a file for writing text (Open For Output), made when missing. Its new content
+  // replaces the older one when the stream is closed: the text as the system writes it, in
+  // its code page on Windows and in UTF-8 on Linux. Throws StatementFailed when the system
+  // refuses it.
+  virtual std::unique_ptr<TextStream> openOutput(const std::string& path) = 0;
+
+  // All of a text file that was written that way. Throws StatementFailed when it cannot be
+  // read, and for a file of more than 256 MB.
+  virtual std::string readText(const std::string& path) const = 0;
+
   // Opens a file for writing bytes in its place (Open For Binary), made when missing. It is
   // not cut: what a longer, older file holds behind the new bytes stays. Throws
   // StatementFailed when the system refuses it.

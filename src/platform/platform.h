@@ -12,6 +12,7 @@
 #include "platform/files.h"
 #include "platform/icmp.h"
 #include "platform/interface_table.h"
+#include "platform/printers.h"
 #include "platform/processes.h"
 #include "platform/profile_store.h"
 #include "platform/registry.h"
@@ -39,6 +40,7 @@ struct Platform {
   Icmp& icmp;
   Downloads& downloads;
   InterfaceTable& interfaces;
+  Printers& printers;
 
   // The program's file name without folder and ending.
   std::string executableName;

@@ -23,6 +23,17 @@ std::string shortMonth(int month) {
   return std::string(kShortMonths[static_cast<std::size_t>(month - 1)]);
 }
 
+std::chrono::sys_days daysOf(const DateTime& moment) {
+  return std::chrono::year_month_day{std::chrono::year(moment.year),
+                                     std::chrono::month(static_cast<unsigned>(moment.month)),
+                                     std::chrono::day(static_cast<unsigned>(moment.day))};
+}
+
+// From 1 on the first of January.
+std::int64_t dayOfYear(const DateTime& moment) {
+  return (daysOf(moment) - daysOf({.year = moment.year})).count() + 1;
+}
+
 }  // namespace
 
 double secondsSinceMidnight(const DateTime& moment) {
@@ -33,12 +44,9 @@ double secondsSinceMidnight(const DateTime& moment) {
 
 std::int64_t wholeSeconds(const DateTime& start, const DateTime& end) {
   const auto secondsOf = [](const DateTime& moment) {
-    const std::chrono::year_month_day day{std::chrono::year(moment.year),
-                                          std::chrono::month(static_cast<unsigned>(moment.month)),
-                                          std::chrono::day(static_cast<unsigned>(moment.day))};
     const auto clock = std::chrono::hours(moment.hour) + std::chrono::minutes(moment.minute) +
                        std::chrono::seconds(moment.second);
-    return std::chrono::seconds(std::chrono::sys_days(day).time_since_epoch() + clock).count();
+    return std::chrono::seconds(daysOf(moment).time_since_epoch() + clock).count();
   };
   return secondsOf(end) - secondsOf(start);
 }
@@ -58,8 +66,9 @@ std::string Format(const DateTime& moment, std::string_view pattern) {
     const bool minutes = behindHour;
     behindHour = false;
     if (take("yyyy", padded(moment.year, 4)) || take("yy", padded(moment.year % 100, 2)) ||
-        take("mmm", shortMonth(moment.month)) || take("dd", padded(moment.day, 2)) ||
-        take("nn", padded(moment.minute, 2)) || take("ss", padded(moment.second, 2)) ||
+        take("y", std::to_string(dayOfYear(moment))) || take("mmm", shortMonth(moment.month)) ||
+        take("dd", padded(moment.day, 2)) || take("nn", padded(moment.minute, 2)) ||
+        take("ss", padded(moment.second, 2)) ||
         take("mm", padded(minutes ? moment.minute : moment.month, 2))) {
       continue;
     }

@@ -26,9 +26,9 @@ double secondsSinceMidnight(const DateTime& moment);
 // the end lies before the start.
 std::int64_t wholeSeconds(const DateTime& start, const DateTime& end);
 
-// Prints a moment by a pattern. "dd", "mmm" (English short name), "yyyy", "yy", "hh",
-// "nn" and "ss" are replaced in any case; "mm" directly behind "hh" means
-// minutes, elsewhere the month. Everything else stands as it is.
+// Prints a moment by a pattern. "dd", "mmm" (English short name), "yyyy", "yy", "y"
+// (the day of the year, from 1), "hh", "nn" and "ss" are replaced in any case; "mm" directly
+// behind "hh" means minutes, elsewhere the month. Everything else stands as it is.
 std::string Format(const DateTime& moment, std::string_view pattern);
 
 }  // namespace veltrin

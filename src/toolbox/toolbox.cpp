@@ -11,6 +11,7 @@
 #include "route/indepth2.h"
 #include "route/trace.h"
 #include "sysinfo/DosFrm.h"
+#include "sysinfo/frmSysInfo.h"
 
 namespace veltrin {
 
@@ -25,6 +26,7 @@ void provideTools(Program& program) {
   program.provide<testdl>(WindowName::testdl);
   program.provide<frmNetwork>(WindowName::frmNetwork);
   program.provide<frmIP>(WindowName::frmIP);
+  program.provide<frmSysInfo>(WindowName::frmSysInfo);
   program.getinfo = [&program] { program.keep<DosFrm>()->getinfo(); };
 }
 

@@ -98,6 +98,7 @@ void Binder::bindKind(Control& control, QWidget& widget) {
   if (auto* chart = dynamic_cast<Chart*>(&control)) bindChart(*chart, widget, binding_);
   if (auto* box = dynamic_cast<PictureBox*>(&control)) bindPictureBox(*box, widget, binding_);
   if (auto* bar = dynamic_cast<ProgressBar*>(&control)) bindProgressBar(*bar, widget, binding_);
+  if (auto* list = dynamic_cast<LVListBox*>(&control)) bindLineList(*list, widget, binding_);
   if (auto* gauge = dynamic_cast<bkCProg*>(&control)) bindGauge(*gauge, widget, binding_);
 }
 

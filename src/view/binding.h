@@ -10,6 +10,7 @@
 #include <QPointF>
 #include <QWidget>
 
+#include "controls/LVListBox.h"
 #include "controls/bkCProg.h"
 #include "forms/animation.h"
 #include "forms/chart.h"
@@ -89,6 +90,7 @@ void bindAnimation(Animation& animation, QWidget& widget, Binding& binding);
 void bindChart(Chart& chart, QWidget& widget, Binding& binding);
 void bindPictureBox(PictureBox& picture, QWidget& widget, Binding& binding);
 void bindProgressBar(ProgressBar& bar, QWidget& widget, Binding& binding);
+void bindLineList(LVListBox& list, QWidget& widget, Binding& binding);
 void bindGauge(bkCProg& gauge, QWidget& widget, Binding& binding);
 void bindCheckBox(CheckBox& box, QWidget& widget, Binding& binding);
 void bindImage(Image& image, QWidget& widget, Binding& binding);

@@ -31,7 +31,7 @@ constexpr std::array kHouses{
     House{"mtu", " text forms platform frame ping mtu "},
     House{"download", " text forms platform frame download "},
     House{"monitor", " text forms platform frame controls monitor "},
-    House{"sysinfo", " text forms platform frame sysinfo "},
+    House{"sysinfo", " text forms platform frame controls sysinfo "},
     House{"controls", " text forms platform frame controls "},
     House{"toolbox",
           " text forms platform frame ping route mtu download monitor sysinfo controls toolbox "},

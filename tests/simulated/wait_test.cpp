@@ -243,6 +243,7 @@ TEST_F(WaitTest, AWaitThatFailsMidwayClosesItsTimer) {
                     simulation.icmp,
                     simulation.downloads,
                     simulation.interfaces,
+                    simulation.printers,
                     "Veltrin"};
   EXPECT_THROW(Wait(platform, 1000), StatementFailed);
   EXPECT_EQ(loop.timerLog.back(), "close");

@@ -11,7 +11,7 @@ struct ProgramWithRegistry {
       : platform{rest.loop,       rest.loop,     rest.clock, rest.desktop, rest.files,
                  rest.processes,  rest.profiles, registry,   rest.shell,   rest.environment,
                  rest.sockets,    rest.counters, rest.wmi,   rest.icmp,    rest.downloads,
-                 rest.interfaces, "Veltrin"},
+                 rest.interfaces, rest.printers, "Veltrin"},
         program(platform) {}
 
   Simulation rest;

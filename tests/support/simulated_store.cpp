@@ -94,6 +94,18 @@ std::unique_ptr<TextStream> SimulatedFiles::OpenTextFile(const std::string& fold
                                            mode == FileMode::Appending ? contents[path] : "");
 }
 
+std::unique_ptr<TextStream> SimulatedFiles::openOutput(const std::string& path) {
+  if (refuseOpening) throw StatementFailed("Permission denied", kPermissionDenied);
+  if (contents.count(path) == 0) replace(path, {});
+  return std::make_unique<SimulatedStream>(*this, path, std::string());
+}
+
+std::string SimulatedFiles::readText(const std::string& path) const {
+  const auto found = contents.find(path);
+  if (found == contents.end()) throw StatementFailed("File not found", kFileNotFound);
+  return found->second;
+}
+
 std::unique_ptr<ByteStream> SimulatedFiles::openBinary(const std::string& path) {
   note("open " + path);
   if (refuseOpening) throw StatementFailed("Permission denied", kPermissionDenied);

@@ -5,6 +5,7 @@
 #include "support/simulated_desktop.h"
 #include "support/simulated_downloads.h"
 #include "support/simulated_loop.h"
+#include "support/simulated_printers.h"
 #include "support/simulated_processes.h"
 #include "support/simulated_store.h"
 #include "support/simulated_system.h"
@@ -28,9 +29,10 @@ class Simulation {
   SimulatedIcmp icmp{loop};
   SimulatedDownloads downloads;
   SimulatedInterfaces interfaces;
+  SimulatedPrinters printers;
   Platform platform{loop,     loop,     clock,     desktop,     files,    processes,
                     profiles, registry, shell,     environment, sockets,  counters,
-                    wmi,      icmp,     downloads, interfaces,  "Veltrin"};
+                    wmi,      icmp,     downloads, interfaces,  printers, "Veltrin"};
 
   // Keeps what the program asks of all parts of the platform from now on, in one order.
   void keepJournal();

@@ -126,10 +126,11 @@ class ViewTest : public testing::Test {
   SimulatedIcmp icmp{calendar};
   SimulatedDownloads downloads;
   SimulatedInterfaces interfaces;
+  SimulatedPrinters printers;
   QtDesktop desktop{events, files, "Veltrin", showInWindow};
   Platform platform{events,   timers,   clock,     desktop,     files,    processes,
                     profiles, registry, shell,     environment, sockets,  counters,
-                    wmi,      icmp,     downloads, interfaces,  "veltrin"};
+                    wmi,      icmp,     downloads, interfaces,  printers, "veltrin"};
   Program program{platform};
   QWidget* window = nullptr;
   std::deque<std::function<void()>> later;

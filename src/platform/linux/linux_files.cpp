@@ -14,6 +14,7 @@
 
 #include "platform/portable/byte_file.h"
 #include "platform/portable/file_names.h"
+#include "platform/portable/regular_file.h"
 #include "platform/portable/replacing_stream.h"
 #include "text/statement.h"
 #include "text/strings.h"
@@ -135,6 +136,14 @@ std::unique_ptr<TextStream> LinuxFiles::OpenTextFile(const std::string& folder,
                                                      bool create) {
   requireFileName(folder, name);
   return openReplacing(own(folder + name), mode, create);
+}
+
+std::unique_ptr<TextStream> LinuxFiles::openOutput(const std::string& path) {
+  return openReplacing(own(path), FileMode::Writing, true);
+}
+
+std::string LinuxFiles::readText(const std::string& path) const {
+  return readRegularFile(native(path));
 }
 
 std::unique_ptr<ByteStream> LinuxFiles::openBinary(const std::string& path) {

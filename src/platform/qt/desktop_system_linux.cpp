@@ -11,6 +11,7 @@
 #include "platform/linux/linux_processes.h"
 #include "platform/linux/linux_registry.h"
 #include "platform/linux/linux_shell.h"
+#include "platform/portable/no_printers.h"
 #include "platform/portable/no_wmi.h"
 #include "platform/portable/profile_file.h"
 #include "platform/qt/desktop_system.h"
@@ -45,23 +46,11 @@ class LinuxDesktopSystem : public DesktopSystem {
                 sleepUntilReadable(events_, descriptor, milliseconds);
               }),
         desktop_(events_, files_, applicationTitle, std::move(looks)),
-        platform_{events_,
-                  timers_,
-                  clock_,
-                  desktop_,
-                  files_,
-                  processes_,
-                  profiles_,
-                  registry_,
-                  shell_,
-                  environment_,
-                  sockets_,
-                  counters_,
-                  wmi_,
-                  icmp_,
-                  downloads_,
-                  interfaces_,
-                  executable.stem().string()} {}
+        platform_{
+            events_,   timers_,   clock_,     desktop_,     files_,    processes_,
+            profiles_, registry_, shell_,     environment_, sockets_,  counters_,
+            wmi_,      icmp_,     downloads_, interfaces_,  printers_, executable.stem().string()} {
+  }
 
   Platform& platform() override { return platform_; }
   void run() override { events_.run(); }
@@ -83,6 +72,7 @@ class LinuxDesktopSystem : public DesktopSystem {
   LinuxIcmp icmp_;
   QtDownloads downloads_;
   LinuxInterfaces interfaces_{adapters_};
+  NoPrinters printers_;
   QtDesktop desktop_;
   Platform platform_;
 };

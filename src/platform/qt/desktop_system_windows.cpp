@@ -1,5 +1,6 @@
 #include <utility>
 
+#include "platform/portable/no_printers.h"
 #include "platform/portable/no_wmi.h"
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_desktop.h"
@@ -37,10 +38,9 @@ class WindowsDesktopSystem : public DesktopSystem {
         processes_([this](void* event) { sleepUntilSignalled(events_, event); }),
         icmp_([this](void* event) { sleepUntilSignalled(events_, event); }),
         desktop_(events_, files_, applicationTitle, std::move(looks)),
-        platform_{events_,     timers_,           clock_,    desktop_, files_,
-                  processes_,  profiles_,         registry_, shell_,   environment_,
-                  sockets_,    counters_,         wmi_,      icmp_,    downloads_,
-                  interfaces_, stemOf(executable)} {}
+        platform_{events_,   timers_,   clock_,     desktop_,     files_,    processes_,
+                  profiles_, registry_, shell_,     environment_, sockets_,  counters_,
+                  wmi_,      icmp_,     downloads_, interfaces_,  printers_, stemOf(executable)} {}
 
   Platform& platform() override { return platform_; }
   void run() override { events_.run(); }
@@ -61,6 +61,7 @@ class WindowsDesktopSystem : public DesktopSystem {
   WindowsIcmp icmp_;
   QtDownloads downloads_;
   WindowsInterfaces interfaces_;
+  NoPrinters printers_;
   QtDesktop desktop_;
   Platform platform_;
 };

@@ -5,6 +5,7 @@
 
 #include "platform/portable/byte_file.h"
 #include "platform/portable/file_names.h"
+#include "platform/portable/regular_file.h"
 #include "platform/portable/replacing_stream.h"
 #include "platform/windows/code_page.h"
 #include "text/statement.h"
@@ -46,6 +47,14 @@ std::unique_ptr<TextStream> WindowsFiles::OpenTextFile(const std::string& folder
                                                        bool create) {
   requireFileName(folder, name);
   return openReplacing(folder + name, mode, create, toAnsi);
+}
+
+std::unique_ptr<TextStream> WindowsFiles::openOutput(const std::string& path) {
+  return openReplacing(path, FileMode::Writing, true, toAnsi);
+}
+
+std::string WindowsFiles::readText(const std::string& path) const {
+  return fromAnsi(readRegularFile(path));
 }
 
 std::unique_ptr<ByteStream> WindowsFiles::openBinary(const std::string& path) {

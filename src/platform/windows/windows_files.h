@@ -26,6 +26,8 @@ class WindowsFiles : public Files {
   void CreateFolder(const std::string& path) override;
   std::unique_ptr<TextStream> OpenTextFile(const std::string& folder, const std::string& name,
                                            FileMode mode, bool create) override;
+  std::unique_ptr<TextStream> openOutput(const std::string& path) override;
+  std::string readText(const std::string& path) const override;
   std::unique_ptr<ByteStream> openBinary(const std::string& path) override;
   void Kill(const std::string& path) override;
 
