@@ -28,6 +28,7 @@
 #include "platform/qt/qt_waitable_timers.h"
 #include "platform/qt/silent_wait.h"
 #include "support/simulated_downloads.h"
+#include "support/simulated_printers.h"
 #include "support/simulated_store.h"
 #include "support/simulated_system.h"
 #include "view/window_catalogue.h"
