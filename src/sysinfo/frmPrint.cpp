@@ -84,8 +84,8 @@ void frmPrint::Form_Load() {
 
 void frmPrint::showPrinters() {
   Printers& printers = program_.platform.printers;
-  skip([&] { cboPrinter.items = printers.deviceNames(); });
-  skip([&] { cboPrinter.text = printers.defaultDeviceName(); });
+  cboPrinter.items = printers.deviceNames();
+  cboPrinter.text = printers.defaultDeviceName();
 }
 
 void frmPrint::readSettings() {
@@ -113,9 +113,12 @@ void frmPrint::cmdPrint_Click() {
     program_.MsgBox("No Data to Print", kMessageCritical, "Print");
     return;
   }
-  writeSettings();
-  printPages();
-  unload();
+  // A printer that fails ends the routine, and the window stays.
+  skip([&] {
+    writeSettings();
+    printPages();
+    unload();
+  });
 }
 
 // The orientation is written twice: as it was, and as it now is.

@@ -115,9 +115,7 @@ void frmSysInfo::Form_Load() {
   skip([&] { program_.Wait(10); });
 }
 
-void frmSysInfo::Form_Unload() {
-  if (report_.window.lock().get() == this) report_.window.reset();
-}
+void frmSysInfo::Form_Unload() { report_.window.reset(); }
 
 void frmSysInfo::LogEvents(const std::string& Text, std::int16_t Icon, std::int16_t Color,
                            bool Bold) {

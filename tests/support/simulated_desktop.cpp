@@ -153,6 +153,10 @@ void SimulatedDesktop::click(CheckBox& box) {
   if (takesInput(*box.form())) box.press();
 }
 
+void SimulatedDesktop::click(OptionButton& button) {
+  if (takesInput(*button.form())) button.press();
+}
+
 void SimulatedDesktop::choose(MenuEntry& entry) {
   if (takesInput(*entry.form())) entry.press();
 }

@@ -14,6 +14,7 @@
 #include "forms/image.h"
 #include "forms/label.h"
 #include "forms/menu_entry.h"
+#include "forms/option_button.h"
 #include "forms/text_box.h"
 #include "platform/desktop.h"
 #include "support/journal.h"
@@ -108,6 +109,7 @@ class SimulatedDesktop : public Desktop, public Journalled {
   void click(Label& label);
   void click(Image& image);
   void click(CheckBox& box);
+  void click(OptionButton& button);
   void choose(MenuEntry& entry);
   void leave(ComboBox& box);
   void moveMouse(Control& control, MouseButton button = MouseButton::None, int x = 0);

@@ -23,7 +23,6 @@ class SimulatedPrinters : public Printers, public Journalled {
 
   std::vector<std::string> names{"Laser", "Ink"};
   std::string defaultName = "Ink";
-  bool refuseList = false;    // the system tells no printers
   int jobsUntilRefusal = -1;  // the printer takes so many more jobs, and refuses the next
   std::vector<Job> jobs;
 
