@@ -23,8 +23,8 @@ class WmiValue {
   WmiValue(std::vector<Loose> elements) : value_(std::move(elements)) {}
   template <class Value>
   requires(std::constructible_from<Loose, Value> && !std::same_as<Value, bool> &&
-           !std::same_as<Value, Loose>)
-  WmiValue(Value value) : value_(Loose(std::move(value))) {}
+           !std::same_as<Value, Loose>) WmiValue(Value value)
+      : value_(Loose(std::move(value))) {}
 
   bool isNull() const { return std::holds_alternative<std::monostate>(value_); }
   bool isArray() const { return std::holds_alternative<std::vector<Loose>>(value_); }
