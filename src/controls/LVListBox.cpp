@@ -135,13 +135,13 @@ std::string LVListBox::Text() const {
 
 void LVListBox::setText(const std::string& text) { setList(ListIndex(), text); }
 
-void LVListBox::AddItem(const std::string& Item, std::int16_t Icon, std::int32_t Colour, bool Bold,
-                        bool Checked, bool Ghosted, bool Selected, const std::string& Tag,
-                        const std::string& Key) {
+void LVListBox::AddItem(const std::string& Item, std::int16_t Icon, std::int32_t ForeColor,
+                        bool Bold, bool Checked, bool Ghosted, bool Selected,
+                        const std::string& Tag, const std::string& Key) {
   ListLine line;
   line.Text = Item;
   if (Icon > 0) line.SmallIcon = Icon;
-  if (Colour > -1) line.ForeColor = static_cast<ColourCode>(Colour);
+  if (ForeColor > kOwnColour) line.ForeColor = static_cast<ColourCode>(ForeColor);
   line.Bold = Bold;
   line.Checked = Checked;
   line.Ghosted = Ghosted;

@@ -4,7 +4,6 @@
 #include <concepts>
 #include <map>
 #include <string>
-#include <type_traits>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -23,10 +22,10 @@ class WmiValue {
   WmiValue(Loose value) : value_(std::move(value)) {}
   WmiValue(std::vector<Loose> elements) : value_(std::move(elements)) {}
   template <class Value>
-  requires(std::constructible_from<Loose, Value> && !std::same_as<std::decay_t<Value>, bool> &&
-           !std::same_as<std::decay_t<Value>, Loose> &&
-           !std::same_as<std::decay_t<Value>, WmiValue>) WmiValue(Value&& value)
-      : value_(Loose(std::forward<Value>(value))) {}
+  requires(std::constructible_from<Loose, const Value&> && !std::same_as<Value, bool> &&
+           !std::same_as<Value, Loose> && !std::same_as<Value, WmiValue>)
+      WmiValue(const Value& value)
+      : value_(Loose(value)) {}
 
   bool isNull() const { return std::holds_alternative<std::monostate>(value_); }
   bool isArray() const { return std::holds_alternative<std::vector<Loose>>(value_); }
