@@ -1,6 +1,7 @@
 #include "controls/LVListBox.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "text/statement.h"
@@ -14,12 +15,17 @@ constexpr const char* kControlName = "LVListBox";
 // U+00D8, between the fields of a stored line.
 constexpr std::string_view kSeparator = "\xC3\x98";
 
+// Bytes that were no characters may become a separator once the one between them is gone.
 std::string withoutSeparators(std::string text) {
   for (std::size_t at = 0; (at = text.find(kSeparator, at)) != std::string::npos;) {
     text.erase(at, kSeparator.size());
+    if (at > 0) --at;
   }
   return text;
 }
+
+// Of a line that has the list's own colour.
+constexpr std::int32_t kOwnColour = -1;
 
 // Flags are stored as numbers, as the language of the first files wrote them.
 std::string stored(bool flag) { return flag ? "-1" : "0"; }
@@ -47,9 +53,12 @@ class Fields {
  public:
   explicit Fields(std::string_view line) : rest_(line) {}
 
+  bool areOver() const { return over_; }
+
   std::string text() {
     const std::size_t end = std::min(rest_.find(kSeparator), rest_.size());
     std::string field(rest_.substr(0, end));
+    over_ = end == rest_.size();
     rest_.remove_prefix(std::min(end + kSeparator.size(), rest_.size()));
     return field;
   }
@@ -64,6 +73,7 @@ class Fields {
 
  private:
   std::string_view rest_;
+  bool over_ = false;
 };
 
 // The next line of a text, which ends with a carriage return, a line feed, or both.
@@ -125,13 +135,13 @@ std::string LVListBox::Text() const {
 
 void LVListBox::setText(const std::string& text) { setList(ListIndex(), text); }
 
-void LVListBox::AddItem(const std::string& Item, std::int16_t Icon, std::int32_t Colour, bool Bold,
-                        bool Checked, bool Ghosted, bool Selected, const std::string& Tag,
-                        const std::string& Key) {
+void LVListBox::AddItem(const std::string& Item, std::int16_t Icon, std::int32_t ForeColor,
+                        bool Bold, bool Checked, bool Ghosted, bool Selected,
+                        const std::string& Tag, const std::string& Key) {
   ListLine line;
   line.Text = Item;
   if (Icon > 0) line.SmallIcon = Icon;
-  if (Colour > -1) line.ForeColor = static_cast<ColourCode>(Colour);
+  if (ForeColor > kOwnColour) line.ForeColor = static_cast<ColourCode>(ForeColor);
   line.Bold = Bold;
   line.Checked = Checked;
   line.Ghosted = Ghosted;
@@ -160,7 +170,8 @@ std::int32_t LVListBox::FindItem(const std::string& Text, std::int32_t Start, bo
     if (!Exact) return InStr(1, text, Text, compare) > 0;
     return MatchCase ? text == Text : equalIgnoringCase(text, Text);
   };
-  for (std::int32_t index = isLine(Start) ? Start : 0; index < ListCount(); ++index) {
+  const std::int32_t first = isLine(Start) && Start < kFromTheFirst ? Start : 0;
+  for (std::int32_t index = first; index < ListCount(); ++index) {
     if (!matches(ListView1.line(static_cast<std::size_t>(index)).Text)) continue;
     if (SelectIt) setSelected(index, true);
     return index;
@@ -203,7 +214,7 @@ void LVListBox::addStored(const std::string& line) {
   Fields fields(line);
   const std::string text = fields.text();
   const auto icon = fields.number<std::int16_t>();
-  const auto colour = fields.number<std::int32_t>();
+  const auto colour = fields.areOver() ? kOwnColour : fields.number<std::int32_t>();
   const bool isBold = fields.flag();
   const bool isChecked = fields.flag();
   const bool isGhosted = fields.flag();

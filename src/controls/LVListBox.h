@@ -76,7 +76,8 @@ class ListProperty : public AnyListProperty {
 
 class LVListBox : public Control {
  public:
-  // Of FindItem: from the first line on. It is the 16-bit number that stands for none.
+  // Of FindItem: from the first line on, as all that is above. It is the 16-bit number that
+  // stands for none.
   static constexpr std::int32_t kFromTheFirst = 65535;
 
   explicit LVListBox(Platform& platform);

@@ -124,14 +124,25 @@ void ListView::mark(std::size_t index, bool isSelected) {
   if (isSelected) {
     selected_ = number;
   } else if (selected_ == number) {
-    selected_ = -1;
+    selected_ = firstSelected();
   }
 }
 
 // Mostly one line is selected, and the others need not be looked at.
+std::int32_t ListView::firstSelected() const {
+  if (selectedCount_ == 0) return -1;
+  const auto first = std::find_if(lines_.begin(), lines_.end(),
+                                  [](const ListLine& line) { return line.Selected; });
+  return static_cast<std::int32_t>(first - lines_.begin());
+}
+
 void ListView::deselectAll() {
-  if (selected_ >= 0) mark(static_cast<std::size_t>(selected_), false);
-  for (std::size_t index = 0; selectedCount_ > 0; ++index) mark(index, false);
+  if (selectedCount_ == 1) lines_[static_cast<std::size_t>(selected_)].Selected = false;
+  if (selectedCount_ > 1) {
+    for (ListLine& line : lines_) line.Selected = false;
+  }
+  selectedCount_ = 0;
+  selected_ = -1;
 }
 
 void ListView::select(std::size_t index, bool isSelected) {
@@ -143,7 +154,10 @@ void ListView::select(std::size_t index, bool isSelected) {
 
 void ListView::selectOnly(const std::vector<std::size_t>& indexes) {
   deselectAll();
-  for (const std::size_t index : indexes) mark(index, true);
+  for (const std::size_t index : indexes) {
+    if (!MultiSelect) deselectAll();
+    mark(index, true);
+  }
   if (screen_ != nullptr) screen_->noteSelection();
 }
 

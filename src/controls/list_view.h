@@ -96,7 +96,8 @@ class ListView {
   std::size_t count() const { return lines_.size(); }
   const ListLine& line(std::size_t index) const;
 
-  // The line that was selected last, if it still is; else null.
+  // The line that was selected last; when it no longer is, the first of those that are, and
+  // null when none is.
   const ListLine* SelectedItem() const;
   std::int32_t SelectedIndex() const { return selected_; }  // -1 for none
 
@@ -110,7 +111,8 @@ class ListView {
   // Selects a line or not. Without MultiSelect no other one stays selected.
   void select(std::size_t index, bool isSelected);
 
-  // Makes these the selected lines, the last of them the one that was selected last.
+  // Makes these the selected lines, the last of them the one that was selected last, and
+  // without MultiSelect the only one.
   void selectOnly(const std::vector<std::size_t>& indexes);
 
   void ensureVisible(std::size_t index) const;
@@ -131,6 +133,7 @@ class ListView {
   ListLine& lineAt(std::size_t index);
   bool isBefore(const ListLine& one, const ListLine& other) const;
   void mark(std::size_t index, bool isSelected);
+  std::int32_t firstSelected() const;
   void deselectAll();
   void sort();
 
@@ -138,7 +141,7 @@ class ListView {
   bool sorted_ = false;
   std::int32_t order_ = kAscending;
   std::size_t selectedCount_ = 0;
-  std::int32_t selected_ = -1;  // the line that was selected last
+  std::int32_t selected_ = -1;  // SelectedItem
   std::uint64_t life_ = 0;
   ListViewScreen* screen_ = nullptr;
 };

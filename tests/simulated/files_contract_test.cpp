@@ -64,6 +64,8 @@ class FilesContract : public ::testing::Test {
     }
   }
 
+  std::string path() { return kind.files.programFolder() + "\\log.txt"; }
+
   std::string content() { return kind.content("\\log.txt"); }
 
   Kind kind;
@@ -133,6 +135,51 @@ TYPED_TEST(FilesContract, ANameThatWindowsRefusesIsRefused) {
     EXPECT_EQ(this->failureOf([&] { this->open(FileMode::Writing, true, name); }), kBadFileName)
         << name;
   }
+}
+
+TYPED_TEST(FilesContract, AMissingFileIsMadeEmptyWhenItIsOpenedForOutput) {
+  const auto stream = this->kind.files.openOutput(this->path());
+  EXPECT_TRUE(this->kind.files.exists(this->path()));
+  EXPECT_EQ(this->content(), "");
+}
+
+TYPED_TEST(FilesContract, OutputReplacesOlderContentWhenItIsClosed) {
+  this->store("a long older text");
+  const auto stream = this->kind.files.openOutput(this->path());
+  stream->Write("new ");
+  stream->Write("text");
+  EXPECT_EQ(this->content(), "a long older text");
+  stream->Close();
+  EXPECT_EQ(this->content(), "new text");
+}
+
+TYPED_TEST(FilesContract, OutputThatIsClosedTakesNoText) {
+  const auto stream = this->kind.files.openOutput(this->path());
+  stream->Write("kept");
+  stream->Close();
+  EXPECT_EQ(this->failureOf([&] { stream->Write("lost"); }), 54);
+  stream->Close();
+  EXPECT_EQ(this->content(), "kept");
+}
+
+TYPED_TEST(FilesContract, OutputThatIsLeftOpenIsClosedWhenItGoes) {
+  this->kind.files.openOutput(this->path())->Write("kept");
+  EXPECT_EQ(this->content(), "kept");
+}
+
+TYPED_TEST(FilesContract, WhatWasPutOutIsReadAgain) {
+  this->kind.files.openOutput(this->path())->Write("a \xC3\x98 b\r\nc");
+  EXPECT_EQ(this->kind.files.readText(this->path()), "a \xC3\x98 b\r\nc");
+}
+
+TYPED_TEST(FilesContract, AnEmptyFileIsReadAsAnEmptyText) {
+  this->store("");
+  EXPECT_EQ(this->kind.files.readText(this->path()), "");
+}
+
+TYPED_TEST(FilesContract, AMissingFileIsNotRead) {
+  EXPECT_NE(this->failureOf([&] { this->kind.files.readText(this->path()); }), 0);
+  EXPECT_FALSE(this->kind.files.exists(this->path()));
 }
 
 }  // namespace

@@ -182,6 +182,31 @@ TEST(FormatDate, TakesTheMonthForAPatternThatBeginsWithIt) {
   EXPECT_EQ(Format(DateTime{2026, 3, 7, 9, 5, 2}, "mm/dd"), "03/07");
 }
 
+TEST(FormatDate, CountsTheDaysOfTheYear) {
+  EXPECT_EQ(Format(DateTime{2026, 11, 22}, "ddmmmyyy"), "22Nov26326");
+  EXPECT_EQ(Format(DateTime{2026, 1, 1}, "ddmmmyyy"), "01Jan261");
+  EXPECT_EQ(Format(DateTime{2026, 12, 31}, "y"), "365");
+  EXPECT_EQ(Format(DateTime{2026, 2, 28}, "Y"), "59");
+  EXPECT_EQ(Format(DateTime{2026, 3, 1, 23, 59, 59}, "y"), "60");
+}
+
+TEST(FormatDate, CountsALeapDayAmongThem) {
+  EXPECT_EQ(Format(DateTime{2024, 2, 29}, "y"), "60");
+  EXPECT_EQ(Format(DateTime{2024, 3, 1}, "y"), "61");
+  EXPECT_EQ(Format(DateTime{2024, 12, 31}, "ddmmmyyy"), "31Dec24366");
+  EXPECT_EQ(Format(DateTime{2000, 12, 31}, "y"), "366");
+  EXPECT_EQ(Format(DateTime{2100, 12, 31}, "y"), "365");
+}
+
+TEST(FormatDate, TakesTheLongestPatternOfAYear) {
+  const DateTime moment{2026, 2, 1};
+  EXPECT_EQ(Format(moment, "yyyy"), "2026");
+  EXPECT_EQ(Format(moment, "yyy"), "2632");
+  EXPECT_EQ(Format(moment, "yy"), "26");
+  EXPECT_EQ(Format(moment, "y"), "32");
+  EXPECT_EQ(Format(moment, "yyyyy"), "202632");
+}
+
 TEST(FormatDate, LeavesPartsOfASecondOut) {
   EXPECT_EQ(Format(DateTime{2026, 3, 7, 9, 5, 2, 345}, "hh:nn:ss"), "09:05:02");
 }
