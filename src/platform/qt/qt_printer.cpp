@@ -34,9 +34,11 @@ struct Job {
   std::vector<std::string> lines;
 };
 
-void prepare(QPrinter& printer, const PrinterProperties& properties) {
+// Without the size Qt takes that of the user's country, when the printer has it.
+void prepare(QPrinter& printer, const QPageSize& size, const PrinterProperties& properties) {
   printer.setDocName(kJobName);
   printer.setFullPage(true);
+  if (size.isValid()) printer.setPageSize(size);
   printer.setPageOrientation(properties.Orientation == kLandscape ? QPageLayout::Landscape
                                                                   : QPageLayout::Portrait);
   printer.setCopyCount(properties.Copies);
@@ -59,7 +61,7 @@ std::string carryOut(const Job& job) {
   if (!printer.isValid() || printer.outputFormat() != QPrinter::NativeFormat) {
     return "The printer is not ready: " + job.deviceName;
   }
-  prepare(printer, job.properties);
+  prepare(printer, device.defaultPageSize(), job.properties);
   QPainter painter;
   if (!painter.begin(&printer)) return "The printer takes no job: " + job.deviceName;
   if (!paint(printer, painter, job)) {

@@ -23,7 +23,7 @@ constexpr milliseconds kOpenTime{5000};
 // second, as it listens for printers of the neighbourhood.
 constexpr milliseconds kAnswerHolds{2000};
 
-// From then on no answer is expected any more, and the next call asks anew.
+// A question without a reader stands for so long; the next call asks anew then.
 constexpr milliseconds kSilenceHolds{30'000};
 
 milliseconds since(steady_clock::time_point start) {

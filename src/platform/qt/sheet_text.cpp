@@ -20,15 +20,26 @@ constexpr double kAscent = 0.891;
 
 constexpr int kTabBlanks = 8;
 
+// The fonts that may stand in for it, since their letters are as wide.
+constexpr const char* kLiberation = "Liberation Serif";
+constexpr const char* kNimbus = "Nimbus Roman";
+
+// The smallest space between letters that Qt knows, in dots. With it none are joined into
+// ligatures, which whoever searches the text of a sheet would not find.
+constexpr double kHairSpace = 1.0 / 64;
+
 }  // namespace
 
 SheetText::SheetText(QPagedPaintDevice& device, QPainter& painter, const std::string& fontName,
                      double fontSize)
-    : device_(device), painter_(painter), font_(toQt(fontName)) {
+    : device_(device), painter_(painter) {
+  font_.setFamilies({toQt(fontName), kLiberation, kNimbus});
   font_.setStyleHint(QFont::Times);
+  font_.setLetterSpacing(QFont::AbsoluteSpacing, kHairSpace);
   font_.setPointSizeF(fontSize);
   const double dots = device.logicalDpiX() / kPointsPerInch;
-  const QPageLayout layout = device.pageLayout();
+  QPageLayout layout = device.pageLayout();
+  layout.setUnits(QPageLayout::Point);
   const QRectF sheet = layout.fullRect(QPageLayout::Point);
   const QMarginsF unreachable = layout.minimumMargins();
   pitch_ = kPitch * fontSize * dots;
