@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <filesystem>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -94,6 +95,13 @@ class PrintingTest : public testing::Test {
           {line.substr(word, line.find("</word>") - word), value("xMin"), value("yMin")});
     }
     return places;
+  }
+
+  // Keeps the paper of a job for people to look at, beside the photographs of the windows.
+  static void keep(const PaperJob& job, const std::string& name) {
+    std::filesystem::create_directories(PICTURE_FOLDER);
+    std::filesystem::copy_file(job.paper, PICTURE_FOLDER "/paper-" + name + ".pdf",
+                               std::filesystem::copy_options::overwrite_existing);
   }
 
   // How long something takes, in ms.
