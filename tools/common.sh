@@ -107,19 +107,19 @@ install_packages() {
   as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=300 \
     -o Dpkg::Use-Pty=0 --no-install-recommends install "${missing[@]}" ||
     fail "Not all packages could be installed: ${missing[*]}. Is this machine online, and is it Debian 12? What apt-get said stands above."
-  leave_web_server_down "${missing[@]}"
+  leave_servers_down "${missing[@]}"
 }
 
-# leave_web_server_down PACKAGE...: when a web server has just been installed, Debian has
-# started it for everybody and would do so at each boot. The tests start their own.
-leave_web_server_down() {
-  case " $* " in
-    *' nginx-light '*) ;;
-    *) return 0 ;;
-  esac
+# leave_servers_down PACKAGE...: when a web server or a print server has just been installed,
+# Debian has started it for everybody and would do so at each boot. The tests start their own.
+leave_servers_down() {
+  local services=()
+  case " $* " in *' nginx-light '*) services+=(nginx) ;; esac
+  case " $* " in *' cups-daemon '*) services+=(cups.path cups.socket cups.service) ;; esac
+  [ ${#services[@]} -gt 0 ] || return 0
   command -v systemctl >/dev/null || return 0
-  as_root systemctl disable --now nginx >/dev/null 2>&1 ||
-    say "The web server nginx, which the tests need, may run now; \"systemctl disable --now nginx\" ends it."
+  as_root systemctl disable --now "${services[@]}" >/dev/null 2>&1 ||
+    say "Servers that the tests need may run now; \"systemctl disable --now ${services[*]}\" ends them."
 }
 
 # need COMMAND...: fails when a program is not there.

@@ -12,7 +12,7 @@ namespace veltrin {
 inline constexpr std::int16_t kPortrait = 1;
 inline constexpr std::int16_t kLandscape = 2;
 
-// How a text is printed from then on.
+// How a job is printed.
 struct PrinterProperties {
   std::string FontName;
   std::int16_t Copies = 1;
@@ -21,8 +21,8 @@ struct PrinterProperties {
   friend bool operator==(const PrinterProperties&, const PrinterProperties&) = default;
 };
 
-// One printer. Each call throws StatementFailed when the printer refuses it or is there no
-// longer. Destroying a printer drops what was printed since the last EndDoc.
+// One printer. setProperties is for the job under way and the next ones, and throws StatementFailed
+// for what no printer can do. Destroying a printer drops what was printed since the last EndDoc.
 class Printer {
  public:
   virtual ~Printer() = default;
@@ -34,8 +34,8 @@ class Printer {
   // the paper goes on in the next one, and a text that is too long goes on with another sheet.
   virtual void Print(const std::string& text) = 0;
 
-  // Hands what was printed since the last EndDoc to the system, as one job. Nothing was
-  // printed: no job.
+  // Hands what was printed since then to the system, as one job; nothing printed: no job. Throws
+  // StatementFailed when it is refused, or not taken within seconds; it may still come out then.
   virtual void EndDoc() = 0;
 };
 
@@ -44,13 +44,13 @@ class Printers {
   virtual ~Printers() = default;
 
   // The DeviceName of every printer, in the system's order; empty when there are none, and
-  // when the system does not tell them within a second or two.
+  // when the system needs more than a second or two. A call soon after may get what came late.
   virtual std::vector<std::string> deviceNames() = 0;
 
-  // That of the default printer; the empty text without one.
+  // That of the default printer; the empty text without one, or without the names.
   virtual std::string defaultDeviceName() = 0;
 
-  // Throws StatementFailed when there is no printer of that name.
+  // Throws StatementFailed when there is no printer of that name now, or nobody tells.
   virtual std::unique_ptr<Printer> open(const std::string& deviceName) = 0;
 };
 

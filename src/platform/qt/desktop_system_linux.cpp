@@ -11,13 +11,13 @@
 #include "platform/linux/linux_processes.h"
 #include "platform/linux/linux_registry.h"
 #include "platform/linux/linux_shell.h"
-#include "platform/portable/no_printers.h"
 #include "platform/portable/no_wmi.h"
 #include "platform/portable/profile_file.h"
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_downloads.h"
 #include "platform/qt/qt_event_loop.h"
+#include "platform/qt/qt_printers.h"
 #include "platform/qt/qt_sockets.h"
 #include "platform/qt/qt_waitable_timers.h"
 #include "platform/qt/silent_wait.h"
@@ -72,7 +72,7 @@ class LinuxDesktopSystem : public DesktopSystem {
   LinuxIcmp icmp_;
   QtDownloads downloads_;
   LinuxInterfaces interfaces_{adapters_};
-  NoPrinters printers_;
+  QtPrinters printers_{events_};
   QtDesktop desktop_;
   Platform platform_;
 };

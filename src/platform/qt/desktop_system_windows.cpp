@@ -1,11 +1,11 @@
 #include <utility>
 
-#include "platform/portable/no_printers.h"
 #include "platform/portable/no_wmi.h"
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_downloads.h"
 #include "platform/qt/qt_event_loop.h"
+#include "platform/qt/qt_printers.h"
 #include "platform/qt/qt_sockets.h"
 #include "platform/qt/silent_wait.h"
 #include "platform/windows/windows_clock.h"
@@ -61,7 +61,7 @@ class WindowsDesktopSystem : public DesktopSystem {
   WindowsIcmp icmp_;
   QtDownloads downloads_;
   WindowsInterfaces interfaces_;
-  NoPrinters printers_;
+  QtPrinters printers_{events_};
   QtDesktop desktop_;
   Platform platform_;
 };
