@@ -22,6 +22,8 @@
 #include "route/indepth.h"
 #include "route/indepth2.h"
 #include "route/trace.h"
+#include "sysinfo/frmPrint.h"
+#include "sysinfo/frmSysInfo.h"
 #include "view/window_catalogue.h"
 #include "view_test.h"
 
@@ -38,7 +40,8 @@ std::vector<std::shared_ptr<Form>> make(Program& program) {
 // Makes every form that has a look.
 std::vector<std::shared_ptr<Form>> allForms(Program& program) {
   return make<starter, startup, About, setlang, pingtester, trace, Stability, StabilitySUM, MonOut,
-              indepth, indepth2, mtutest, pingit, setmtu, testdl, frmNetwork, frmIP>(program);
+              indepth, indepth2, mtutest, pingit, setmtu, testdl, frmNetwork, frmIP, frmSysInfo,
+              frmPrint>(program);
 }
 
 std::set<std::string> controlNames(const Form& form) {
