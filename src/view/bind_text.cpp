@@ -153,14 +153,13 @@ void bindPicks(ComboBox& box, QComboBox& view, Binding& binding) {
   view.setEditable(false);
   binding.show(box.items, [&box, &view](const auto&) { showPicks(box, view); });
   box.text.observe([&box, &view](std::size_t) { showPicked(box, view); });
-  QObject::connect(
-      &view, &QComboBox::textActivated, binding.receiver(),
-      [&box, &binding, shown = QPointer<QComboBox>(&view)](const QString& text) {
-        binding.post([&box, shown, picked = fromQt(text)] {
-          box.enter(picked);
-          if (shown) showPicked(box, *shown);
-        });
-      });
+  QObject::connect(&view, &QComboBox::textActivated, binding.receiver(),
+                   [&box, &binding, shown = QPointer<QComboBox>(&view)](const QString& text) {
+                     binding.post([&box, shown, picked = fromQt(text)] {
+                       box.enter(picked);
+                       if (shown) showPicked(box, *shown);
+                     });
+                   });
 }
 
 // The list offers, and nothing that was typed is changed into one of its texts.

@@ -22,8 +22,8 @@ inline constexpr const char* kCancelProperty = "cancel";
 
 // Closes only when the program takes it away. The keys Enter and Escape, where no control has
 // use for them, press the window's default button and the one that cancels. A window without a
-// frame comes up in the middle of its screen, with a thin edge. A modal one belongs to the window that was in
-// front before it, comes up over its middle, and stays above it.
+// frame comes up in the middle of its screen, with a thin edge. A modal one belongs to the window
+// that was in front before it, comes up over its middle, and stays above it.
 class FormWindow : public QWidget {
  public:
   // Sets what the close button of the frame does.

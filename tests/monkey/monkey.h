@@ -16,18 +16,18 @@ namespace veltrin {
 
 // What a run of the monkey came to. Two runs of one seed come to the same.
 struct MonkeyResult {
-  std::uint64_t events = 0;       // things the user did
-  std::uint64_t programs = 0;     // programs that were started
-  std::uint64_t tools = 0;        // console tools that were started
-  std::uint64_t echoes = 0;       // that were sent without a tool
-  std::uint64_t downloads = 0;    // that came to an end
-  std::uint64_t messages = 0;     // messages that were shown
-  std::uint64_t saves = 0;        // result files that were written
-  std::uint64_t pages = 0;        // that were printed
-  std::uint64_t refusedPages = 0; // by their printers
-  std::uint64_t digest = 0;       // of everything that could be seen
-  std::uint64_t failures = 0;     // statements that failed outside every rule
-  std::uint64_t openHandles = 0;  // left open by runs that ended well
+  std::uint64_t events = 0;        // things the user did
+  std::uint64_t programs = 0;      // programs that were started
+  std::uint64_t tools = 0;         // console tools that were started
+  std::uint64_t echoes = 0;        // that were sent without a tool
+  std::uint64_t downloads = 0;     // that came to an end
+  std::uint64_t messages = 0;      // messages that were shown
+  std::uint64_t saves = 0;         // result files that were written
+  std::uint64_t pages = 0;         // that were printed
+  std::uint64_t refusedPages = 0;  // by their printers
+  std::uint64_t digest = 0;        // of everything that could be seen
+  std::uint64_t failures = 0;      // statements that failed outside every rule
+  std::uint64_t openHandles = 0;   // left open by runs that ended well
 };
 
 class Monkey {

@@ -199,8 +199,8 @@ TEST_F(PrintPictures, WithoutPrinters) {
 }
 
 TEST_F(PrintPictures, WithALongName) {
-  printers.names = {
-      "Colour printer of the second floor, between the kitchen and the meeting room", "Ink"};
+  printers.names = {"Colour printer of the second floor, between the kitchen and the meeting room",
+                    "Ink"};
   printers.defaultName = printers.names.front();
   shown<frmPrint>();
   photograph("print-long");
@@ -219,9 +219,8 @@ TEST_F(PrintPictures, WithItsKeyboardOnTheOrientation) {
 }
 
 TEST_F(PrintPictures, WithItsListOpen) {
-  printers.names = {
-      "Colour printer of the second floor, between the kitchen and the meeting room", "Ink",
-      "Laser"};
+  printers.names = {"Colour printer of the second floor, between the kitchen and the meeting room",
+                    "Ink", "Laser"};
   setPrinter("Plotter");
   shown<frmPrint>();
   auto* box = widget<QComboBox>("cboPrinter");

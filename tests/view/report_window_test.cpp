@@ -189,10 +189,10 @@ TEST_F(ReportWindow, TheKeyTabGoesFromTheListDownTheColumn) {
     } while (!widget("SYSView")->hasFocus() && stops.size() < 30);
   });
 
-  EXPECT_THAT(stops, ElementsAre("SYSView", "Showme_13", "Showme_12", "Showme_11", "Showme_10",
-                                 "Showme_9", "Showme_8", "Showme_7", "Showme_6", "Showme_5",
-                                 "Showme_4", "Showme_3", "Showme_2", "Showme_1", "Showme_0",
-                                 "Label1", "Label2", "Command1"));
+  EXPECT_THAT(stops,
+              ElementsAre("SYSView", "Showme_13", "Showme_12", "Showme_11", "Showme_10", "Showme_9",
+                          "Showme_8", "Showme_7", "Showme_6", "Showme_5", "Showme_4", "Showme_3",
+                          "Showme_2", "Showme_1", "Showme_0", "Label1", "Label2", "Command1"));
 }
 
 TEST_F(ReportWindow, TheBoxesStandInTheOrderOfTheKeyboard) {
