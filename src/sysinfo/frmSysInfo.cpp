@@ -37,7 +37,7 @@ constexpr std::array<Section, 14> kSections{{
     {"Hard Drive", kChecked},
     {"MotherBoard", kChecked},
     {"Video", kChecked},
-    {"Peripherals", kChecked},
+    {"Peripheals", kChecked},
     {"Install Software", kUnchecked},
     {"Startup/Processes", kUnchecked},
     {"Drivers", kUnchecked},

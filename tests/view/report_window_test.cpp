@@ -83,7 +83,7 @@ TEST_F(ReportWindow, ItsListGrowsWithItAndItsColumnStaysAtTheEdge) {
 
   EXPECT_EQ(widget("SYSView")->geometry(), QRect(12, 8, 815, 556));
   EXPECT_EQ(widget("Showme_13")->geometry(), QRect(838, 4, 150, 24));
-  EXPECT_EQ(widget("Showme_0")->geometry(), QRect(838, 316, 150, 24));
+  EXPECT_EQ(widget("Showme_0")->geometry(), QRect(838, 329, 150, 24));
   EXPECT_EQ(widget("Label1")->pos(), QPoint(838, 507));
   EXPECT_EQ(widget("Label2")->pos(), QPoint(886, 507));
   EXPECT_EQ(widget("Command1")->geometry(), QRect(838, 531, 150, 33));
@@ -199,7 +199,7 @@ TEST_F(ReportWindow, TheBoxesStandInTheOrderOfTheKeyboard) {
   for (int index = 13; index > 0; --index) {
     const QWidget* upper = widget(("Showme_" + std::to_string(index)).c_str());
     const QWidget* lower = widget(("Showme_" + std::to_string(index - 1)).c_str());
-    EXPECT_EQ(lower->y() - upper->y(), 24) << index;
+    EXPECT_EQ(lower->y() - upper->y(), 25) << index;
   }
 }
 
