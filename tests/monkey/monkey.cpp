@@ -97,7 +97,7 @@ void Monkey::startProgram() {
     return oneIn(3) ? std::nullopt : std::optional(below(kLongest));
   };
   provideTraffic();
-  provideMachine();
+  if (oneIn(2)) simulation_->wmi.answers["Select * from Win32_PhysicalMemory"] = {};
   if (oneIn(4)) simulation_->program().LanguageId = kDutch;
   chooseLanguage(simulation_->program().LanguageId, simulation_->program().texts);
   simulation_->program().writeSetting("Settings", "Rated Speed", kSpeeds[below(kSpeeds.size())]);
@@ -119,13 +119,13 @@ void Monkey::provideTraffic() {
   };
 }
 
-// A machine may have no printers, and nobody who knows its memory.
-void Monkey::provideMachine() {
-  if (oneIn(3)) {
-    simulation_->printers.names.clear();
-    simulation_->printers.defaultName.clear();
-  }
-  if (oneIn(2)) simulation_->wmi.answers["Select * from Win32_PhysicalMemory"] = {};
+// Printers come and go, too.
+void Monkey::changePrinters() {
+  SimulatedPrinters& printers = simulation_->printers;
+  printers.refuseList = oneIn(6);
+  printers.jobsUntilRefusal = oneIn(4) ? static_cast<int>(below(3)) : -1;
+  printers.names = oneIn(3) ? std::vector<std::string>() : std::vector<std::string>{"Laser", "Ink"};
+  printers.defaultName = printers.names.empty() ? "" : printers.names[below(2)];
 }
 
 // A pipe whose tool could not be started stays open, both its ends; every other
@@ -316,8 +316,7 @@ void Monkey::changeFaults() {
   simulation_->files.refuseWriting = oneIn(3);
   simulation_->loop.failNextTimer = oneIn(4);
   simulation_->processes.failPipes = oneIn(8);
-  simulation_->printers.refuseList = oneIn(6);
-  simulation_->printers.jobsUntilRefusal = oneIn(4) ? static_cast<int>(below(3)) : -1;
+  changePrinters();
   simulation_->processes.readsBeforeError.reset();
   if (oneIn(8)) simulation_->processes.readsBeforeError = static_cast<int>(below(4));
 }

@@ -40,7 +40,7 @@ class Monkey {
  private:
   void startProgram();
   void provideTraffic();
-  void provideMachine();
+  void changePrinters();
   void runProgram();
   void scheduleNext();
   void act();
