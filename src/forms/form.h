@@ -103,6 +103,15 @@ class Form : public std::enable_shared_from_this<Form> {
     }
   }
 
+  // The same for an array whose last element the keyboard reaches first.
+  template <class Kind, std::size_t Count>
+  void ownFromLast(const std::string& name, std::array<Kind, Count>& controls) {
+    for (std::size_t index = Count; index-- > 0;) {
+      own(name, controls[index]);
+      controls[index].index_ = static_cast<int>(index);
+    }
+  }
+
   virtual void Form_Load() {}
   virtual void Form_Unload() {}
 

@@ -37,7 +37,7 @@ constexpr std::array<Section, 14> kSections{{
     {"Hard Drive", kChecked},
     {"MotherBoard", kChecked},
     {"Video", kChecked},
-    {"Peripherals", kChecked},
+    {"Peripheals", kChecked},
     {"Install Software", kUnchecked},
     {"Startup/Processes", kUnchecked},
     {"Drivers", kUnchecked},
@@ -71,7 +71,7 @@ frmSysInfo::frmSysInfo(Program& program)
       report_(program.shared<ReportValues>()) {
   own("SYSView", SYSView);
   own("Text1", Text1);
-  own("Showme", Showme);
+  ownFromLast("Showme", Showme);
   own("Label1", Label1);
   own("Label2", Label2);
   own("Command1", Command1);

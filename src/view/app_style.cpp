@@ -145,6 +145,18 @@ void drawProgress(const QStyleOptionProgressBar& bar, QPainter& painter) {
   painter.restore();
 }
 
+// A text that cannot be typed into and is too long for its field ends in dots.
+QStyleOptionComboBox withWhatFits(const QStyle& style, const QStyleOptionComboBox& box,
+                                  const QWidget* widget) {
+  const QRect field =
+      style.subControlRect(QStyle::CC_ComboBox, &box, QStyle::SC_ComboBoxEditField, widget);
+  QStyleOptionComboBox fitting(box);
+  fitting.currentText =
+      box.fontMetrics.elidedText(box.currentText, Qt::ElideRight, field.width() - kFieldInset);
+  fitting.palette.setBrush(QPalette::ButtonText, box.palette.text());
+  return fitting;
+}
+
 void drawMenuBarItem(const QStyleOptionMenuItem& item, QPainter& painter) {
   const bool isChosen = item.state & QStyle::State_Selected;
   painter.fillRect(item.rect,
@@ -188,6 +200,11 @@ void AppStyle::drawControl(ControlElement element, const QStyleOption* option, Q
   }
   const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
   if (element == CE_ProgressBarContents && bar != nullptr) return drawProgress(*bar, *painter);
+  const auto* box = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+  if (element == CE_ComboBoxLabel && box != nullptr && !box->editable) {
+    const QStyleOptionComboBox fitting = withWhatFits(*this, *box, widget);
+    return QProxyStyle::drawControl(element, &fitting, painter, widget);
+  }
   const bool isFlat = button != nullptr && (button->features & QStyleOptionButton::Flat);
   if (element == CE_PushButtonBevel && isFlat) return drawButton(*option, *painter);
   QProxyStyle::drawControl(element, option, painter, widget);

@@ -1,13 +1,35 @@
-// Controls that the user presses: buttons, check boxes, pictures, entries of the menu.
+// Controls that the user presses: buttons, check boxes, choices, pictures, entries of the menu.
 #include <QAction>
 #include <QCheckBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QRadioButton>
 
 #include "platform/qt/qt_text.h"
+#include "view/binder.h"
 #include "view/binding.h"
 
 namespace veltrin {
+namespace {
+
+// Qt lets nobody take the choice away from a button of an exclusive group.
+void showChoice(const OptionButton& button, QRadioButton& view) {
+  if (view.isChecked() == button.value().get()) return;
+  view.setAutoExclusive(false);
+  view.setChecked(button.value());
+  view.setAutoExclusive(true);
+}
+
+void showChoices(const Form& form, const QWidget& window) {
+  for (const Control* control : form.controls()) {
+    const auto* button = dynamic_cast<const OptionButton*>(control);
+    if (button == nullptr) continue;
+    auto* view = window.findChild<QRadioButton*>(toQt(widgetName(*button)));
+    if (view != nullptr) showChoice(*button, *view);
+  }
+}
+
+}  // namespace
 
 void bindButton(CommandButton& button, QWidget& widget, Binding& binding) {
   auto* view = qobject_cast<QPushButton*>(&widget);
@@ -35,6 +57,21 @@ void bindCheckBox(CheckBox& box, QWidget& widget, Binding& binding) {
     binding.post([&box, shown = QPointer<QCheckBox>(view), show] {
       box.press();
       if (shown) show(box.value);
+    });
+  });
+}
+
+// Qt chooses by itself, too. What the window's choice is then is shown behind it.
+void bindOption(OptionButton& button, QWidget& widget, Binding& binding) {
+  auto* view = qobject_cast<QRadioButton*>(&widget);
+  if (view == nullptr) return;
+  binding.show(button.caption,
+               [view](const std::string& caption) { view->setText(toQt(caption)); });
+  binding.show(button.observedValue(), [&button, view](bool) { showChoice(button, *view); });
+  QObject::connect(view, &QRadioButton::clicked, binding.receiver(), [&button, &binding, view] {
+    binding.post([&button, shown = QPointer<QRadioButton>(view)] {
+      button.press();
+      if (shown) showChoices(*button.form(), *shown->window());
     });
   });
 }

@@ -40,17 +40,6 @@ void bindLink(Label& label, QPushButton& link, Binding& binding) {
                    [&label, &binding] { binding.post([&label] { label.press(); }); });
 }
 
-// A label that has no place of its own stays where its look puts it.
-void bindPlace(Label& label, QLabel& view, Binding& binding) {
-  constexpr int kTwipsOfPixel = 15;  // at 100 percent
-  binding.show(label.left, [&view](int twips) {
-    if (twips > 0) view.move(twips / kTwipsOfPixel, view.y());
-  });
-  binding.show(label.top, [&view](int twips) {
-    if (twips > 0) view.move(view.x(), twips / kTwipsOfPixel);
-  });
-}
-
 // A disabled label is as pale as any other.
 void colourText(QLabel& label, const std::optional<Colour>& colour) {
   QPalette palette;
@@ -73,7 +62,6 @@ void bindLabel(Label& label, QWidget& widget, Binding& binding) {
   if (view == nullptr) return;
   if (dynamic_cast<PictureView*>(view) != nullptr) return;  // a picture in a text's place
   view->setTextFormat(Qt::PlainText);
-  bindPlace(label, *view, binding);
   const QString meaning = view->accessibleName();
   binding.show(label.caption, [view, meaning](const std::string& caption) {
     const QString text = toQt(caption).replace(QLatin1String("\r\n"), QLatin1String("\n"));

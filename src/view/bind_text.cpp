@@ -6,9 +6,11 @@
 #include <QComboBox>
 #include <QFocusEvent>
 #include <QLineEdit>
+#include <QListView>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPointer>
+#include <QStandardItemModel>
 
 #include "platform/qt/qt_text.h"
 #include "view/binding.h"
@@ -112,6 +114,68 @@ void showItems(const ComboBox& box, QComboBox& view) {
   showText(box, view);
 }
 
+// A text that is none of the items stands behind them, where nobody can pick it.
+void showOther(const QString& text, QComboBox& view) {
+  const int place = view.count();
+  view.addItem(text);
+  if (auto* rows = qobject_cast<QStandardItemModel*>(view.model())) {
+    rows->item(place)->setFlags(Qt::NoItemFlags);
+  }
+  if (auto* list = qobject_cast<QListView*>(view.view())) list->setRowHidden(place, true);
+}
+
+// An empty text is no choice.
+void showPicked(const ComboBox& box, QComboBox& view) {
+  const int items = static_cast<int>(box.items.get().size());
+  const QString text = toQt(box.text.get());
+  if (view.currentText() == text) return;
+  view.setCurrentIndex(-1);
+  while (view.count() > items) view.removeItem(items);
+  if (text.isEmpty()) return;
+  if (view.findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0) showOther(text, view);
+  view.setCurrentIndex(view.findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
+}
+
+// What is too long for the list is read in a tip.
+void showPicks(const ComboBox& box, QComboBox& view) {
+  view.clear();
+  for (const std::string& item : box.items.get()) {
+    const QString text = toQt(item);
+    view.addItem(text);
+    view.setItemData(view.count() - 1, QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped()),
+                     Qt::ToolTipRole);
+  }
+  view.setCurrentIndex(-1);
+  showPicked(box, view);
+}
+
+void bindPicks(ComboBox& box, QComboBox& view, Binding& binding) {
+  view.setEditable(false);
+  binding.show(box.items, [&box, &view](const auto&) { showPicks(box, view); });
+  box.text.observe([&box, &view](std::size_t) { showPicked(box, view); });
+  QObject::connect(&view, &QComboBox::textActivated, binding.receiver(),
+                   [&box, &binding, shown = QPointer<QComboBox>(&view)](const QString& text) {
+                     binding.post([&box, shown, picked = fromQt(text)] {
+                       box.enter(picked);
+                       if (shown) showPicked(box, *shown);
+                     });
+                   });
+}
+
+// The list offers, and nothing that was typed is changed into one of its texts.
+void bindTyping(ComboBox& box, QComboBox& view, Binding& binding) {
+  view.setEditable(true);
+  view.setInsertPolicy(QComboBox::NoInsert);
+  view.setCompleter(nullptr);
+  binding.show(box.items, [&box, &view](const auto&) { showItems(box, view); });
+  box.text.observe([&box, &view](std::size_t) { showText(box, view); });
+  const auto enter = [&box, &binding](const QString& text) {
+    binding.post([&box, typed = fromQt(text)] { box.enter(typed); });
+  };
+  QObject::connect(view.lineEdit(), &QLineEdit::textEdited, binding.receiver(), enter);
+  QObject::connect(&view, &QComboBox::textActivated, binding.receiver(), enter);
+}
+
 }  // namespace
 
 void bindTextBox(TextBox& box, QWidget& widget, Binding& binding) {
@@ -123,21 +187,15 @@ void bindTextBox(TextBox& box, QWidget& widget, Binding& binding) {
   });
 }
 
-// The list offers, and nothing that was typed is changed into one of its texts.
 void bindComboBox(ComboBox& box, QWidget& widget, Binding& binding) {
   auto* view = qobject_cast<QComboBox*>(&widget);
   if (view == nullptr) return;
-  view->setEditable(true);
-  view->setInsertPolicy(QComboBox::NoInsert);
-  view->setCompleter(nullptr);
-  binding.show(box.items, [&box, view](const auto&) { showItems(box, *view); });
-  box.text.observe([&box, view](std::size_t) { showText(box, *view); });
+  if (box.pickOnly) {
+    bindPicks(box, *view, binding);
+  } else {
+    bindTyping(box, *view, binding);
+  }
   binding.atEnd([&box] { box.text.observe({}); });
-  const auto enter = [&box, &binding](const QString& text) {
-    binding.post([&box, typed = fromQt(text)] { box.enter(typed); });
-  };
-  QObject::connect(view->lineEdit(), &QLineEdit::textEdited, binding.receiver(), enter);
-  QObject::connect(view, &QComboBox::textActivated, binding.receiver(), enter);
   postOn(*view, isLeaving, binding, [&box] { box.leave(); });
 }
 

@@ -1,8 +1,10 @@
 #include "view/binder.h"
 
+#include <QMenu>
 #include <QPushButton>
 
 #include "download/dwnLoader.h"
+#include "forms/image_list.h"
 #include "forms/timer.h"
 #include "frame/winsock.h"
 #include "platform/qt/qt_text.h"
@@ -17,6 +19,13 @@ void showTip(const QString& tip, QWidget& widget) {
   const QString paragraph = QStringLiteral("<p>%1</p>").arg(tip.toHtmlEscaped());
   widget.setToolTip(tip.isEmpty() ? tip : paragraph);
   widget.setAccessibleDescription(tip);
+}
+
+// The action of a menu's entry, or of an entry that opens a menu of its own; null without one.
+QAction* actionOf(const QWidget& window, const QString& name) {
+  if (auto* action = window.findChild<QAction*>(name)) return action;
+  const auto* menu = window.findChild<QMenu*>(name);
+  return menu == nullptr ? nullptr : menu->menuAction();
 }
 
 // Widgets name their pictures in the forms.
@@ -38,7 +47,8 @@ std::string widgetName(const Control& control) {
 bool isInvisibleByKind(const Control& control) {
   return dynamic_cast<const Timer*>(&control) != nullptr ||
          dynamic_cast<const Winsock*>(&control) != nullptr ||
-         dynamic_cast<const dwnLoader*>(&control) != nullptr;
+         dynamic_cast<const dwnLoader*>(&control) != nullptr ||
+         dynamic_cast<const ImageList*>(&control) != nullptr;
 }
 
 Binder::Binder(Form& form, std::unique_ptr<FormWindow> window, EventGate& gate, const Files& files)
@@ -49,8 +59,7 @@ Binder::Binder(Form& form, std::unique_ptr<FormWindow> window, EventGate& gate, 
     if (isInvisibleByKind(*control)) continue;
     const QString name = toQt(widgetName(*control));
     if (auto* entry = dynamic_cast<MenuEntry*>(control)) {
-      auto* action = window_->findChild<QAction*>(name);
-      if (action != nullptr) bindMenuEntry(*entry, *action, binding_);
+      if (auto* action = actionOf(*window_, name)) bindMenuEntry(*entry, *action, binding_);
     } else if (auto* widget = window_->findChild<QWidget*>(name)) {
       bindControl(*control, *widget);
     }
@@ -73,7 +82,7 @@ void Binder::bindFrame(Form& form) {
   binding_.show(form.caption,
                 [this](const std::string& caption) { window_->setWindowTitle(toQt(caption)); });
   binding_.show(form.mousePointer, [this](MousePointer pointer) { setPointer(pointer); });
-  binding_.show(form.height, [this](int twips) { window_->showHeight(twips); });
+  bindWindowSize(form, *window_, binding_);
   window_->onClose([this, &form] { binding_.post([&form] { form.close(); }); });
   bindWindowMouse(form, *window_, binding_);
 }
@@ -82,6 +91,7 @@ void Binder::bindControl(Control& control, QWidget& widget) {
   binding_.show(control.visible, [&widget](bool visible) { widget.setVisible(visible); });
   binding_.show(control.enabled, [&widget](bool enabled) { widget.setEnabled(enabled); });
   binding_.show(control.toolTip, [&widget](const std::string& tip) { showTip(toQt(tip), widget); });
+  bindPlace(control, widget, binding_);
   bindKind(control, widget);
   bindMouse(control, widget, binding_);
 }
@@ -94,6 +104,7 @@ void Binder::bindKind(Control& control, QWidget& widget) {
   if (auto* list = dynamic_cast<ListBox*>(&control)) bindListBox(*list, widget, binding_);
   if (auto* clip = dynamic_cast<Animation*>(&control)) bindAnimation(*clip, widget, binding_);
   if (auto* box = dynamic_cast<CheckBox*>(&control)) bindCheckBox(*box, widget, binding_);
+  if (auto* button = dynamic_cast<OptionButton*>(&control)) bindOption(*button, widget, binding_);
   if (auto* image = dynamic_cast<Image*>(&control)) bindImage(*image, widget, binding_);
   if (auto* chart = dynamic_cast<Chart*>(&control)) bindChart(*chart, widget, binding_);
   if (auto* box = dynamic_cast<PictureBox*>(&control)) bindPictureBox(*box, widget, binding_);

@@ -22,6 +22,7 @@
 #include "forms/label.h"
 #include "forms/list_box.h"
 #include "forms/menu_entry.h"
+#include "forms/option_button.h"
 #include "forms/picture_box.h"
 #include "forms/progress_bar.h"
 #include "forms/text_box.h"
@@ -93,8 +94,17 @@ void bindProgressBar(ProgressBar& bar, QWidget& widget, Binding& binding);
 void bindLineList(LVListBox& list, QWidget& widget, Binding& binding);
 void bindGauge(bkCProg& gauge, QWidget& widget, Binding& binding);
 void bindCheckBox(CheckBox& box, QWidget& widget, Binding& binding);
+void bindOption(OptionButton& button, QWidget& widget, Binding& binding);
 void bindImage(Image& image, QWidget& widget, Binding& binding);
 void bindMenuEntry(MenuEntry& entry, QAction& action, Binding& binding);
+
+// Puts a widget where the control is to be, in the size it is to have; it stays where its look
+// puts it as long as the control tells nothing.
+void bindPlace(Control& control, QWidget& widget, Binding& binding);
+
+// Gives the window the size that the form has. Where its user may size it, each size that the
+// user gives it is told to the form; while one waits for the gate, a later one takes its place.
+void bindWindowSize(Form& form, FormWindow& window, Binding& binding);
 
 // Hands on what the mouse does over a control whose window has routines for it. While
 // one move waits for the gate, further ones take its place.

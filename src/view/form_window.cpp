@@ -31,6 +31,8 @@ bool isMenuKey(const QKeyEvent& event) {
 #endif
 }
 
+bool isEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
+
 }  // namespace
 
 void FormWindow::closeEvent(QCloseEvent* event) {
@@ -38,25 +40,30 @@ void FormWindow::closeEvent(QCloseEvent* event) {
   if (closing_ && !property(kUnclosableProperty).toBool()) closing_();
 }
 
+// Presses the button that the key stands for; false when there is none.
+bool FormWindow::pressButton(int key) {
+  for (QPushButton* button : findChildren<QPushButton*>()) {
+    const bool isMeant = (isEnter(key) && button->isDefault()) ||
+                         (key == Qt::Key_Escape && button->property(kCancelProperty).toBool());
+    if (!isMeant || !button->isVisible()) continue;
+    button->click();
+    return true;
+  }
+  return false;
+}
+
 void FormWindow::keyPressEvent(QKeyEvent* event) {
   const int key = event->key();
-  const bool isEnter = key == Qt::Key_Return || key == Qt::Key_Enter;
-  if (isEnter) {
-    for (QPushButton* button : findChildren<QPushButton*>()) {
-      if (!button->isDefault() || !button->isVisible()) continue;
-      button->click();
-      return;
-    }
-  }
+  if (pressButton(key)) return;
   if (opening_ && isMenuKey(*event)) {
     const auto routine = opening_;  // it may take itself away
     routine();
     return;
   }
-  if (pressing_ && (isEnter || key == Qt::Key_Space || key == Qt::Key_Escape)) {
+  if (pressing_ && (isEnter(key) || key == Qt::Key_Space || key == Qt::Key_Escape)) {
     const auto routine = pressing_;  // it may take itself away
     routine();
-  } else if (!isEnter) {
+  } else if (!isEnter(key)) {
     QWidget::keyPressEvent(event);
   }
 }
@@ -121,6 +128,20 @@ void FormWindow::showHeight(int twips) {
   setFixedSize(width(), (twips - property(kFrameProperty).toInt()) / kTwipsOfPixel);
   giveKeyboardToWhatIsSeen();
   keepOnScreen();
+}
+
+QSize FormWindow::insideOf(const QSize& twips) const {
+  return {(twips.width() - property(kFrameWidthProperty).toInt()) / kTwipsOfPixel,
+          (twips.height() - property(kFrameProperty).toInt()) / kTwipsOfPixel};
+}
+
+QSize FormWindow::twipsOf(const QSize& inside) const {
+  return {inside.width() * kTwipsOfPixel + property(kFrameWidthProperty).toInt(),
+          inside.height() * kTwipsOfPixel + property(kFrameProperty).toInt()};
+}
+
+void FormWindow::showSize(const QSize& twips) {
+  if (!isMaximized() && !isFullScreen()) resize(insideOf(twips));
 }
 
 void FormWindow::giveKeyboardToWhatIsSeen() {

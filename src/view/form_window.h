@@ -13,19 +13,35 @@ namespace veltrin {
 // The property of a window with fixed places that tells what its frame takes of its height.
 inline constexpr const char* kFrameProperty = "frameTwips";
 
-// Closes only when the program takes it away. The key Enter, where no control has use
-// for it, presses the window's default button. A window without a frame comes up in the
-// middle of its screen, with a thin edge. A modal one belongs to the window that was in
-// front before it, comes up over its middle, and stays above it.
+// The same for the width of a window that its user may size. Below 0 where the look is wider
+// than the window is to be without its frame.
+inline constexpr const char* kFrameWidthProperty = "frameWidthTwips";
+
+// The property of the button that the key Escape presses, where no control has use for it.
+inline constexpr const char* kCancelProperty = "cancel";
+
+// Closes only when the program takes it away. The keys Enter and Escape, where no control has
+// use for them, press the window's default button and the one that cancels. A window without a
+// frame comes up in the middle of its screen, with a thin edge. A modal one belongs to the window
+// that was in front before it, comes up over its middle, and stays above it.
 class FormWindow : public QWidget {
  public:
   // Sets what the close button of the frame does.
   void onClose(std::function<void()> routine) { closing_ = std::move(routine); }
 
   // Gives the window a height that the user does not change, with its frame, in twips. Its
-  // look tells what of that is the frame, in a property of the name below, and the width.
+  // look tells what of that is the frame, in a property of the name above, and the width.
   // The keyboard does not go to what lies below the edge. 0 leaves the window as it is.
   void showHeight(int twips);
+
+  // The size that a window of so many twips with its frame has inside it, and the other way. The
+  // look tells what is the frame, in the properties above.
+  QSize insideOf(const QSize& twips) const;
+  QSize twipsOf(const QSize& inside) const;
+
+  // Gives a window that its user may size that size, in twips with its frame, unless the system
+  // has chosen one for it, as for a maximized one.
+  void showSize(const QSize& twips);
 
   // Sets what the menu key and Escape do, where no control has use for them.
   void onMenu(std::function<void()> routine) { opening_ = std::move(routine); }
@@ -44,6 +60,7 @@ class FormWindow : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  bool pressButton(int key);
   QWidget* findOpener() const;
   void noteOpener();
   void standOver(const QWidget& window);

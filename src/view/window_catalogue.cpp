@@ -9,6 +9,8 @@
 #include "ui_StabilitySUM.h"
 #include "ui_frmIP.h"
 #include "ui_frmNetwork.h"
+#include "ui_frmPrint.h"
+#include "ui_frmSysInfo.h"
 #include "ui_indepth.h"
 #include "ui_indepth2.h"
 #include "ui_mtutest.h"
@@ -41,7 +43,7 @@ void lay(FormWindow& window) {
   Look().setupUi(&window);
 }
 
-constexpr std::array<Entry, 17> kWindows = {{
+constexpr std::array<Entry, 19> kWindows = {{
     {WindowName::starter, lay<Ui::starter>, Qt::Window | Qt::FramelessWindowHint},
     {WindowName::startup, lay<Ui::startup>},
     {WindowName::About, lay<Ui::About>, Qt::Dialog},
@@ -59,6 +61,8 @@ constexpr std::array<Entry, 17> kWindows = {{
     {WindowName::testdl, lay<Ui::testdl>},
     {WindowName::frmNetwork, lay<Ui::frmNetwork>, Qt::Window | Qt::FramelessWindowHint},
     {WindowName::frmIP, lay<Ui::frmIP>, kFixedWindow},
+    {WindowName::frmSysInfo, lay<Ui::frmSysInfo>},
+    {WindowName::frmPrint, lay<Ui::frmPrint>, Qt::Dialog},
 }};
 
 }  // namespace

@@ -3,11 +3,15 @@
 #include <algorithm>
 #include <array>
 
+#include "controls/LVListBox.h"
 #include "controls/bkCProg.h"
 #include "forms/animation.h"
+#include "forms/option_button.h"
 #include "forms/picture_box.h"
 #include "frame/setlang.h"
 #include "route/route_values.h"
+#include "sysinfo/frmPrint.h"
+#include "text/statement.h"
 #include "text/strings.h"
 
 namespace veltrin {
@@ -34,9 +38,9 @@ constexpr std::array<const char*, 18> kTexts = {"",
                                                 " 7 "};
 
 // Windows that a user opens from the menu.
-constexpr std::array<WindowName, 7> kWindows = {
+constexpr std::array<WindowName, 8> kWindows = {
     WindowName::pingtester, WindowName::trace,      WindowName::indepth, WindowName::Stability,
-    WindowName::MonOut,     WindowName::frmNetwork, WindowName::frmIP};
+    WindowName::MonOut,     WindowName::frmNetwork, WindowName::frmIP,   WindowName::frmSysInfo};
 
 // The settings of an installation with a file for all rated speeds but the lowest.
 const char* const kInstallation =
@@ -93,6 +97,7 @@ void Monkey::startProgram() {
     return oneIn(3) ? std::nullopt : std::optional(below(kLongest));
   };
   provideTraffic();
+  if (oneIn(2)) simulation_->wmi.answers["Select * from Win32_PhysicalMemory"] = {};
   if (oneIn(4)) simulation_->program().LanguageId = kDutch;
   chooseLanguage(simulation_->program().LanguageId, simulation_->program().texts);
   simulation_->program().writeSetting("Settings", "Rated Speed", kSpeeds[below(kSpeeds.size())]);
@@ -114,6 +119,15 @@ void Monkey::provideTraffic() {
   };
 }
 
+// Printers come and go, too.
+void Monkey::changePrinters() {
+  SimulatedPrinters& printers = simulation_->printers;
+  printers.refuseList = oneIn(6);
+  printers.jobsUntilRefusal = oneIn(4) ? static_cast<int>(below(3)) : -1;
+  printers.names = oneIn(3) ? std::vector<std::string>() : std::vector<std::string>{"Laser", "Ink"};
+  printers.defaultName = printers.names.empty() ? "" : printers.names[below(2)];
+}
+
 // A pipe whose tool could not be started stays open, both its ends; every other
 // handle is closed when the program has ended.
 void Monkey::runProgram() {
@@ -124,6 +138,7 @@ void Monkey::runProgram() {
   result_.openHandles += simulation_->processes.openHandles() - 2 * failedStarts_;
   result_.messages += simulation_->desktop.messages.size();
   result_.saves += simulation_->files.contents.size();
+  result_.pages += simulation_->printers.jobs.size();
   remember(std::to_string(simulation_->loop.milliseconds()) + simulation_->settings());
   simulation_.reset();
 }
@@ -210,8 +225,15 @@ void Monkey::actOnWindow(Form& form) {
   }
   if (oneIn(20)) form.moveMouse(MouseButton::None);
   if (oneIn(4)) useMouse(form);
+  if (form.width > 0 && oneIn(8)) resize(form);
   const auto& controls = form.controls();
   actOnControl(*controls[below(static_cast<std::uint32_t>(controls.size()))]);
+}
+
+// At its frame, to any size.
+void Monkey::resize(Form& form) {
+  if (!simulation_->desktop.takesInput(form)) return;
+  form.resizeTo(static_cast<int>(below(40'000)), static_cast<int>(below(20'000)));
 }
 
 // The mouse on the window itself, now and then at a place with a meaning of its own.
@@ -244,8 +266,10 @@ void Monkey::actOnControl(Control& control) {
   } else if (auto* text = dynamic_cast<TextBox*>(&control)) {
     actOnText(*text);
   } else if (auto* combo = dynamic_cast<ComboBox*>(&control)) {
-    desktop.type(*combo, typedText());
+    desktop.type(*combo, textFor(*combo));
     desktop.leave(*combo);
+  } else if (auto* option = dynamic_cast<OptionButton*>(&control)) {
+    if (desktop.takesInput(*control.form())) option->press();
   } else if (auto* box = dynamic_cast<CheckBox*>(&control)) {
     desktop.click(*box);
   } else if (auto* entry = dynamic_cast<MenuEntry*>(&control)) {
@@ -260,7 +284,22 @@ void Monkey::actOnControl(Control& control) {
 void Monkey::actOnButton(CommandButton& button) {
   const bool ends = std::find(kEnds.begin(), kEnds.end(), button.caption.get()) != kEnds.end() ||
                     button.form()->name() == "setlang";
-  if (!ends || oneIn(5)) simulation_->desktop.click(button);
+  if (ends && !oneIn(5)) return;
+  const auto* printing = dynamic_cast<const frmPrint*>(button.form());
+  if (printing != nullptr && &button == &printing->cmdPrint) {
+    print(button);
+  } else {
+    simulation_->desktop.click(button);
+  }
+}
+
+// A printer that refuses, or a number of copies that is none, ends the routine that prints.
+void Monkey::print(CommandButton& button) {
+  try {
+    simulation_->desktop.click(button);
+  } catch (const StatementFailed&) {
+    ++result_.refusedPages;
+  }
 }
 
 void Monkey::actOnText(TextBox& box) {
@@ -277,6 +316,7 @@ void Monkey::changeFaults() {
   simulation_->files.refuseWriting = oneIn(3);
   simulation_->loop.failNextTimer = oneIn(4);
   simulation_->processes.failPipes = oneIn(8);
+  changePrinters();
   simulation_->processes.readsBeforeError.reset();
   if (oneIn(8)) simulation_->processes.readsBeforeError = static_cast<int>(below(4));
 }
@@ -291,6 +331,12 @@ void Monkey::lookAt(const Form& form) {
     }
     if (const auto* button = dynamic_cast<const CommandButton*>(control)) {
       remember(button->caption.get() + (button->enabled ? "+" : "-"));
+    }
+    if (const auto* list = dynamic_cast<const LVListBox*>(control)) {
+      remember(std::to_string(list->ListCount()) + " " + std::to_string(list->ListIndex()));
+    }
+    if (const auto* option = dynamic_cast<const OptionButton*>(control)) {
+      remember(option->value() ? "+" : "-");
     }
     if (const auto* dial = dynamic_cast<const bkCProg*>(control)) {
       remember(std::to_string(dial->Value) + (dial->visible ? "+" : "-"));
@@ -353,6 +399,13 @@ std::string Monkey::traceText() {
     if (oneIn(3)) text += "                              0/ 100 =  0%   |\r\n";
   }
   return text + "\r\nTrace complete.\r\n";
+}
+
+// One of what a combo box offers, or anything else.
+std::string Monkey::textFor(const ComboBox& box) {
+  const std::vector<std::string>& items = box.items.get();
+  if (items.empty() || oneIn(2)) return typedText();
+  return items[below(static_cast<std::uint32_t>(items.size()))];
 }
 
 std::string Monkey::typedText() {

@@ -16,16 +16,18 @@ namespace veltrin {
 
 // What a run of the monkey came to. Two runs of one seed come to the same.
 struct MonkeyResult {
-  std::uint64_t events = 0;       // things the user did
-  std::uint64_t programs = 0;     // programs that were started
-  std::uint64_t tools = 0;        // console tools that were started
-  std::uint64_t echoes = 0;       // that were sent without a tool
-  std::uint64_t downloads = 0;    // that came to an end
-  std::uint64_t messages = 0;     // messages that were shown
-  std::uint64_t saves = 0;        // result files that were written
-  std::uint64_t digest = 0;       // of everything that could be seen
-  std::uint64_t failures = 0;     // statements that failed outside every rule
-  std::uint64_t openHandles = 0;  // left open by runs that ended well
+  std::uint64_t events = 0;        // things the user did
+  std::uint64_t programs = 0;      // programs that were started
+  std::uint64_t tools = 0;         // console tools that were started
+  std::uint64_t echoes = 0;        // that were sent without a tool
+  std::uint64_t downloads = 0;     // that came to an end
+  std::uint64_t messages = 0;      // messages that were shown
+  std::uint64_t saves = 0;         // result files that were written
+  std::uint64_t pages = 0;         // that were printed
+  std::uint64_t refusedPages = 0;  // by their printers
+  std::uint64_t digest = 0;        // of everything that could be seen
+  std::uint64_t failures = 0;      // statements that failed outside every rule
+  std::uint64_t openHandles = 0;   // left open by runs that ended well
 };
 
 class Monkey {
@@ -38,6 +40,7 @@ class Monkey {
  private:
   void startProgram();
   void provideTraffic();
+  void changePrinters();
   void runProgram();
   void scheduleNext();
   void act();
@@ -46,9 +49,11 @@ class Monkey {
   void serve();
   void actOnWindow(Form& form);
   void useMouse(Form& form);
+  void resize(Form& form);
   void actOnControl(Control& control);
   void actOnText(TextBox& box);
   void actOnButton(CommandButton& button);
+  void print(CommandButton& button);
   void changeFaults();
   void lookAt(const Form& form);
   void remember(const std::string& seen);
@@ -56,6 +61,7 @@ class Monkey {
   std::string toolText();
   std::string pingText();
   std::string traceText();
+  std::string textFor(const ComboBox& box);
   std::string typedText();
 
   std::uint32_t below(std::uint32_t limit) { return random_() % limit; }

@@ -22,7 +22,8 @@ TEST(Monkey, DoesWhatItLikesAndBreaksNothing) {
   std::cout << "seed " << seed() << ": " << result.events << " events, " << result.programs
             << " programs, " << result.tools << " tools, " << result.echoes << " echoes, "
             << result.downloads << " downloads, " << result.messages << " messages, "
-            << result.saves << " files\n";
+            << result.saves << " files, " << result.pages << " pages, " << result.refusedPages
+            << " refused\n";
   EXPECT_EQ(result.events, events);
   EXPECT_EQ(result.failures, 0U);
   EXPECT_EQ(result.openHandles, 0U);
@@ -31,6 +32,8 @@ TEST(Monkey, DoesWhatItLikesAndBreaksNothing) {
   EXPECT_GT(result.downloads, 0U);
   EXPECT_GT(result.messages, 0U);
   EXPECT_GT(result.saves, 0U);
+  EXPECT_GT(result.pages, 0U);
+  EXPECT_GT(result.refusedPages, 0U);
 }
 
 TEST(Monkey, ReplaysASeedExactly) {

@@ -108,7 +108,7 @@ INSTANTIATE_TEST_SUITE_P(, HelpPage, testing::Values("index.html", "home.html"),
 TEST(HelpPages, EveryWindowThatTheUserMeetsHasItsSection) {
   const std::string text = read("index.html");
   std::vector<std::string> missing;
-  for (const char* id : {"start", "menu", "ping", "trace", "indepth", "failures"}) {
+  for (const char* id : {"start", "menu", "ping", "trace", "indepth", "report", "failures"}) {
     if (!hasId(text, id)) missing.emplace_back(id);
   }
 

@@ -75,7 +75,7 @@ TEST_F(LookTest, EveryPictureOfTheFormsIsInstalledForAllScales) {
   }
 
   EXPECT_THAT(missing, IsEmpty());
-  EXPECT_EQ(pictures, 18);
+  EXPECT_EQ(pictures, 20);
 }
 
 TEST_F(LookTest, EveryToolOfTheMenuHasItsPicture) {

@@ -1,256 +1,238 @@
-// The small pictures of the report's lines: whether they are all there, and look like one
-// family.
-#include "sysinfo/report_pictures.h"
-
-#include <algorithm>
+// Photographs of the report window and of the window that prints it.
 #include <array>
-#include <set>
-#include <string>
-#include <utility>
-#include <vector>
 
-#include <QPainter>
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QPalette>
 
-#include "view/contrast.h"
-#include "view/picture.h"
-#include "view_test.h"
+#include "pictures.h"
+#include "sysinfo/frmPrint.h"
+#include "sysinfo/frmSysInfo.h"
+#include "view/appearance.h"
 
 namespace veltrin {
 namespace {
 
-using testing::IsEmpty;
+struct Line {
+  const char* text;
+  std::int16_t icon;
+  std::int16_t colour;
+  bool bold = false;
+};
 
-constexpr int kSide = 16;  // pixels of a picture at 100 percent
-constexpr std::array<int, 3> kPercents = {100, 150, 200};
+constexpr std::int16_t kNormal = 1;
+constexpr std::int16_t kHeading = 2;
 
-// The colours that the pictures are drawn in; the others are those of rounded and slanting
-// edges.
-constexpr std::array<QRgb, 8> kFamily = {0xff23221e, 0xff7a7560, 0xffbdb795, 0xfff7f6f1,
-                                         0xff2f5f7d, 0xff5a92b4, 0xff4c8a3a, 0xffc24000};
+constexpr std::array kReport{
+    Line{"Processors", 1, kHeading, true},
+    Line{"    Intel(R) Core(TM) i5-8250U CPU @ 1.60GHz", 1, kNormal},
+    Line{"    Number of Cores: 4", 0, kNormal},
+    Line{"    Logical Processors: 8", 0, kNormal},
+    Line{"    Current Clock Speed: 1800 MHz", 12, kNormal},
+    Line{"    Address Width: 64", 0, kNormal},
+    Line{"Cache", 9, kHeading, true},
+    Line{"    L1 Cache: 256 KB", 9, kNormal},
+    Line{"    L2 Cache: 1024 KB", 9, kNormal},
+    Line{"    L3 Cache: 6144 KB", 9, kNormal},
+    Line{"Physical Memory", 21, kHeading, true},
+    Line{"    BANK 0: 8 GB, 2400 MHz", 21, kNormal},
+    Line{"    BANK 2: 8 GB, 2400 MHz", 21, kNormal},
+    Line{"    Total: 16 GB", 0, kNormal},
+    Line{"Hard Drive", 15, kHeading, true},
+    Line{"    C:\\ Fixed  NTFS  237.9 GB  91.2 GB Free", 15, kHeading},
+    Line{"    D:\\ Removable  FAT32  29.8 GB  11.0 GB Free", 17, kHeading},
+    Line{"    E:\\ CD-ROM", 8, kHeading},
+    Line{"    Z:\\ Network  \\\\server.example\\files", 14, kHeading},
+    Line{"MotherBoard", 20, kHeading, true},
+    Line{"    Manufacturer: Example Boards Ltd.", 20, kNormal},
+    Line{"    Product: EB-450", 0, kNormal},
+    Line{"    Serial Number: 0123456789", 0, kNormal},
+    Line{"    BIOS Version: 1.24", 0, kNormal},
+    Line{"    BIOS Date: 5 Jan 2012", 12, kNormal},
+    Line{"    USB Controller: USB 3.0 eXtensible Host Controller", 32, kNormal},
+    Line{"    USB Controller: USB Root Hub", 34, kNormal},
+    Line{"    IDE Controller: Standard SATA AHCI Controller", 20, kNormal},
+    Line{"Video Card", 4, kHeading, true},
+    Line{"    Example Graphics 620", 4, kNormal},
+    Line{"    Adapter RAM: 1 GB", 21, kNormal},
+    Line{"    Driver Version: 26.20.100.7637", 11, kNormal},
+    Line{"    Resolution: 1920 x 1080, 60 Hz", 23, kNormal},
+    Line{"Monitor", 23, kHeading, true},
+    Line{"    Generic PnP Monitor", 23, kNormal},
+    Line{"Sound", 33, kHeading, true},
+    Line{"    High Definition Audio Device", 33, kNormal},
+    Line{"Keyboard", 19, kHeading, true},
+    Line{"    Standard PS/2 Keyboard", 19, kNormal},
+    Line{"Mouse", 24, kHeading, true},
+    Line{"    HID-compliant mouse", 24, kNormal},
+    Line{"Printer", 29, kHeading, true},
+    Line{"    Laser", 29, kNormal},
+    Line{"    Ink", 29, kNormal},
+    Line{"    Print to a file", 29, kNormal},
+    Line{"Network", 25, kHeading, true},
+    Line{"    Wireless-AC Network Adapter", 6, kNormal},
+    Line{"    MAC Address: 00:00:5E:00:53:01", 0, kNormal},
+    Line{"    IP Address: 192.0.2.17, 2001:db8::17", 0, kNormal},
+    Line{"    Gigabit Ethernet Adapter", 6, kNormal},
+    Line{"    MAC Address: 00:00:5E:00:53:02", 0, kNormal},
+    Line{"Modem", 22, kHeading, true},
+    Line{"    None", 22, kNormal},
+    Line{"Serial Ports", 31, kHeading, true},
+    Line{"    COM1: Communications Port", 31, kNormal},
+    Line{"Parallel Ports", 27, kHeading, true},
+    Line{"    LPT1: ECP Printer Port", 27, kNormal},
+    Line{"PnP Signed Drivers", 11, kHeading, true},
+    Line{"    ACPI Fixed Feature Button", 28, kNormal},
+    Line{"    High precision event timer, a device whose name is so long that the line goes on "
+         "beyond the right edge of the list however wide the window may be made",
+         12, kNormal},
+};
 
-const QColor kLightGround(Qt::white);
-const QColor kDarkGround(0x2b, 0x2b, 0x2b);
-
-// What a graphical object needs to be made out (WCAG 2.1, success criterion 1.4.11) is 3; the
-// orange of warnings is a little below that on the dark ground.
-constexpr double kSeenContrast = 2.5;
-constexpr double kSeenPart = 0.25;
-
-// Of what is painted at 100 percent; twice as much at 200. Round ones have most pixels between.
-constexpr double kClearPart = 0.3;
-
-class ReportPictures : public testing::Test {
+class ReportPictures : public Pictures {
  protected:
-  // A picture as it is installed.
-  static QImage installed(const ReportPicture& picture, int percent) {
-    const std::string file =
-        std::string(SHARE_FOLDER "/icons/") + picture.name + "-" + std::to_string(percent) + ".png";
-    return QImage(toQt(file)).convertToFormat(QImage::Format_ARGB32);
-  }
-
-  // The names of those of which something does not hold at some scale.
-  template <class Holds>
-  static std::vector<std::string> failing(Holds holds) {
-    std::vector<std::string> names;
-    for (const ReportPicture& picture : kReportPictures) {
-      for (const int percent : kPercents) {
-        const QImage image = installed(picture, percent);
-        if (image.isNull() || !holds(image, percent)) {
-          names.push_back(picture.name + std::string("-") + std::to_string(percent));
-        }
-      }
+  std::shared_ptr<frmSysInfo> report() {
+    auto form = shown<frmSysInfo>();
+    for (const Line& line : kReport) {
+      form->LogEvents(line.text, line.icon, line.colour, line.bold);
     }
-    return names;
+    form->SYSView.setListIndex(1);
+    form->SYSView.Refresh();
+    return form;
   }
 
-  // How many pixels are such ones.
-  template <class Such>
-  static int count(const QImage& image, Such such) {
-    int pixels = 0;
-    for (int y = 0; y < image.height(); ++y) {
-      for (int x = 0; x < image.width(); ++x) {
-        if (such(image.pixel(x, y))) ++pixels;
-      }
-    }
-    return pixels;
-  }
-
-  static int painted(const QImage& image) {
-    return count(image, [](QRgb pixel) { return qAlpha(pixel) != 0; });
-  }
-
-  static int differing(const QImage& one, const QImage& other) {
-    int pixels = 0;
-    for (int y = 0; y < one.height(); ++y) {
-      for (int x = 0; x < one.width(); ++x) {
-        if (one.pixel(x, y) != other.pixel(x, y)) ++pixels;
-      }
-    }
-    return pixels;
-  }
-
-  // The part of what is painted that is to be made out on a ground.
-  static double seenOn(const QColor& ground, const QImage& image) {
-    QImage shown(image.size(), QImage::Format_RGB32);
-    shown.fill(ground);
-    QPainter(&shown).drawImage(0, 0, image);
-    const int seen =
-        count(shown, [&](QRgb pixel) { return contrast(QColor(pixel), ground) >= kSeenContrast; });
-    return static_cast<double>(seen) / painted(image);
+  void resizeTo(int width, int height) {
+    atRest([&] { window->resize(width, height); });
   }
 };
 
-TEST_F(ReportPictures, EachHasANameAndAMeaningOfItsOwn) {
-  std::set<std::string> names;
-  std::set<std::string> meanings;
+TEST_F(ReportPictures, Empty) {
+  shown<frmSysInfo>();
+  photograph("report-empty");
+}
 
-  for (const ReportPicture& picture : kReportPictures) {
-    names.insert(picture.name);
-    meanings.insert(picture.meaning);
+TEST_F(ReportPictures, Filled) {
+  report();
+  photograph("report");
+}
+
+TEST_F(ReportPictures, AtItsSmallest) {
+  report();
+  resizeTo(1, 1);
+  photograph("report-smallest");
+}
+
+TEST_F(ReportPictures, Wide) {
+  report();
+  resizeTo(1400, 900);
+  photograph("report-wide");
+}
+
+TEST_F(ReportPictures, WithItsKeyboardInTheColumn) {
+  report();
+  widget("Showme_8")->setFocus();
+  atRest([&] { QTest::keyClick(window->windowHandle(), Qt::Key_Tab); });
+  photograph("report-keyboard");
+  widget("Showme_0")->setFocus();
+  atRest([&] { QTest::keyClick(window->windowHandle(), Qt::Key_Tab); });
+  photograph("report-keyboard-link");
+}
+
+TEST_F(ReportPictures, WithEverySectionTicked) {
+  const auto form = report();
+  form->Label1.press();
+  photograph("report-all");
+}
+
+TEST_F(ReportPictures, WhileItIsCollected) {
+  const auto form = report();
+  form->mousePointer = MousePointer::Hourglass;
+  EXPECT_EQ(window->cursor().shape(), Qt::WaitCursor);
+  photograph("report-hourglass");
+}
+
+TEST_F(ReportPictures, WithItsMenuOpen) {
+  report();
+  atRest([&] {
+    QTest::keyClick(window->windowHandle(), Qt::Key_Alt);
+    QTest::keyClick(window->windowHandle(), Qt::Key_Down);
+  });
+  photograph("report-menu");
+  QWidget* menu = QApplication::activePopupWidget();
+  ASSERT_NE(menu, nullptr);
+  window = menu;
+  photograph("report-menu-open");
+  menu->close();
+}
+
+// The colours of a dark desktop are there before the program chooses its own.
+TEST_F(ReportPictures, OnADarkDesktop) {
+  QPalette dark(QColor(0x2b2b2b));
+  for (const char* kind : {"QListView", "QAbstractItemView", "QCheckBox", "QMenuBar", "QMenu"}) {
+    QApplication::setPalette(dark, kind);
   }
+  QApplication::setPalette(dark);
+  setAppearance();
+  report();
 
-  EXPECT_EQ(names.size(), 38U);
-  EXPECT_EQ(meanings.size(), 38U);
-  EXPECT_FALSE(names.contains(""));
-  EXPECT_FALSE(meanings.contains(""));
+  EXPECT_EQ(widget("SYSView")->palette().color(QPalette::Base), QColor(Qt::white));
+  EXPECT_EQ(widget("Showme_4")->palette().color(QPalette::Window), QColor(0xec, 0xeb, 0xe6));
+  photograph("report-dark");
 }
 
-TEST_F(ReportPictures, TheNumbersOfTheReportNameThePicturesOfTheirSubjects) {
-  const std::vector<std::pair<std::size_t, std::string>> subjects = {
-      {1, "report-processor"},      {2, "report-user"},        {4, "report-video-card"},
-      {6, "report-network-card"},   {7, "report-ram-drive"},   {8, "report-optical-drive"},
-      {9, "report-cache"},          {10, "report-desktop"},    {13, "report-process"},
-      {14, "report-network-drive"}, {15, "report-hard-drive"}, {16, "report-floppy-drive"},
-      {19, "report-keyboard"},      {20, "report-board"},      {21, "report-memory"},
-      {23, "report-monitor"},       {24, "report-mouse"},      {26, "report-operating-system"},
-      {27, "report-parallel-port"}, {29, "report-printer"},    {30, "report-scanner"},
-      {31, "report-serial-port"},   {33, "report-sound"},      {34, "report-usb"},
-      {35, "report-computer"},      {36, "report-program"},    {37, "report-camera"}};
-
-  for (const auto& [number, name] : subjects) {
-    EXPECT_EQ(kReportPictures.at(number - 1).name, name) << number;
-  }
-}
-
-TEST_F(ReportPictures, EachIsInstalledForAllScalesInTheSizeOfItsScale) {
-  EXPECT_THAT(failing([](const QImage& image, int percent) {
-                return image.size() == QSize(kSide, kSide) * percent / 100;
-              }),
-              IsEmpty());
-}
-
-TEST_F(ReportPictures, AScreenAt150PercentGetsPixelsOfItsOwn) {
-  FilesOfBuild files;
-  const ReportPicture& first = kReportPictures.front();
-
-  const QPixmap shown = loadPicture(files, first.name).pixmap(QSize(kSide, kSide), 1.5);
-
-  EXPECT_EQ(shown.toImage().convertToFormat(QImage::Format_ARGB32), installed(first, 150));
-}
-
-TEST_F(ReportPictures, EachHasABodyInItsCell) {
-  EXPECT_THAT(failing([](const QImage& image, int) {
-                const int opaque = count(image, [](QRgb pixel) { return qAlpha(pixel) == 255; });
-                return opaque * 5 > image.width() * image.height();
-              }),
-              IsEmpty());
-}
-
-// So that nothing is cut off, and the pictures of lines that follow each other stay apart.
-TEST_F(ReportPictures, AllLeaveTheEdgeOfTheirCellFree) {
-  EXPECT_THAT(failing([](const QImage& image, int percent) {
-                const int edge = percent / 100;
-                return painted(image.copy(edge, edge, image.width() - 2 * edge,
-                                          image.height() - 2 * edge)) == painted(image);
-              }),
-              IsEmpty());
-}
-
-TEST_F(ReportPictures, NoTwoLookAlikeAtTheSmallestSize) {
-  for (std::size_t one = 0; one < kReportPictures.size(); ++one) {
-    for (std::size_t other = 0; other < one; ++other) {
-      EXPECT_GE(differing(installed(kReportPictures.at(one), 100),
-                          installed(kReportPictures.at(other), 100)),
-                20)
-          << kReportPictures.at(one).name << " and " << kReportPictures.at(other).name;
-    }
-  }
-}
-
-TEST_F(ReportPictures, AllAreSeenOnALightAndOnADarkGround) {
-  EXPECT_THAT(
-      failing([](const QImage& image, int) { return seenOn(kLightGround, image) >= kSeenPart; }),
-      IsEmpty());
-  EXPECT_THAT(
-      failing([](const QImage& image, int) { return seenOn(kDarkGround, image) >= kSeenPart; }),
-      IsEmpty());
-}
-
-// At 150 percent the lines, which are one pixel wide at 100, cannot end where pixels do.
-TEST_F(ReportPictures, EdgesEndWherePixelsDoAndTheColoursAreFew) {
-  EXPECT_THAT(failing([](const QImage& image, int percent) {
-                const int clear = count(image, [](QRgb pixel) {
-                  return std::find(kFamily.begin(), kFamily.end(), pixel) != kFamily.end();
-                });
-                return percent == 150 || clear >= painted(image) * kClearPart * percent / 100;
-              }),
-              IsEmpty());
-}
-
-// A photograph of all, with numbers and meanings, for people to look at.
-class ReportPicturesSheet : public ReportPictures {
+class PrintPictures : public Pictures {
  protected:
-  static constexpr int kColumns = 4;
-  static constexpr int kCellWidth = 240;
-  static constexpr int kCellHeight = 40;
-
-  static constexpr int kRows = (static_cast<int>(kReportPictures.size()) + kColumns - 1) / kColumns;
-
-  // Where a picture's cell begins, on the light or the dark half.
-  static QPoint cell(int index, int half) {
-    return {index % kColumns * kCellWidth, (index / kColumns + half * kRows) * kCellHeight};
-  }
-
-  // Draws a picture at 100 and at 200 percent, and what it means.
-  static void draw(QPainter& painter, int index, int half) {
-    const ReportPicture& picture = kReportPictures.at(static_cast<std::size_t>(index));
-    const QPoint corner = cell(index, half);
-    painter.drawImage(corner + QPoint(8, 12), installed(picture, 100));
-    painter.drawImage(corner + QPoint(32, 4), installed(picture, 200));
-    painter.setPen(half == 0 ? Qt::black : Qt::white);
-    painter.drawText(QRect(corner + QPoint(72, 0), QSize(kCellWidth - 72, kCellHeight)),
-                     Qt::AlignVCenter, QString::number(index + 1) + " " + picture.meaning);
+  void setPrinter(const std::string& printer) {
+    profiles.write("Printer", "Printer", printer, program.settingsFile);
+    profiles.write("Printer", "Copies", "1", program.settingsFile);
+    profiles.write("Printer", "Orientation", "2", program.settingsFile);
+    profiles.write("Printer", "Size", "10", program.settingsFile);
   }
 };
 
-TEST_F(ReportPicturesSheet, ShowsAllOnALightAndOnADarkGround) {
-  QImage sheet(kColumns * kCellWidth, 2 * kRows * kCellHeight, QImage::Format_RGB32);
-  sheet.fill(kLightGround);
-  QPainter painter(&sheet);
-  painter.fillRect(0, kRows * kCellHeight, sheet.width(), kRows * kCellHeight, kDarkGround);
+TEST_F(PrintPictures, WithPrinters) {
+  shown<frmPrint>();
+  photograph("print");
+}
 
-  for (int half = 0; half < 2; ++half) {
-    for (int index = 0; index < static_cast<int>(kReportPictures.size()); ++index) {
-      draw(painter, index, half);
-    }
-  }
-  painter.end();
+TEST_F(PrintPictures, WithoutPrinters) {
+  printers.names.clear();
+  printers.defaultName.clear();
+  shown<frmPrint>();
+  photograph("print-none");
+}
 
-  std::filesystem::create_directories(PICTURE_FOLDER);
-  const std::string file = std::string(PICTURE_FOLDER) + "/report-pictures-" +
-                           fromQt(QString::number(qApp->devicePixelRatio())) + ".png";
-  EXPECT_TRUE(sheet.save(toQt(file))) << file;
-  for (int half = 0; half < 2; ++half) {
-    const QRgb ground = (half == 0 ? kLightGround : kDarkGround).rgb();
-    for (int index = 0; index < static_cast<int>(kReportPictures.size()); ++index) {
-      const auto isDrawn = [&](int x, int y, int side) {
-        return count(sheet.copy(QRect(cell(index, half) + QPoint(x, y), QSize(side, side))),
-                     [&](QRgb pixel) { return pixel != ground; }) > side * side / 5;
-      };
-      EXPECT_TRUE(isDrawn(8, 12, 16)) << index + 1;
-      EXPECT_TRUE(isDrawn(32, 4, 32)) << index + 1;
-    }
-  }
+TEST_F(PrintPictures, WithALongName) {
+  printers.names = {"Colour printer of the second floor, between the kitchen and the meeting room",
+                    "Ink"};
+  printers.defaultName = printers.names.front();
+  shown<frmPrint>();
+  photograph("print-long");
+}
+
+TEST_F(PrintPictures, WithAPrinterThatIsNotThereAnyMore) {
+  setPrinter("Plotter");
+  shown<frmPrint>();
+  photograph("print-gone");
+}
+
+TEST_F(PrintPictures, WithItsKeyboardOnTheOrientation) {
+  shown<frmPrint>();
+  widget("Combo2")->setFocus();
+  atRest([&] { QTest::keyClick(window->windowHandle(), Qt::Key_Tab); });
+  photograph("print-keyboard");
+}
+
+TEST_F(PrintPictures, WithItsListOpen) {
+  printers.names = {"Colour printer of the second floor, between the kitchen and the meeting room",
+                    "Ink", "Laser"};
+  setPrinter("Plotter");
+  shown<frmPrint>();
+  auto* box = widget<QComboBox>("cboPrinter");
+  box->showPopup();
+  atRest([] {});
+  window = box->view()->window();
+  photograph("print-list");
+  box->hidePopup();
 }
 
 }  // namespace

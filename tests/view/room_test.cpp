@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QStyleOptionComboBox>
 
 #include "download/testdl.h"
 #include "frame/About.h"
@@ -23,6 +24,8 @@
 #include "route/indepth.h"
 #include "route/indepth2.h"
 #include "route/trace.h"
+#include "sysinfo/frmPrint.h"
+#include "sysinfo/frmSysInfo.h"
 
 namespace veltrin {
 namespace {
@@ -49,10 +52,22 @@ bool isCut(const QLineEdit& line) {
   return line.fontMetrics().horizontalAdvance(line.text()) > room;
 }
 
+// Where the text of a box stands, in pixels.
+int roomOf(const QComboBox& box) {
+  if (box.lineEdit() != nullptr) return box.lineEdit()->width();
+  constexpr int kMargins = 4;
+  QStyleOptionComboBox option;
+  option.initFrom(&box);
+  option.subControls = QStyle::SC_All;
+  return box.style()
+             ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &box)
+             .width() -
+         kMargins;
+}
+
 bool isCut(const QComboBox& box) {
-  const QLineEdit& line = *box.lineEdit();
   for (int item = 0; item < box.count(); ++item) {
-    if (line.fontMetrics().horizontalAdvance(box.itemText(item)) > line.width()) return true;
+    if (box.fontMetrics().horizontalAdvance(box.itemText(item)) > roomOf(box)) return true;
   }
   return false;
 }
@@ -230,6 +245,20 @@ TEST_F(Room, TheDownloadTestKeepsItsSizeWhateverItTells) {
   atRest([] {});
 
   EXPECT_EQ(window->size(), size);
+}
+
+TEST_F(Room, SystemReport) {
+  shown<frmSysInfo>();
+
+  EXPECT_THAT(cut(), IsEmpty());
+}
+
+TEST_F(Room, Printing) {
+  printers.names = {"Laser printer of the first floor", "Print to a file"};
+  printers.defaultName = printers.names.front();
+  shown<frmPrint>();
+
+  EXPECT_THAT(cut(), IsEmpty());
 }
 
 TEST_F(Room, BandwidthMonitor) {

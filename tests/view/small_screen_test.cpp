@@ -16,6 +16,8 @@
 #include "route/indepth.h"
 #include "route/indepth2.h"
 #include "route/trace.h"
+#include "sysinfo/frmPrint.h"
+#include "sysinfo/frmSysInfo.h"
 
 namespace veltrin {
 namespace {
@@ -58,6 +60,9 @@ TEST_F(RoomOnASmallScreen, PingsBeforeTheMtuSearch) { lookAt<pingit>(); }
 TEST_F(RoomOnASmallScreen, MtuSearch) { lookAt<setmtu>(); }
 TEST_F(RoomOnASmallScreen, DownloadTest) { lookAt<testdl>(); }
 
+TEST_F(RoomOnASmallScreen, SystemReport) { lookAt<frmSysInfo>(); }
+TEST_F(RoomOnASmallScreen, Printing) { lookAt<frmPrint>(); }
+
 TEST_F(RoomOnASmallScreen, BandwidthMonitor) { lookAt<frmNetwork>(); }
 
 TEST_F(RoomOnASmallScreen, ProtocolMonitor) {
@@ -91,7 +96,7 @@ TEST_F(RoomOnASmallScreen, OutageMonitorInAnOutage) {
 }
 
 // A window that is added is to be looked at here too.
-TEST_F(RoomOnASmallScreen, TheseAreAllWindows) { EXPECT_EQ(windowNames().size(), 17U); }
+TEST_F(RoomOnASmallScreen, TheseAreAllWindows) { EXPECT_EQ(windowNames().size(), 19U); }
 
 }  // namespace
 }  // namespace veltrin

@@ -9,20 +9,11 @@ namespace {
 
 class StartPictures : public Pictures {
  protected:
-  // The tools that the program is to have one day.
-  void provideAllTools() {
+  void provideTools() {
     for (const WindowName name :
          {WindowName::pingtester, WindowName::trace, WindowName::indepth, WindowName::Stability,
           WindowName::MonOut, WindowName::mtutest, WindowName::frmNetwork, WindowName::frmIP,
           WindowName::testdl, WindowName::frmSysInfo}) {
-      program.tools.enter(name, {});
-    }
-  }
-
-  void provideToolsOfToday() {
-    for (const WindowName name : {WindowName::pingtester, WindowName::trace, WindowName::Stability,
-                                  WindowName::MonOut, WindowName::indepth, WindowName::mtutest,
-                                  WindowName::testdl, WindowName::frmNetwork, WindowName::frmIP}) {
       program.tools.enter(name, {});
     }
   }
@@ -51,20 +42,20 @@ TEST_F(StartPictures, SplashWithTheNewestVersion) {
 }
 
 TEST_F(StartPictures, Menu) {
-  provideToolsOfToday();
+  provideTools();
   menu();
   photograph("startup-idle");
 }
 
-TEST_F(StartPictures, MenuWithAllTools) {
-  provideAllTools();
+TEST_F(StartPictures, MenuBehindARouter) {
+  provideTools();
   program.start.PublicIp = "203.0.113.201";
   menu();
-  photograph("startup-all");
+  photograph("startup-router");
 }
 
 TEST_F(StartPictures, MenuWithTheLongestAddresses) {
-  provideToolsOfToday();
+  provideTools();
   program.start.PublicIp = "2001:db8:85a3:8d3:1319:8a2e:370:7348";
   menu();
   photograph("startup-long");
@@ -76,14 +67,14 @@ TEST_F(StartPictures, MenuWithoutTools) {
 }
 
 TEST_F(StartPictures, MenuWithItsKeyboardOnAPicture) {
-  provideAllTools();
+  provideTools();
   menu();
   widget("Image3")->setFocus();
   photograph("startup-keyboard");
 }
 
 TEST_F(StartPictures, MenuUnderThePointer) {
-  provideAllTools();
+  provideTools();
   menu();
   for (const char* name : {"Command9", "Command5", "Image2"}) {
     widget(name)->setAttribute(Qt::WA_UnderMouse);
@@ -92,7 +83,7 @@ TEST_F(StartPictures, MenuUnderThePointer) {
 }
 
 TEST_F(StartPictures, AboutWindow) {
-  provideAllTools();
+  provideTools();
   shown<About>();
   photograph("about");
 }
