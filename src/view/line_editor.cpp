@@ -7,7 +7,7 @@
 namespace veltrin {
 namespace {
 
-constexpr int kFrame = 3;  // pixels from the editor's edge to its text
+constexpr int kFrame = 3;  // pixels from the editor's edge to its text: 1 of the edge and Qt's 2
 
 // What was typed is not to be lost because the line is told anew.
 const char* const kFilled = "filled";
@@ -26,10 +26,10 @@ QWidget* LineEditor::createEditor(QWidget* parent, const QStyleOptionViewItem&,
   line->setAutoFillBackground(true);
   const QPalette look = parent->palette();
   line->setStyleSheet(QStringLiteral("QLineEdit { border: 1px solid %1; background: %2; "
-                                     "color: %3; padding: 0 %4px; }")
+                                     "color: %3; padding: 0; }")
                           .arg(look.color(QPalette::Highlight).name(),
-                               look.color(QPalette::Base).name(), look.color(QPalette::Text).name())
-                          .arg(kFrame - 1));
+                               look.color(QPalette::Base).name(),
+                               look.color(QPalette::Text).name()));
   return line;
 }
 

@@ -148,6 +148,7 @@ void LineList::catchUp() {
   hasNews_ = false;
   if (std::exchange(isReset_, false)) {
     model_->restart();
+    executeDelayedItemsLayout();
   } else {
     model_->takeInNew();
   }
@@ -283,8 +284,11 @@ bool LineList::hasKeyboard() const {
 LineState LineList::stateOf(int row, const ListLine& line) const {
   LineState state;
   state.isActive = hasKeyboard();
-  state.isSelected = line.Selected && (state.isActive || !list_->HideSelection);
   state.isCurrent = currentIndex().row() == row;
+  const bool isEdited = state.isCurrent && this->state() == EditingState;
+  const bool isSeen = state.isActive || !list_->HideSelection;
+  state.isSelected = line.Selected && isSeen && !isEdited;
+  state.isActive = state.isActive && !isEdited;
   state.isHot = row == hover_ && isEnabled();
   return state;
 }

@@ -375,7 +375,7 @@ TEST_F(LineListInputTest, KeysReachTheRoutinesByTheirNumbers) {
   fill(1);
 
   press(Qt::Key_F5, Qt::ShiftModifier);
-  EXPECT_THAT(log, ElementsAre("down 116 1", "up 116 1"));
+  EXPECT_THAT(log, ElementsAre("down 16 1", "down 116 1", "up 116 1", "up 16 0"));
 
   log.clear();
   atRest([&] { type("a"); });
@@ -383,7 +383,7 @@ TEST_F(LineListInputTest, KeysReachTheRoutinesByTheirNumbers) {
 
   log.clear();
   press(Qt::Key_Delete, Qt::ControlModifier);
-  EXPECT_EQ(log.front(), "down 46 2");
+  EXPECT_THAT(log, testing::Contains("down 46 2"));
 }
 
 TEST_F(LineListInputTest, AKeyThatARoutineTakesMovesNothing) {
@@ -421,12 +421,12 @@ TEST_F(LineListInputTest, ADisabledListTakesNothing) {
 TEST_F(LineListInputTest, TheMouseMarksALineWhereThatIsAskedFor) {
   list().HotTracking = true;
   fill(3);
-  const QImage before = pixels();
 
   atRest([&] { QTest::mouseMove(window->windowHandle(), inWindow(textOf(1))); });
   settle();
 
-  EXPECT_NE(pixels(), before);
+  EXPECT_NE(pixels().pixelColor(1, view->visualRect(view->model()->index(1, 0)).top() + 2),
+            view->palette().color(QPalette::Base));
   EXPECT_EQ(list().ListIndex(), -1);
 }
 

@@ -7,7 +7,8 @@
 namespace veltrin {
 namespace {
 
-using testing::ElementsAre;
+// Letters that are full of their colour.
+const char* const kBlocks = "\u2588\u2588\u2588";
 
 TEST_F(LineListTest, LinesThatAreAddedAreShownInTheirOrder) {
   list().AddItem("One");
@@ -163,8 +164,8 @@ TEST_F(LineListTest, AListThatWasClearedUnseenIsPaintedWithoutItsLines) {
 }
 
 TEST_F(LineListTest, ALineHasItsOwnColourAndTheOthersTheLists) {
-  list().AddItem("#####", 0, kPurpleInk);
-  list().AddItem("#####");
+  list().AddItem(kBlocks, 0, kPurpleInk);
+  list().AddItem(kBlocks);
   settle();
   list().setListIndex(-1);
   settle();
@@ -199,7 +200,7 @@ TEST_F(LineListTest, ADarkDesktopHasADarkListWithLightLetters) {
   dark.setColor(QPalette::Base, QColor(30, 30, 30));
   dark.setColor(QPalette::Text, QColor(230, 230, 230));
   window->setPalette(dark);
-  list().AddItem("#####");
+  list().AddItem(kBlocks);
   settle();
 
   const QImage image = pixels();
