@@ -17,8 +17,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
-#include <functional>
-#include <iterator>
 #include <malloc.h>
 #include <memory>
 #include <string>
@@ -27,14 +25,17 @@
 #include <vector>
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QListView>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QThread>
 
 #include "figures.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/qt_waitable_timers.h"
 #include "support/simulation.h"
 #include "sysinfo/frmSysInfo.h"
 #include "text/strings.h"
@@ -49,7 +50,8 @@ using veltrin::median;
 using veltrin::microseconds;
 
 constexpr int kUsualRuns = 5;
-constexpr int kTurn = 10;  // lines between two turns of the event loop
+constexpr int kSettling = 60;  // ms
+constexpr int kTurn = 10;      // lines between two turns of the event loop
 constexpr double kMostOfFirst = 1.2;
 constexpr double kMostOfBare = 2;
 constexpr double kMostOfShort = 1.2;
@@ -140,7 +142,7 @@ class Bench {
         [&](int line) { form->LogEvents(lineOf(line), line % 12 == 0 ? 1 : 0, 1, line % 12 == 0); },
         [&] { events_.DoEvents(); });
     const auto* list = window->findChild<QListView*>("SYSView");
-    events_.Wait(50);
+    settle();
     const bool isShown = list != nullptr && list->model()->rowCount() == sizes.lines &&
                          list->currentIndex().row() == sizes.lines - 1;
     size_ = list == nullptr ? QSize() : list->size();
@@ -160,16 +162,26 @@ class Bench {
         [&] { events_.DoEvents(); });
   }
 
+  // Takes events in until nothing is left to be painted.
+  void settle() {
+    QElapsedTimer time;
+    for (time.start(); time.elapsed() < kSettling;) {
+      events_.DoEvents();
+      QThread::msleep(1);
+    }
+  }
+
   veltrin::QtEventLoop& events() { return events_; }
   veltrin::Platform& platform() { return platform_; }
   const veltrin::Files& files() const { return simulation_.files; }
 
  private:
   veltrin::QtEventLoop events_;
+  veltrin::QtWaitableTimers timers_{events_};
   veltrin::Simulation simulation_;
   veltrin::QtDesktop desktop_{events_, simulation_.files, "Veltrin", veltrin::showInWindow};
   const veltrin::Platform& rest_ = simulation_.platform;
-  veltrin::Platform platform_{events_,        rest_.timers,      rest_.clock,     desktop_,
+  veltrin::Platform platform_{events_,        timers_,           rest_.clock,     desktop_,
                               rest_.files,    rest_.processes,   rest_.profiles,  rest_.registry,
                               rest_.shell,    rest_.environment, rest_.sockets,   rest_.counters,
                               rest_.wmi,      rest_.icmp,        rest_.downloads, rest_.interfaces,
@@ -228,7 +240,7 @@ class ListWindow : public veltrin::FormHost {
       list().AddItem(lineOf(line), 0, 0x008000, line % 12 == 0);
     }
     binder_->window().show();
-    bench.events().Wait(50);
+    bench.settle();
   }
 
   void unload(veltrin::Form& form) override { form.end(); }

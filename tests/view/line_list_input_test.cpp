@@ -31,6 +31,10 @@ class LineListInputTest : public LineListTest {
     };
   }
 
+  void moveTo(const QPoint& place) {
+    atRest([&] { QTest::mouseMove(window->windowHandle(), inWindow(place)); });
+  }
+
   std::vector<int> selected() const {
     std::vector<int> lines;
     for (int line = 0; line < list().ListCount(); ++line) {
@@ -422,7 +426,8 @@ TEST_F(LineListInputTest, TheMouseMarksALineWhereThatIsAskedFor) {
   list().HotTracking = true;
   fill(3);
 
-  atRest([&] { QTest::mouseMove(window->windowHandle(), inWindow(textOf(1))); });
+  moveTo({20, 180});
+  moveTo(textOf(1));
   settle();
 
   EXPECT_NE(pixels().pixelColor(1, view->visualRect(view->model()->index(1, 0)).top() + 2),
@@ -434,7 +439,8 @@ TEST_F(LineListInputTest, TheMouseSelectsALineWhereThatIsAskedFor) {
   list().HoverSelection = true;
   fill(3);
 
-  atRest([&] { QTest::mouseMove(window->windowHandle(), inWindow(textOf(2))); });
+  moveTo({20, 180});
+  moveTo(textOf(2));
 
   EXPECT_EQ(list().ListIndex(), 2);
 }
