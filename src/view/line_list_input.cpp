@@ -1,4 +1,8 @@
 // What the user does to the lines of a list box.
+#include <algorithm>
+#include <memory>
+#include <utility>
+
 #include <QApplication>
 #include <QClipboard>
 #include <QGuiApplication>
