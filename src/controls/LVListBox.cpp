@@ -265,12 +265,14 @@ void LVListBox::endEdit(std::size_t index, std::uint64_t life, const std::string
   if (!isCancelled && isCurrent(index, life)) ListView1.setText(index, text);
 }
 
-void LVListBox::pressKey(std::int16_t KeyCode, std::int16_t Shift) {
+bool LVListBox::pressKey(std::int16_t KeyCode, std::int16_t Shift) {
   if (KeyDown && isUsable()) raise([&] { KeyDown(KeyCode, Shift); });
+  return KeyCode != 0;
 }
 
-void LVListBox::typeKey(std::int16_t KeyAscii) {
+bool LVListBox::typeKey(std::int16_t KeyAscii) {
   if (KeyPress && isUsable()) raise([&] { KeyPress(KeyAscii); });
+  return KeyAscii != 0;
 }
 
 void LVListBox::releaseKey(std::int16_t KeyCode, std::int16_t Shift) {

@@ -191,15 +191,16 @@ class LVListBox : public Control {
   void ReadProperties(const PropertyBag& bag);
   void WriteProperties(PropertyBag& bag) const;
 
-  // What the user does, told by the view. An index of a life that is over does nothing.
+  // What the user does, told by the view. An index of a life that is over does nothing. A key
+  // that is pressed or typed goes on to the view unless that is false.
   void takeSelection(const std::vector<std::size_t>& indexes, std::uint64_t life);
   void clickItem(std::size_t index, std::uint64_t life);
   void clickList();
   void doubleClick();
   void tick(std::size_t index, std::uint64_t life);
   void endEdit(std::size_t index, std::uint64_t life, const std::string& text);
-  void pressKey(std::int16_t KeyCode, std::int16_t Shift);
-  void typeKey(std::int16_t KeyAscii);
+  bool pressKey(std::int16_t KeyCode, std::int16_t Shift);
+  bool typeKey(std::int16_t KeyAscii);
   void releaseKey(std::int16_t KeyCode, std::int16_t Shift);
 
  private:

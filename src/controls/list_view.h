@@ -101,6 +101,8 @@ class ListView {
   const ListLine* SelectedItem() const;
   std::int32_t SelectedIndex() const { return selected_; }  // -1 for none
 
+  std::size_t selectedCount() const { return selectedCount_; }
+
   // Adds a line: at the end, or where its text belongs. A selected one is then the selection.
   void add(ListLine line);
   void remove(std::size_t index);

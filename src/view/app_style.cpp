@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QStyleOption>
 
+#include "view/line_list.h"
 #include "view/scroll_bar_style.h"
 #include "view/summary_list.h"
 
@@ -31,7 +32,8 @@ constexpr int kDefaultEdgeDarker = 210;
 // Whether a widget has the frame of a field of many lines.
 bool isPaper(const QWidget* widget) {
   return qobject_cast<const QPlainTextEdit*>(widget) != nullptr ||
-         dynamic_cast<const SummaryList*>(widget) != nullptr;
+         dynamic_cast<const SummaryList*>(widget) != nullptr ||
+         dynamic_cast<const LineList*>(widget) != nullptr;
 }
 
 // A quarter of one colour on another.

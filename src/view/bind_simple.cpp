@@ -141,8 +141,6 @@ void bindProgressBar(ProgressBar& bar, QWidget& widget, Binding& binding) {
   });
 }
 
-void bindLineList(LVListBox&, QWidget&, Binding&) {}
-
 void bindGauge(bkCProg& gauge, QWidget& widget, Binding& binding) {
   auto* view = dynamic_cast<GaugeView*>(&widget);
   if (view == nullptr) return;

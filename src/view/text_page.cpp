@@ -52,11 +52,24 @@ void TextPage::show(std::size_t kept) {
     follows_ = false;
     return;
   }
+  unseen_ = std::min(unseen_, kept);
+  if (isHidden()) return;
   const QScopedValueRollback showing(showing_, true);
   follows_ = keepsToEnd();
-  if (kept != shown_) restart();
+  if (std::exchange(unseen_, kNone) < shown_) restart();
   append(std::string_view(text).substr(shown_));
   shown_ = text.size();
+}
+
+// By the program, and not with a window that is yet to come.
+bool TextPage::isHidden() const {
+  return view_.isHidden() && view_.testAttribute(Qt::WA_WState_ExplicitShowHide);
+}
+
+void TextPage::catchUp() {
+  if (unseen_ == kNone) return;
+  show(unseen_);
+  followEnd();
 }
 
 void TextPage::followEnd() {
@@ -173,7 +186,8 @@ bool TextPage::enter(const Typed& typed) {
   return taken;
 }
 
-bool TextPage::eventFilter(QObject*, QEvent* event) {
+bool TextPage::eventFilter(QObject* target, QEvent* event) {
+  if (event->type() == QEvent::Show && target == &view_) catchUp();
   if (event->type() == QEvent::KeyPress) return pressKey(static_cast<QKeyEvent&>(*event));
   if (event->type() != QEvent::ContextMenu) return false;
   showMenu(static_cast<QContextMenuEvent*>(event)->globalPos());

@@ -23,6 +23,8 @@ namespace veltrin {
 // end, which moves nothing. When the program replaces the text, what the user did to
 // the old one and still waits is void.
 //
+// A page that the program hides costs nothing: it takes in its text when it is shown.
+//
 // A letter or line break that the end of the text cuts is shown when its rest has come.
 // Undoing takes back what the user did and leaves what the program added.
 class TextPage : public QObject {
@@ -40,6 +42,8 @@ class TextPage : public QObject {
   bool eventFilter(QObject* target, QEvent* event) override;
 
  private:
+  static constexpr std::size_t kNone = std::string::npos;
+
   // What the user did, on its way through the gate.
   struct Typed {
     TextPlace place;
@@ -55,6 +59,8 @@ class TextPage : public QObject {
   void deliver(const Typed& typed);
   bool enter(const Typed& typed);
 
+  bool isHidden() const;
+  void catchUp();
   bool keepsToEnd() const;
   bool isAtEnd() const;
   void restart();
@@ -69,6 +75,7 @@ class TextPage : public QObject {
   QPlainTextEdit& view_;
   Binding& binding_;
   std::size_t shown_ = 0;         // bytes of the box's text that are on the screen
+  std::size_t unseen_ = kNone;    // the first byte that has changed while the page was hidden
   std::string cut_;               // the end of these that waits for its rest
   bool follows_ = true;           // behind the last change the end comes into view
   bool scrolled_ = false;         // the user has scrolled, and not put the caret anywhere since

@@ -203,6 +203,7 @@ TEST_F(ControlsTest, AListThatIsEmptiedAndFilledAnewShowsTheNewRows) {
 
 TEST_F(ControlsTest, ALongTextIsAppendedToWithOneLineForEachLine) {
   auto* page = widget<QPlainTextEdit>("data1");
+  form->data1.visible = true;
 
   form->data1.text = "first\r\n";
   form->data1.text += "second\r\nthird";
@@ -212,6 +213,7 @@ TEST_F(ControlsTest, ALongTextIsAppendedToWithOneLineForEachLine) {
 }
 
 TEST_F(ControlsTest, ALineBreakThatIsCutBetweenTwoPiecesIsOne) {
+  form->data1.visible = true;
   form->data1.text = "first\r";
   form->data1.text += "\nsecond";
 
@@ -219,6 +221,7 @@ TEST_F(ControlsTest, ALineBreakThatIsCutBetweenTwoPiecesIsOne) {
 }
 
 TEST_F(ControlsTest, ALetterThatIsCutBetweenTwoPiecesIsWhole) {
+  form->data1.visible = true;
   form->data1.text = "caf\xC3";
   form->data1.text += "\xA9";
 
@@ -227,6 +230,7 @@ TEST_F(ControlsTest, ALetterThatIsCutBetweenTwoPiecesIsWhole) {
 
 TEST_F(ControlsTest, AppendingLeavesTheBlocksBeforeItUntouched) {
   auto* page = widget<QPlainTextEdit>("data1");
+  form->data1.visible = true;
   form->data1.text = "first\r\nsecond\r\n";
   int lowest = -1;
   QObject::connect(page->document(), &QTextDocument::contentsChange, page,
