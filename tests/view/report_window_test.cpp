@@ -12,7 +12,6 @@ namespace {
 
 using testing::Each;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class ReportWindow : public ViewTest {
  protected:
