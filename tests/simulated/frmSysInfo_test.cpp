@@ -88,7 +88,7 @@ TEST_F(ReportWindow, NamesItsSections) {
   Lines captions;
   for (const CheckBox& box : window->Showme) captions.push_back(box.caption.get());
   EXPECT_THAT(captions, ElementsAre("Users", "CPU", "Memory", "Hard Drive", "MotherBoard", "Video",
-                                    "Peripherals", "Install Software", "Startup/Processes",
+                                    "Peripheals", "Install Software", "Startup/Processes",
                                     "Drivers", "Hot Fixes", "Errors", "Destop ", "System"));
 }
 
