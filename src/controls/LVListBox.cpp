@@ -170,13 +170,14 @@ std::int32_t LVListBox::FindItem(const std::string& Text, std::int32_t Start, bo
     if (!Exact) return InStr(1, text, Text, compare) > 0;
     return MatchCase ? text == Text : equalIgnoringCase(text, Text);
   };
+  const std::vector<ListLine>& lines = ListView1.lines();
   const std::int32_t first = isLine(Start) && Start < kFromTheFirst ? Start : 0;
-  for (std::int32_t index = first; index < ListCount(); ++index) {
-    if (!matches(ListView1.line(static_cast<std::size_t>(index)).Text)) continue;
-    if (SelectIt) setSelected(index, true);
-    return index;
-  }
-  return -1;
+  const auto found = std::find_if(lines.begin() + first, lines.end(),
+                                  [&](const ListLine& line) { return matches(line.Text); });
+  if (found == lines.end()) return -1;
+  const auto index = static_cast<std::int32_t>(found - lines.begin());
+  if (SelectIt) setSelected(index, true);
+  return index;
 }
 
 void LVListBox::StartEdit() const {

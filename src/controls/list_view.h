@@ -94,6 +94,7 @@ class ListView {
   Property<const ImageList*> SmallIcons{nullptr};
 
   std::size_t count() const { return lines_.size(); }
+  const std::vector<ListLine>& lines() const { return lines_; }
   const ListLine& line(std::size_t index) const;
 
   // The line that was selected last; when it no longer is, the first of those that are, and

@@ -90,9 +90,7 @@ void frmPrint::showPrinters() {
 
 void frmPrint::readSettings() {
   if (program_.readSetting(kSection, "Printer").empty()) {
-    skip([&] {
-      program_.writeSetting(kSection, "Printer", program_.platform.printers.defaultDeviceName());
-    });
+    program_.writeSetting(kSection, "Printer", program_.platform.printers.defaultDeviceName());
     program_.writeSetting(kSection, "Copies", "1");
     program_.writeSetting(kSection, "Orientation", kUpright);
     program_.writeSetting(kSection, "Size", "12");

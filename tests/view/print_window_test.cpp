@@ -159,14 +159,6 @@ TEST_F(PrintWindow, WithoutPrintersThereIsNothingToPick) {
   EXPECT_EQ(box->currentText(), "");
 }
 
-TEST_F(PrintWindow, OpensWithoutASpooler) {
-  printers.refuseList = true;
-
-  open();
-
-  EXPECT_THAT(offered(), IsEmpty());
-}
-
 TEST_F(PrintWindow, AVeryLongNameKeepsTheWindowAsItIs) {
   open();
   const QSize size = window->size();
