@@ -37,11 +37,11 @@ struct Job {
 // Without the size Qt takes that of the user's country, when the printer has it.
 void prepare(QPrinter& printer, const QPageSize& size, const PrinterProperties& properties) {
   printer.setDocName(kJobName);
-  printer.setFullPage(true);
   if (size.isValid()) printer.setPageSize(size);
   printer.setPageOrientation(properties.Orientation == kLandscape ? QPageLayout::Landscape
                                                                   : QPageLayout::Portrait);
   printer.setCopyCount(properties.Copies);
+  printer.setFullPage(true);
 }
 
 bool paint(QPrinter& printer, QPainter& painter, const Job& job) {
