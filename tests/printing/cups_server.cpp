@@ -128,6 +128,7 @@ void usePrintServer(const std::string& place, const std::string& folder) {
 std::string CupsServer::lack() {
   if (access(kProgram, X_OK) != 0) return "The print server cupsd is not installed.";
   if (access(kFilters, X_OK) != 0) return "The filters of CUPS are not installed.";
+  if (access("/usr/sbin/lpadmin", X_OK) != 0) return "The tools of CUPS are not installed.";
   if (access("/usr/bin/pdftotext", X_OK) != 0) return "The program pdftotext is not installed.";
   return {};
 }
