@@ -128,6 +128,7 @@ void usePrintServer(const std::string& place, const std::string& folder) {
 std::string CupsServer::lack() {
   if (access(kProgram, X_OK) != 0) return "The print server cupsd is not installed.";
   if (access(kFilters, X_OK) != 0) return "The filters of CUPS are not installed.";
+  if (access("/usr/sbin/lpadmin", X_OK) != 0) return "The tools of CUPS are not installed.";
   if (access("/usr/bin/pdftotext", X_OK) != 0) return "The program pdftotext is not installed.";
   return {};
 }
@@ -148,7 +149,7 @@ void CupsServer::fillFolder(const std::vector<Queue>& queues, bool hasDefault) c
        {"root/ppd", "bin/backend", "spool", "cache", "state", "temp", "log", "paper"}) {
     fs::create_directories(top / name);
   }
-  fs::permissions(top / "paper", fs::perms::all);
+  for (const char* name : {"paper", "temp"}) fs::permissions(top / name, fs::perms::all);
   fs::create_symlink(kFilters, top / "bin/filter");
   fs::create_symlink(kDaemons, top / "bin/daemon");
   folder_.fill("bin/backend/paper", kPrinter);
@@ -156,8 +157,9 @@ void CupsServer::fillFolder(const std::vector<Queue>& queues, bool hasDefault) c
   std::string printers;
   for (const Queue& queue : queues) {
     const std::string kind = hasDefault && &queue == &queues.front() ? "DefaultPrinter" : "Printer";
-    printers += "<" + kind + " " + queue.name + ">\nDeviceURI paper:" + folder_.path("paper") +
-                "\nState Idle\nAccepting Yes\nShared No\n</" + kind + ">\n";
+    printers.append("<" + kind).append(" " + queue.name).append(">\nDeviceURI paper:");
+    printers.append(folder_.path("paper")).append("\nState Idle\nAccepting Yes\nShared No\n");
+    printers.append("</" + kind).append(">\n");
     folder_.fill("root/ppd/" + queue.name + ".ppd", descriptionOf(queue));
   }
   folder_.fill("root/printers.conf", printers);

@@ -22,10 +22,11 @@ struct PaperJob {
 // The scheduler of CUPS with folders, a port and printers of its own, until this object goes.
 // It has nothing to do with one that this machine may run.
 //
-// Started by root it insists on another user for what it runs, so it gets "lp", whom the paper
-// folder lets in; the folders above that are open to everybody. Started by anybody else it
-// runs everything as that user and refuses to be told one. Root's programs must belong to
-// root and nobody else may change them, which is why the printer is written as a file here.
+// Started by root it insists on another user for what it runs, so it gets "lp", whom the
+// folders of paper and of temporary files let in; those above are open to everybody. Started
+// by anybody else it runs everything as that user and refuses to be told one. Root's programs
+// must belong to root and nobody else may change them, which is why the printer is written as
+// a file here.
 class CupsServer {
  public:
   struct Queue {

@@ -34,14 +34,16 @@ struct Job {
   std::vector<std::string> lines;
 };
 
-// Without the size Qt takes that of the user's country, when the printer has it.
+// Without the size Qt takes that of the user's country, when the printer has it. Without the
+// margins, which are those of the device else, a sheet begins at them on Windows.
 void prepare(QPrinter& printer, const QPageSize& size, const PrinterProperties& properties) {
   printer.setDocName(kJobName);
-  printer.setFullPage(true);
   if (size.isValid()) printer.setPageSize(size);
   printer.setPageOrientation(properties.Orientation == kLandscape ? QPageLayout::Landscape
                                                                   : QPageLayout::Portrait);
   printer.setCopyCount(properties.Copies);
+  printer.setFullPage(true);
+  printer.setPageMargins(QMarginsF());
 }
 
 bool paint(QPrinter& printer, QPainter& painter, const Job& job) {
