@@ -69,8 +69,8 @@ TEST_F(WindowsProcessListTest, TellsThisProgramFirstAndItsLibraries) {
   std::vector<std::string> names;
   for (const auto module : modules) {
     std::string name = "unknown";
-    EXPECT_EQ(list.GetModuleBaseNameA(process, module, name, 400),
-              static_cast<std::uint32_t>(Len(name)));
+    const std::uint32_t length = list.GetModuleBaseNameA(process, module, name, 400);
+    EXPECT_EQ(length, static_cast<std::uint32_t>(Len(name)));
     names.push_back(LCase(name));
   }
   EXPECT_THAT(names, Contains("kernel32.dll"));

@@ -156,6 +156,20 @@ TEST_F(DriveReportTest, TheOtherFormGoesOnBehindWhatIsMissing) {
   EXPECT_EQ(lines().back(), "0 drive:     Total Heads: 255");
 }
 
+TEST_F(DriveReportTest, TheOtherFormWithoutTheServiceHasOnlyItsHeadings) {
+  simulation.wmi.answers.clear();
+  form->GetDrive();
+  EXPECT_THAT(lines(),
+              ElementsAre("0 plain:     ", "0 drive:                   Basic Drive Information",
+                          "0 drive:  ", "0 drive:  ",
+                          "0 drive:                   Detailed Drive Information"));
+}
+
+TEST_F(DriveReportTest, WithoutAnAnswerAboutDisksEndsBehindTheirHeading) {
+  simulation.wmi.answers.erase(kDisksQuery);
+  EXPECT_THAT(reported(), ElementsAreArray(kOfNothing));
+}
+
 // --- Physical drives ---
 
 TEST_F(DriveReportTest, TellsAPhysicalDriveByThePictureOfItsFirstDrive) {

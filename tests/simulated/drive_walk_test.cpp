@@ -317,6 +317,45 @@ TEST_F(DriveWalkTest, WithoutTheServiceTheTableStaysEmptyAndNoKeyIsWritten) {
   EXPECT_EQ(simulation.settings(), "");
 }
 
+TEST_F(DriveWalkTest, WithoutAnAnswerAboutDisksTheDrivesAreEnteredAndWritten) {
+  addTwoOnOneDisk();
+  simulation.wmi.answers.erase(kDisksQuery);
+  form->Test2();
+  EXPECT_EQ(simulation.settings(),
+            "[System]\r\n"
+            "C Drive Label=HDR\r\n"
+            "C Drive Size=822,528,000\r\n"
+            "D Drive Label=HDR\r\n"
+            "D Drive Size=1,645,056,000\r\n");
+}
+
+TEST_F(DriveWalkTest, WithoutAnAnswerAboutDrivesTheDisksAreTriedWithNone) {
+  addTwoOnOneDisk();
+  simulation.wmi.answers.erase(kDrivesQuery);
+  form->Test2();
+  EXPECT_THAT(simulation.wmi.queries, ElementsAre(kDrivesQuery, kDisksQuery, kDrivesQuery));
+  EXPECT_EQ(simulation.settings(), "");
+}
+
+TEST_F(DriveWalkTest, SettingsThatCannotBeWrittenDoNotEndTheChain) {
+  addTwoOnOneDisk();
+  simulation.profiles.refuseWriting = true;
+  form->Test2();
+  EXPECT_EQ(form->Drives.PhysicalLetters(0), "CD");
+  EXPECT_EQ(lines().back(), "0 drive:     TracksPerCylinder: 255");
+}
+
+TEST_F(DriveWalkTest, ATwentySeventhDriveFallsIntoTheBodiesOfAllTestsOfItsKind) {
+  for (int number = 0; number < 27; ++number) {
+    addDrive(std::string(1, static_cast<char>('A' + number)) + ":", 11, "x", 0);
+  }
+  form->Test2();
+  EXPECT_EQ(setting("Z Drive Label"), "DVD");
+  EXPECT_EQ(setting("[ Drive Label"), "USB");
+  EXPECT_EQ(simulation.settings().find("[ Drive Size"), std::string::npos);
+  EXPECT_EQ(form->List8.item(26), "[27");
+}
+
 TEST_F(DriveWalkTest, AMissingCaptionDropsWhatItStandsIn) {
   addDrive("C:", 12, "Old", 100);
   runChain("1");
