@@ -145,10 +145,11 @@ int main(int argc, char** argv) {
   veltrin::Simulation simulation;
   veltrin::QtDesktop desktop(events, simulation.files, "Veltrin", veltrin::showInWindow);
   const veltrin::Platform& rest = simulation.platform;
-  veltrin::Platform platform{
-      events,        rest.timers,   rest.clock,     desktop,          rest.files,    rest.processes,
-      rest.profiles, rest.registry, rest.shell,     rest.environment, rest.sockets,  rest.counters,
-      rest.wmi,      rest.icmp,     rest.downloads, rest.interfaces,  rest.printers, "veltrin"};
+  veltrin::Platform platform{events,        rest.timers,      rest.clock,       desktop,
+                             rest.files,    rest.processes,   rest.profiles,    rest.registry,
+                             rest.shell,    rest.environment, rest.sockets,     rest.counters,
+                             rest.wmi,      rest.icmp,        rest.downloads,   rest.interfaces,
+                             rest.printers, rest.drives,      rest.processList, "veltrin"};
   veltrin::Program program(platform);
   const auto form = program.show<veltrin::trace>();
   const auto* page = desktop.windowOf(*form)->findChild<QPlainTextEdit*>("txtOutputs");

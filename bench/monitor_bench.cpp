@@ -171,10 +171,10 @@ class MonitorProgram {
 
  private:
   static veltrin::Platform over(veltrin::Platform& all, veltrin::Counters& counters) {
-    return {all.events,     all.timers,   all.clock,         all.desktop, all.files,
-            all.processes,  all.profiles, all.registry,      all.shell,   all.environment,
-            all.sockets,    counters,     all.wmi,           all.icmp,    all.downloads,
-            all.interfaces, all.printers, all.executableName};
+    return {all.events,     all.timers,   all.clock,    all.desktop,     all.files,
+            all.processes,  all.profiles, all.registry, all.shell,       all.environment,
+            all.sockets,    counters,     all.wmi,      all.icmp,        all.downloads,
+            all.interfaces, all.printers, all.drives,   all.processList, all.executableName};
   }
 
   std::unique_ptr<veltrin::DesktopSystem> system_ =

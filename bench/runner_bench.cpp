@@ -109,10 +109,11 @@ int main(int argc, char** argv) {
   LinuxProcesses processes({});
   veltrin::Simulation simulation;
   const veltrin::Platform& rest = simulation.platform;
-  veltrin::Platform platform{
-      rest.events,   rest.timers,   rest.clock,     rest.desktop,     rest.files,    processes,
-      rest.profiles, rest.registry, rest.shell,     rest.environment, rest.sockets,  rest.counters,
-      rest.wmi,      rest.icmp,     rest.downloads, rest.interfaces,  rest.printers, "Veltrin"};
+  veltrin::Platform platform{rest.events,   rest.timers,      rest.clock,       rest.desktop,
+                             rest.files,    processes,        rest.profiles,    rest.registry,
+                             rest.shell,    rest.environment, rest.sockets,     rest.counters,
+                             rest.wmi,      rest.icmp,        rest.downloads,   rest.interfaces,
+                             rest.printers, rest.drives,      rest.processList, "Veltrin"};
   veltrin::DOSOutputs window(platform);
   std::uint64_t shown = 0;
   window.ReceiveOutputs = [&shown](const std::string& chunk) { shown += chunk.size(); };

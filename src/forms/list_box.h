@@ -1,9 +1,13 @@
-// A list of texts that only grows, or is emptied.
+// A list of texts.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "forms/control.h"
@@ -37,6 +41,21 @@ class ListBox : public Control {
                                });
     }
     items_.insert(place, std::move(item));
+    if (changed_) changed_();
+  }
+
+  // The index of the first item that is this text, ASCII letters folded.
+  std::optional<std::size_t> find(std::string_view text) const {
+    const auto found = std::find_if(items_.begin(), items_.end(), [&](const std::string& item) {
+      return equalIgnoringCase(item, text);
+    });
+    if (found == items_.end()) return std::nullopt;
+    return static_cast<std::size_t>(found - items_.begin());
+  }
+
+  // Takes the item at an index from 0 away; there has to be one.
+  void remove(std::size_t index) {
+    items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index));
     if (changed_) changed_();
   }
 

@@ -7,12 +7,14 @@
 #include "platform/counters.h"
 #include "platform/desktop.h"
 #include "platform/downloads.h"
+#include "platform/drives.h"
 #include "platform/environment.h"
 #include "platform/event_loop.h"
 #include "platform/files.h"
 #include "platform/icmp.h"
 #include "platform/interface_table.h"
 #include "platform/printers.h"
+#include "platform/process_list.h"
 #include "platform/processes.h"
 #include "platform/profile_store.h"
 #include "platform/registry.h"
@@ -41,6 +43,8 @@ struct Platform {
   Downloads& downloads;
   InterfaceTable& interfaces;
   Printers& printers;
+  Drives& drives;
+  ProcessList& processList;
 
   // The program's file name without folder and ending.
   std::string executableName;

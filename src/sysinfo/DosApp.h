@@ -1,13 +1,19 @@
-// The full form of the summary of the machine, and the buffers in which it is read. The
-// window is loaded and never shown.
+// The full form of the summary of the machine, the reports about its drives, and the buffers
+// in which they are read. The window is loaded and never shown.
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "forms/list_box.h"
 #include "forms/text_box.h"
 #include "frame/program.h"
 #include "frame/window_runner.h"
+#include "sysinfo/drive_report.h"
+#include "sysinfo/drive_table.h"
+#include "sysinfo/drive_walk.h"
+#include "sysinfo/guard.h"
 
 namespace veltrin {
 
@@ -17,16 +23,19 @@ class DosApp : public Form {
 
   TextBox DosBox;  // the tool's text
   ListBox List1;   // its lines, with their indents
-  ListBox List2;
-  ListBox List3;  // names of the hotfixes; grows with each run
-  ListBox List4;
-  ListBox List5;
+  ListBox List2;   // slots of the drives that are not yet found on a disk
+  ListBox List3;   // names of the hotfixes; grows with each run
+  ListBox List4;   // letters of the drives that are
+  ListBox List5;   // numbers of the disks they were found on
   ListBox List6;
   ListBox List7;
-  ListBox List8;
+  ListBox List8;  // letters and slots of all drives ("C1"); grows with each run
 
   // A mark that the last text of the tool had less than 10 lines: 1, else 0.
   int ShortText = 0;
+
+  // The drives that all reports found so far.
+  DriveTable Drives;
 
   // Collects the summary anew. What is then told of it is the Mode's choice; the
   // collecting is the same for all.
@@ -36,6 +45,29 @@ class DosApp : public Form {
   // banks does not answer.
   void getmem();
 
+  // Finds out which drive lies on which disk and reports it, in a chain. Each finds it anew:
+  // TEST keeps it in the table, and goes on with Test2 unless the Mode is 1. Test2 also
+  // writes it to the settings, and goes on with Test3, which does the same and prints to the
+  // report's window. TEST and Test2 go on behind what fails. Test3 throws StatementFailed at
+  // the first. (TEST stands in brackets as a test library has a macro of that name.)
+  void(TEST)(const Loose& Mode);
+  void Test2();
+  void Test3();
+
+  // Prints another form of the last report, drives first, and writes nothing to the settings.
+  void GetDrive();
+
+  // Asks the system's tool whether a drive ("C:") was left in the midst of a change. The
+  // lines of its answer are then in List1.
+  void CheckDirty(const std::string& Drive);
+
+  // Asks the system's tool for what it knows of a drive, and keeps the drive's room in the
+  // DriveValues. The last answer is then in DosBox.
+  void DriveCInfo(const std::string& Drive);
+
+  // Writes 20 MB of blanks to the drive that the DriveValues name.
+  void testdrivers();
+
  private:
   void objDOSB_ReceiveOutputs(const std::string& chunk);
 
@@ -44,6 +76,16 @@ class DosApp : public Form {
   void fillLines();
   std::string readLines();
   void adjustFields();
+
+  DriveLists driveLists() { return {List2, List4, List5}; }
+  void storeDrive(const Guard& guard, const WmiObject& drive, int number);
+  void storeDisk(const Guard& guard, const WmiObject& disk, const std::vector<int>& slots,
+                 std::int16_t picture);
+  void enterLetter(const Guard& guard, const WmiObject& drive, int number);
+  std::string typeOf(std::int16_t picture) const;
+  DriveReport driveReport(const Guard& guard);
+  void runDriveTool(const std::string& arguments);
+  void askForClusters(const std::string& drive);
 
   Program& program_;
   WindowRunner objDOSB;

@@ -229,6 +229,14 @@ std::string LCase(std::string_view text) {
   return lower;
 }
 
+std::string UCase(std::string_view text) {
+  std::string upper(text);
+  for (char& c : upper) {
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+  }
+  return upper;
+}
+
 bool equalIgnoringCase(std::string_view left, std::string_view right) {
   return std::equal(left.begin(), left.end(), right.begin(), right.end(),
                     [](char a, char b) { return folded(a) == folded(b); });

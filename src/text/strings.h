@@ -46,6 +46,9 @@ std::string Trim(std::string_view text);
 // ASCII letters in lower case, everything else as it is.
 std::string LCase(std::string_view text);
 
+// ASCII letters in upper case, everything else as it is.
+std::string UCase(std::string_view text);
+
 // Whether two texts are equal when ASCII letters are folded.
 bool equalIgnoringCase(std::string_view left, std::string_view right);
 

@@ -60,12 +60,16 @@ class DosOutputs : public ::testing::Test {
 
   Simulation simulation;
   RecordingProcesses processes{simulation.loop};
-  Platform platform{simulation.loop,        simulation.loop,     simulation.clock,
-                    simulation.desktop,     simulation.files,    processes,
-                    simulation.profiles,    simulation.registry, simulation.shell,
-                    simulation.environment, simulation.sockets,  simulation.counters,
-                    simulation.wmi,         simulation.icmp,     simulation.downloads,
-                    simulation.interfaces,  simulation.printers, "Veltrin"};
+  Platform platform{simulation.loop,        simulation.loop,
+                    simulation.clock,       simulation.desktop,
+                    simulation.files,       processes,
+                    simulation.profiles,    simulation.registry,
+                    simulation.shell,       simulation.environment,
+                    simulation.sockets,     simulation.counters,
+                    simulation.wmi,         simulation.icmp,
+                    simulation.downloads,   simulation.interfaces,
+                    simulation.printers,    simulation.drives,
+                    simulation.processList, "Veltrin"};
   DOSOutputs runner{platform};
   Texts chunks;
 };

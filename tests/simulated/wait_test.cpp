@@ -244,6 +244,8 @@ TEST_F(WaitTest, AWaitThatFailsMidwayClosesItsTimer) {
                     simulation.downloads,
                     simulation.interfaces,
                     simulation.printers,
+                    simulation.drives,
+                    simulation.processList,
                     "Veltrin"};
   EXPECT_THROW(Wait(platform, 1000), StatementFailed);
   EXPECT_EQ(loop.timerLog.back(), "close");

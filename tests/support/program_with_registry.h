@@ -8,10 +8,10 @@ namespace veltrin {
 struct ProgramWithRegistry {
   // The registry has to live longer.
   explicit ProgramWithRegistry(Registry& registry)
-      : platform{rest.loop,       rest.loop,     rest.clock, rest.desktop, rest.files,
-                 rest.processes,  rest.profiles, registry,   rest.shell,   rest.environment,
-                 rest.sockets,    rest.counters, rest.wmi,   rest.icmp,    rest.downloads,
-                 rest.interfaces, rest.printers, "Veltrin"},
+      : platform{rest.loop,       rest.loop,     rest.clock,  rest.desktop,     rest.files,
+                 rest.processes,  rest.profiles, registry,    rest.shell,       rest.environment,
+                 rest.sockets,    rest.counters, rest.wmi,    rest.icmp,        rest.downloads,
+                 rest.interfaces, rest.printers, rest.drives, rest.processList, "Veltrin"},
         program(platform) {}
 
   Simulation rest;

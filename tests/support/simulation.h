@@ -4,8 +4,10 @@
 #include "frame/program.h"
 #include "support/simulated_desktop.h"
 #include "support/simulated_downloads.h"
+#include "support/simulated_drives.h"
 #include "support/simulated_loop.h"
 #include "support/simulated_printers.h"
+#include "support/simulated_process_list.h"
 #include "support/simulated_processes.h"
 #include "support/simulated_store.h"
 #include "support/simulated_system.h"
@@ -30,9 +32,11 @@ class Simulation {
   SimulatedDownloads downloads;
   SimulatedInterfaces interfaces;
   SimulatedPrinters printers;
-  Platform platform{loop,     loop,     clock,     desktop,     files,    processes,
-                    profiles, registry, shell,     environment, sockets,  counters,
-                    wmi,      icmp,     downloads, interfaces,  printers, "Veltrin"};
+  SimulatedDrives drives;
+  SimulatedProcessList processList;
+  Platform platform{loop,      loop,       clock,       desktop, files,       processes, profiles,
+                    registry,  shell,      environment, sockets, counters,    wmi,       icmp,
+                    downloads, interfaces, printers,    drives,  processList, "Veltrin"};
 
   // Keeps what the program asks of all parts of the platform from now on, in one order.
   void keepJournal();

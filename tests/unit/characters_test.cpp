@@ -323,9 +323,10 @@ INSTANTIATE_TEST_SUITE_P(Seeds, RandomTexts, testing::Range(1U, 7U));
 
 // --- What stays by bytes, and numbers ---
 
-TEST(Characters, TrimAndLCaseLeaveThoseBeyondAsciiAlone) {
+TEST(Characters, TrimLCaseAndUCaseLeaveThoseBeyondAsciiAlone) {
   EXPECT_EQ(Trim("  Ü\u00A0 "), "Ü\u00A0");
   EXPECT_EQ(LCase("ÄA\xC3Z\xFF"), "Äa\xC3z\xFF");
+  EXPECT_EQ(UCase("äaz\xC3z{\xFF"), "äAZ\xC3Z{\xFF");
   EXPECT_TRUE(equalIgnoringCase("äA", "äa"));
   EXPECT_FALSE(equalIgnoringCase("Ä", "ä"));
 }

@@ -28,7 +28,9 @@
 #include "platform/qt/qt_waitable_timers.h"
 #include "platform/qt/silent_wait.h"
 #include "support/simulated_downloads.h"
+#include "support/simulated_drives.h"
 #include "support/simulated_printers.h"
+#include "support/simulated_process_list.h"
 #include "support/simulated_store.h"
 #include "support/simulated_system.h"
 #include "view/window_catalogue.h"
@@ -128,10 +130,12 @@ class ViewTest : public testing::Test {
   SimulatedDownloads downloads;
   SimulatedInterfaces interfaces;
   SimulatedPrinters printers;
+  SimulatedDrives drives;
+  SimulatedProcessList processList;
   QtDesktop desktop{events, files, "Veltrin", showInWindow};
-  Platform platform{events,   timers,   clock,     desktop,     files,    processes,
-                    profiles, registry, shell,     environment, sockets,  counters,
-                    wmi,      icmp,     downloads, interfaces,  printers, "veltrin"};
+  Platform platform{events,    timers,     clock,       desktop, files,       processes, profiles,
+                    registry,  shell,      environment, sockets, counters,    wmi,       icmp,
+                    downloads, interfaces, printers,    drives,  processList, "veltrin"};
   Program program{platform};
   QWidget* window = nullptr;
   std::deque<std::function<void()>> later;

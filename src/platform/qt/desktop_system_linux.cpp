@@ -4,10 +4,12 @@
 
 #include "platform/linux/linux_clock.h"
 #include "platform/linux/linux_counters.h"
+#include "platform/linux/linux_drives.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_icmp.h"
 #include "platform/linux/linux_interfaces.h"
+#include "platform/linux/linux_process_list.h"
 #include "platform/linux/linux_processes.h"
 #include "platform/linux/linux_registry.h"
 #include "platform/linux/linux_shell.h"
@@ -46,11 +48,10 @@ class LinuxDesktopSystem : public DesktopSystem {
                 sleepUntilReadable(events_, descriptor, milliseconds);
               }),
         desktop_(events_, files_, applicationTitle, std::move(looks)),
-        platform_{
-            events_,   timers_,   clock_,     desktop_,     files_,    processes_,
-            profiles_, registry_, shell_,     environment_, sockets_,  counters_,
-            wmi_,      icmp_,     downloads_, interfaces_,  printers_, executable.stem().string()} {
-  }
+        platform_{events_,     timers_,   clock_,    desktop_,     files_,
+                  processes_,  profiles_, registry_, shell_,       environment_,
+                  sockets_,    counters_, wmi_,      icmp_,        downloads_,
+                  interfaces_, printers_, drives_,   processList_, executable.stem().string()} {}
 
   Platform& platform() override { return platform_; }
   void run() override { events_.run(); }
@@ -73,6 +74,8 @@ class LinuxDesktopSystem : public DesktopSystem {
   QtDownloads downloads_;
   LinuxInterfaces interfaces_{adapters_};
   QtPrinters printers_{events_};
+  LinuxDrives drives_;
+  LinuxProcessList processList_;
   QtDesktop desktop_;
   Platform platform_;
 };

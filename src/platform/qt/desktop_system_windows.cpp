@@ -10,10 +10,12 @@
 #include "platform/qt/silent_wait.h"
 #include "platform/windows/windows_clock.h"
 #include "platform/windows/windows_counters.h"
+#include "platform/windows/windows_drives.h"
 #include "platform/windows/windows_environment.h"
 #include "platform/windows/windows_files.h"
 #include "platform/windows/windows_icmp.h"
 #include "platform/windows/windows_interfaces.h"
+#include "platform/windows/windows_process_list.h"
 #include "platform/windows/windows_processes.h"
 #include "platform/windows/windows_profile_store.h"
 #include "platform/windows/windows_registry.h"
@@ -38,9 +40,10 @@ class WindowsDesktopSystem : public DesktopSystem {
         processes_([this](void* event) { sleepUntilSignalled(events_, event); }),
         icmp_([this](void* event) { sleepUntilSignalled(events_, event); }),
         desktop_(events_, files_, applicationTitle, std::move(looks)),
-        platform_{events_,   timers_,   clock_,     desktop_,     files_,    processes_,
-                  profiles_, registry_, shell_,     environment_, sockets_,  counters_,
-                  wmi_,      icmp_,     downloads_, interfaces_,  printers_, stemOf(executable)} {}
+        platform_{events_,     timers_,   clock_,    desktop_,     files_,
+                  processes_,  profiles_, registry_, shell_,       environment_,
+                  sockets_,    counters_, wmi_,      icmp_,        downloads_,
+                  interfaces_, printers_, drives_,   processList_, stemOf(executable)} {}
 
   Platform& platform() override { return platform_; }
   void run() override { events_.run(); }
@@ -62,6 +65,8 @@ class WindowsDesktopSystem : public DesktopSystem {
   QtDownloads downloads_;
   WindowsInterfaces interfaces_;
   QtPrinters printers_{events_};
+  WindowsDrives drives_;
+  WindowsProcessList processList_;
   QtDesktop desktop_;
   Platform platform_;
 };

@@ -1,0 +1,160 @@
+#include "platform/linux/linux_process_list.h"
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <set>
+#include <sstream>
+#include <system_error>
+
+#include "text/strings.h"
+
+namespace veltrin {
+namespace {
+
+// The number that a folder's name is, if it is one.
+std::optional<std::uint32_t> numberOf(const std::string& name) {
+  std::uint32_t number = 0;
+  const auto read = std::from_chars(name.data(), name.data() + name.size(), number);
+  if (read.ec != std::errc() || read.ptr != name.data() + name.size()) return std::nullopt;
+  return number;
+}
+
+std::string behindLastSlash(const std::string& path) { return path.substr(path.rfind('/') + 1); }
+
+// The file of a line of the maps: what stands behind the five fields of the mapping, when
+// it begins with a slash. Memory without a file has no such text, or one in brackets.
+std::string fileOf(const std::string& line) {
+  const std::size_t start = line.find('/');
+  const std::size_t bracket = line.find('[');
+  if (start == std::string::npos || bracket < start) return {};
+  return line.substr(start);
+}
+
+std::uint32_t give(const std::string& text, std::string& name, std::uint32_t size) {
+  name = Left(text, size);
+  return static_cast<std::uint32_t>(Len(name));
+}
+
+}  // namespace
+
+ProcessList::Handle LinuxProcessList::CreateToolhelp32Snapshot(std::uint32_t flags,
+                                                               std::uint32_t /*processId*/) {
+  if (flags != kSnapshotOfProcesses) return kNoHandle;
+  Snapshot snapshot;
+  for (const std::uint32_t id : ids()) {
+    const std::string name = nameOf(id);
+    if (!name.empty()) snapshot.names.push_back(name);  // else it has ended meanwhile
+  }
+  snapshots_[++last_] = std::move(snapshot);
+  return last_;
+}
+
+bool LinuxProcessList::Process32First(Handle snapshot, PROCESSENTRY32& entry) {
+  const auto found = snapshots_.find(snapshot);
+  if (found == snapshots_.end()) return false;
+  found->second.next = 0;
+  return Process32Next(snapshot, entry);
+}
+
+bool LinuxProcessList::Process32Next(Handle snapshot, PROCESSENTRY32& entry) {
+  const auto found = snapshots_.find(snapshot);
+  if (found == snapshots_.end() || entry.dwSize != PROCESSENTRY32::kSize) return false;
+  Snapshot& taken = found->second;
+  if (taken.next == taken.names.size()) return false;
+  entry.szExeFile = taken.names[taken.next++];
+  return true;
+}
+
+bool LinuxProcessList::EnumProcesses(std::span<std::uint32_t> ids, std::uint32_t& bytes) {
+  const std::vector<std::uint32_t> all = this->ids();
+  if (all.empty()) return false;
+  const std::size_t count = std::min(ids.size(), all.size());
+  std::copy_n(all.begin(), count, ids.begin());
+  bytes = static_cast<std::uint32_t>(count) * kTableEntry;
+  return true;
+}
+
+ProcessList::Handle LinuxProcessList::OpenProcess(std::uint32_t /*access*/, bool /*inherit*/,
+                                                  std::uint32_t processId) {
+  std::ifstream maps(folderOf(processId) + "/maps");
+  if (!maps) return kNoHandle;
+  Modules modules;
+  std::set<std::string> seen;
+  const auto add = [&](const std::string& path) {
+    if (!path.empty() && seen.insert(path).second) modules.push_back(path);
+  };
+  add(programOf(processId));
+  for (std::string line; std::getline(maps, line);) add(fileOf(line));
+  processes_[++last_] = std::move(modules);
+  return last_;
+}
+
+bool LinuxProcessList::EnumProcessModules(Handle process, std::span<Module> modules,
+                                          std::uint32_t& bytes) {
+  const auto found = processes_.find(process);
+  if (found == processes_.end()) return false;
+  const std::size_t count = std::min(modules.size(), found->second.size());
+  for (std::size_t index = 0; index < count; ++index) {
+    modules[index] = static_cast<Module>(index) + 1;
+  }
+  bytes = static_cast<std::uint32_t>(found->second.size()) * kTableEntry;
+  return true;
+}
+
+std::uint32_t LinuxProcessList::GetModuleBaseNameA(Handle process, Module module, std::string& name,
+                                                   std::uint32_t size) {
+  const std::string* path = pathOf(process, module);
+  return path == nullptr ? 0 : give(behindLastSlash(*path), name, size);
+}
+
+std::uint32_t LinuxProcessList::GetModuleFileNameExA(Handle process, Module module,
+                                                     std::string& name, std::uint32_t size) {
+  const std::string* path = pathOf(process, module);
+  return path == nullptr ? 0 : give(*path, name, size);
+}
+
+void LinuxProcessList::CloseHandle(Handle handle) {
+  snapshots_.erase(handle);
+  processes_.erase(handle);
+}
+
+std::vector<std::uint32_t> LinuxProcessList::ids() const {
+  std::vector<std::uint32_t> ids;
+  std::error_code failure;
+  for (std::filesystem::directory_iterator at(procFolder_, failure), end; !failure && at != end;
+       at.increment(failure)) {
+    if (const auto id = numberOf(at->path().filename().string())) ids.push_back(*id);
+  }
+  std::sort(ids.begin(), ids.end());
+  return ids;
+}
+
+std::string LinuxProcessList::folderOf(std::uint32_t id) const {
+  return procFolder_ + "/" + std::to_string(id);
+}
+
+// Empty for the kernel's own, and for those of others.
+std::string LinuxProcessList::programOf(std::uint32_t id) const {
+  std::error_code failure;
+  return std::filesystem::read_symlink(folderOf(id) + "/exe", failure).string();
+}
+
+std::string LinuxProcessList::nameOf(std::uint32_t id) const {
+  const std::string program = programOf(id);
+  if (!program.empty()) return behindLastSlash(program);
+  std::string word;
+  std::getline(std::ifstream(folderOf(id) + "/comm"), word);
+  return word;
+}
+
+const std::string* LinuxProcessList::pathOf(Handle process, Module module) const {
+  const auto found = processes_.find(process);
+  if (found == processes_.end() || module < 1) return nullptr;
+  const auto place = static_cast<std::size_t>(module - 1);
+  return place < found->second.size() ? &found->second[place] : nullptr;
+}
+
+}  // namespace veltrin

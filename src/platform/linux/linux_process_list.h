@@ -1,0 +1,55 @@
+// The processes of Linux.
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/process_list.h"
+
+namespace veltrin {
+
+// Reads the process file system (proc(5)). A process is named by the file that it runs, or
+// by its own word where that is not to be read. Its modules are the files mapped into it,
+// each once, in the order of their addresses but its program first. Processes whose maps the
+// user may not read refuse to be opened.
+class LinuxProcessList : public ProcessList {
+ public:
+  // `procFolder` is where the process file system stands.
+  explicit LinuxProcessList(std::string procFolder = "/proc")
+      : procFolder_(std::move(procFolder)) {}
+
+  Handle CreateToolhelp32Snapshot(std::uint32_t flags, std::uint32_t processId) override;
+  bool Process32First(Handle snapshot, PROCESSENTRY32& entry) override;
+  bool Process32Next(Handle snapshot, PROCESSENTRY32& entry) override;
+  bool EnumProcesses(std::span<std::uint32_t> ids, std::uint32_t& bytes) override;
+  Handle OpenProcess(std::uint32_t access, bool inherit, std::uint32_t processId) override;
+  bool EnumProcessModules(Handle process, std::span<Module> modules, std::uint32_t& bytes) override;
+  std::uint32_t GetModuleBaseNameA(Handle process, Module module, std::string& name,
+                                   std::uint32_t size) override;
+  std::uint32_t GetModuleFileNameExA(Handle process, Module module, std::string& name,
+                                     std::uint32_t size) override;
+  void CloseHandle(Handle handle) override;
+
+ private:
+  struct Snapshot {
+    std::vector<std::string> names;
+    std::size_t next = 0;
+  };
+  using Modules = std::vector<std::string>;  // full paths
+
+  std::vector<std::uint32_t> ids() const;
+  std::string folderOf(std::uint32_t id) const;
+  std::string programOf(std::uint32_t id) const;
+  std::string nameOf(std::uint32_t id) const;
+  const std::string* pathOf(Handle process, Module module) const;
+
+  std::string procFolder_;
+  std::map<Handle, Snapshot> snapshots_;
+  std::map<Handle, Modules> processes_;
+  Handle last_ = kNoHandle;
+};
+
+}  // namespace veltrin

@@ -1,0 +1,191 @@
+// The processes of Linux, of a made-up machine and of this one.
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+#include <vector>
+
+#include "platform/linux/linux_process_list.h"
+#include "tests/platform/scratch_folder.h"
+
+namespace veltrin {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class LinuxProcessListTest : public testing::Test {
+ protected:
+  using Texts = std::vector<std::string>;
+
+  void addProcess(const std::string& id, const std::string& word) const {
+    std::filesystem::create_directory(proc.folder() / id);
+    proc.fill(id + "/comm", word + "\n");
+  }
+  void runs(const std::string& id, const std::string& program) const {
+    std::filesystem::create_symlink(program, proc.folder() / id / "exe");
+  }
+
+  static Texts namesOf(ProcessList& list) {
+    const auto snapshot = list.CreateToolhelp32Snapshot(kSnapshotOfProcesses, 0);
+    Texts names;
+    PROCESSENTRY32 entry{PROCESSENTRY32::kSize, {}};
+    for (bool found = list.Process32First(snapshot, entry); found;
+         found = list.Process32Next(snapshot, entry)) {
+      names.push_back(entry.szExeFile);
+    }
+    list.CloseHandle(snapshot);
+    return names;
+  }
+
+  static Texts modulesOf(ProcessList& list, std::uint32_t id) {
+    const auto process = list.OpenProcess(kQueryAndRead, false, id);
+    std::vector<ProcessList::Module> modules(1024);
+    std::uint32_t bytes = 0;
+    if (!list.EnumProcessModules(process, modules, bytes)) return {"refused"};
+    Texts paths;
+    for (std::uint32_t index = 0; index < bytes / kTableEntry; ++index) {
+      std::string path;
+      list.GetModuleFileNameExA(process, modules.at(index), path, 400);
+      paths.push_back(path);
+    }
+    list.CloseHandle(process);
+    return paths;
+  }
+
+  ScratchFolder proc;
+  LinuxProcessList made{proc.folder().string()};
+  LinuxProcessList real;
+};
+
+TEST_F(LinuxProcessListTest, NamesProcessesByTheirProgramsElseByTheirWords) {
+  addProcess("20", "Web Content");
+  runs("20", "/usr/lib/browser/web-content");
+  addProcess("3", "kthreadd");
+  proc.fill("version", "no process");
+  EXPECT_THAT(namesOf(made), ElementsAre("kthreadd", "web-content"));
+}
+
+TEST_F(LinuxProcessListTest, LeavesOutAProcessThatHasEndedMeanwhile) {
+  std::filesystem::create_directory(proc.folder() / "7");
+  EXPECT_THAT(namesOf(made), IsEmpty());
+}
+
+TEST_F(LinuxProcessListTest, TakesNoRecordOfAnotherSize) {
+  addProcess("3", "kthreadd");
+  const auto snapshot = made.CreateToolhelp32Snapshot(kSnapshotOfProcesses, 0);
+  PROCESSENTRY32 entry;
+  EXPECT_FALSE(made.Process32First(snapshot, entry));
+}
+
+TEST_F(LinuxProcessListTest, TakesUpProcessesAlone) {
+  EXPECT_EQ(made.CreateToolhelp32Snapshot(8, 0), ProcessList::kNoHandle);
+}
+
+TEST_F(LinuxProcessListTest, FillsATableWithTheIdsInTheirOrder) {
+  for (const char* id : {"10", "9", "200"}) addProcess(id, "x");
+  std::array<std::uint32_t, 2> ids{};
+  std::uint32_t bytes = 0;
+  ASSERT_TRUE(made.EnumProcesses(ids, bytes));
+  EXPECT_THAT(ids, ElementsAre(9, 10));
+  EXPECT_EQ(bytes, 8U);
+}
+
+TEST_F(LinuxProcessListTest, FailsWithoutTheProcessFileSystem) {
+  LinuxProcessList none(proc.path("none"));
+  std::array<std::uint32_t, 2> ids{};
+  std::uint32_t bytes = 5;
+  EXPECT_FALSE(none.EnumProcesses(ids, bytes));
+  EXPECT_EQ(bytes, 5U);
+  EXPECT_THAT(namesOf(none), IsEmpty());
+}
+
+TEST_F(LinuxProcessListTest, TellsMappedFilesOnceAndTheProgramFirst) {
+  addProcess("5", "x");
+  runs("5", "/usr/bin/x y");
+  proc.fill("5/maps",
+            "0010-0020 r--p 00000000 08:01 11                         /usr/lib/libz.so\n"
+            "0020-0030 r--p 00000000 08:01 12                         /usr/bin/x y\n"
+            "0030-0040 rw-p 00000000 00:00 0                          [heap]\n"
+            "0040-0050 rw-p 00000000 00:00 0 \n"
+            "0050-0060 r-xp 00001000 08:01 11                         /usr/lib/libz.so\n"
+            "0060-0070 rw-p 00000000 00:00 0                          [anon:a/b]\n"
+            "0070-0080 r--p 00000000 08:01 13                         /a (deleted)\n");
+  EXPECT_THAT(modulesOf(made, 5), ElementsAre("/usr/bin/x y", "/usr/lib/libz.so", "/a (deleted)"));
+}
+
+TEST_F(LinuxProcessListTest, AProcessOfTheKernelHasNoModules) {
+  addProcess("3", "kthreadd");
+  proc.fill("3/maps", "");
+  EXPECT_THAT(modulesOf(made, 3), IsEmpty());
+}
+
+TEST_F(LinuxProcessListTest, AProcessWhoseMapsAreNotToBeReadRefuses) {
+  addProcess("3", "x");
+  EXPECT_EQ(made.OpenProcess(kQueryAndRead, false, 3), ProcessList::kNoHandle);
+  EXPECT_THAT(modulesOf(made, 3), ElementsAre("refused"));
+}
+
+TEST_F(LinuxProcessListTest, TellsHowManyModulesThereAreBeyondATable) {
+  addProcess("3", "x");
+  proc.fill("3/maps", "0-1 r--p 0 0:0 1 /a\n1-2 r--p 0 0:0 2 /b\n2-3 r--p 0 0:0 3 /c\n");
+  const auto process = made.OpenProcess(kQueryAndRead, false, 3);
+  std::array<ProcessList::Module, 2> modules{};
+  std::uint32_t bytes = 0;
+  ASSERT_TRUE(made.EnumProcessModules(process, modules, bytes));
+  EXPECT_EQ(bytes, 12U);
+}
+
+TEST_F(LinuxProcessListTest, TellsTheNameOfAModule) {
+  addProcess("3", "x");
+  proc.fill("3/maps", "0-1 r--p 0 0:0 1 /usr/lib/libz.so\n");
+  const auto process = made.OpenProcess(kQueryAndRead, false, 3);
+  std::string name = "unknown";
+  EXPECT_EQ(made.GetModuleBaseNameA(process, 1, name, 400), 7U);
+  EXPECT_EQ(name, "libz.so");
+  EXPECT_EQ(made.GetModuleFileNameExA(process, 1, name, 8), 8U);
+  EXPECT_EQ(name, "/usr/lib");
+}
+
+TEST_F(LinuxProcessListTest, LeavesTheNameOfWhatIsNoModule) {
+  addProcess("3", "x");
+  proc.fill("3/maps", "");
+  const auto process = made.OpenProcess(kQueryAndRead, false, 3);
+  std::string name = "unknown";
+  for (const ProcessList::Module module : {-1, 0, 1}) {
+    EXPECT_EQ(made.GetModuleBaseNameA(process, module, name, 400), 0U);
+    EXPECT_EQ(made.GetModuleFileNameExA(process, module, name, 400), 0U);
+  }
+  EXPECT_EQ(name, "unknown");
+}
+
+TEST_F(LinuxProcessListTest, AClosedHandleIsNoneAnyMore) {
+  addProcess("3", "x");
+  proc.fill("3/maps", "");
+  const auto process = made.OpenProcess(kQueryAndRead, false, 3);
+  made.CloseHandle(process);
+  std::uint32_t bytes = 0;
+  EXPECT_FALSE(made.EnumProcessModules(process, {}, bytes));
+}
+
+TEST_F(LinuxProcessListTest, FindsThisProgramAndItsLibrary) {
+  const std::string program = std::filesystem::read_symlink("/proc/self/exe").string();
+  EXPECT_THAT(namesOf(real), Contains(program.substr(program.rfind('/') + 1)));
+  std::vector<std::uint32_t> ids(100'000);
+  std::uint32_t bytes = 0;
+  ASSERT_TRUE(real.EnumProcesses(ids, bytes));
+  ids.resize(bytes / kTableEntry);
+  EXPECT_THAT(ids, Contains(static_cast<std::uint32_t>(getpid())));
+  const Texts modules = modulesOf(real, static_cast<std::uint32_t>(getpid()));
+  EXPECT_EQ(modules.front(), program);
+  EXPECT_TRUE(std::any_of(modules.begin(), modules.end(), [](const std::string& path) {
+    return path.find("/libc.so") != std::string::npos;
+  }));
+  EXPECT_EQ(std::count(modules.begin(), modules.end(), program), 1);
+}
+
+}  // namespace
+}  // namespace veltrin
