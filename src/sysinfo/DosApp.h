@@ -28,18 +28,22 @@ class DosApp : public Form {
   // A mark that the last text of the tool had less than 10 lines: 1, else 0.
   int ShortText = 0;
 
-  // Collects the summary anew. What is then told of it is the Mode's choice; the
-  // collecting is the same for all.
+  // Collects the summary anew, and then looks at the Mode: "1" ends it, "3" looks for the
+  // drives, and any other prints the report into the window that is loaded when it begins,
+  // also when that one is closed meanwhile. Without a window there is no report.
   void SysInfo(const Loose& Mode);
 
   // Fills the summary's empty memory slots. Does nothing when the service that knows the
   // banks does not answer.
   void getmem();
 
+  // Finds out which drives are on which disks.
+  void TEST(const Loose& Mode);
+
  private:
   void objDOSB_ReceiveOutputs(const std::string& chunk);
 
-  void collect();
+  double collect();
   void runTool();
   void fillLines();
   std::string readLines();
