@@ -8,14 +8,18 @@
 namespace veltrin {
 
 // The report's working text. Each lookup takes the value of the property that it is named
-// after, looks for a number that equals it, and changes the text; a value that is in no table
-// leaves the text as it was, unless the lookup says otherwise. None of them fails but those
-// of arrays, which throw StatementFailed for what is none and leave the text then.
+// after, looks for the code that equals it, and changes the text. A value that is no known
+// code, null among them, leaves the text as it was, unless the lookup says otherwise.
+//
+// The lookups that put the value first make the text the value's own, with the word of a known
+// code behind it; null makes it empty. They throw StatementFailed for an array, and leave the
+// text then. Those of arrays begin with an empty text, and throw StatementFailed for what is
+// no array, with the text empty. The others do not fail.
 class StatusText {
  public:
   std::string text;
 
-  // Of Win32_CacheMemory: the value, and the word of its place or level behind it.
+  // Of Win32_CacheMemory: the value first.
   void Location(const WmiValue& value);
   void Level(const WmiValue& value);
 
@@ -25,10 +29,11 @@ class StatusText {
   void VccMixedVoltageSupport(const WmiValue& value);
   void ConnectorType(const WmiValue& value);
 
-  // Of controllers. The value, and the word behind it.
+  // Of controllers. Availability puts the value first. PowerManagementCapabilities is an array
+  // in all that is known, and no array equals a code: the text then stays.
   void Availability(const WmiValue& value);
   void ConfigManagerErrorCode(const WmiValue& value);
-  void PowerManagementCapabilities(const WmiValue& value);  // an array equals no number
+  void PowerManagementCapabilities(const WmiValue& value);
   void ProtocolSupported(const WmiValue& value);
 
   // Of Win32_PointingDevice.
