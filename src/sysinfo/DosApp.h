@@ -37,8 +37,9 @@ class DosApp : public Form {
   // banks does not answer.
   void getmem();
 
-  // Finds out which drives are on which disks.
-  void TEST(const Loose& Mode);
+  // Finds out which drives are on which disks. In brackets, as test programs know a macro of
+  // that name.
+  void(TEST)(const Loose& Mode);
 
  private:
   void objDOSB_ReceiveOutputs(const std::string& chunk);
