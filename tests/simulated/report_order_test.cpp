@@ -122,19 +122,9 @@ TEST_F(ReportOrder, OfTheQueries) {
     tick({box});
   }
   press();
-  EXPECT_THAT(
-      simulation.wmi.queries,
-      ElementsAre("Select * from Win32_PhysicalMemory", "Select * from Win32_Processor",
-                  "Select * from Win32_CacheMemory", "Select * from Win32_BaseBoard",
-                  "Select * from Win32_SystemSlot", "Select * from Win32_IDEController",
-                  "Select * from Win32_FloppyController", "Select * from Win32_videocontroller",
-                  "Select * from Win32_DesktopMonitor", "Select * from Win32_SoundDevice",
-                  "Select * from Win32_Keyboard", "Select * from Win32_PointingDevice",
-                  "Select * from Win32_Printer", "Select * from Win32_USBHub",
-                  "Select * from Win32_PnPSignedDriver", "Select * from Win32_ComputerSystem",
-                  "Select * from Win32_Desktop", "Select * from Win32_StartupCommand",
-                  "Select * from Win32_SystemDriver", "Select * from Win32_Product",
-                  "Select * from Win32_Account", "Select * from Win32_NTLogEvent"));
+  std::vector<std::string> queries;
+  for (const std::string& name : kReportClasses) queries.push_back("Select * from " + name);
+  EXPECT_EQ(simulation.wmi.queries, queries);
 }
 
 TEST_F(ReportOrder, AHeadingStandsBeforeItsQueryAndItsLinesBeforeTheNext) {

@@ -47,6 +47,7 @@ TEST_P(ReportSection, AsksOnce) {
 TEST_P(ReportSection, IsItsHeadingAloneWithoutObjects) { EXPECT_EQ(reportAbout({}), reportOf({})); }
 
 TEST_P(ReportSection, IsItsHeadingAloneWhenNothingAnswers) {
+  simulation.wmi.answers.clear();
   tick({section().box});
   EXPECT_EQ(press(), reportOf({}));
 }
