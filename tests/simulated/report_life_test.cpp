@@ -10,10 +10,17 @@ using testing::Not;
 
 class ReportLife : public ReportRun {
  protected:
-  // What the user does while the tool of the run runs for the first time; it waits for the
-  // first yield.
-  void inTheFirstYield(std::function<void()> action) {
-    simulation.loop.after(kToolTime / 2, std::move(action));
+  ReportLife() { prints("one\r\ntwo\r\nthree\r\n"); }
+
+  // What happens while the tool of the run runs, one thing behind the other; it waits for the
+  // yields.
+  void inTheYields(const std::vector<std::function<void()>>& actions) {
+    simulation.loop.after(kToolTime / 2, [this, actions] {
+      for (const auto& action : actions) simulation.loop.gate().post(action);
+    });
+  }
+  void closeInTheRun() {
+    simulation.loop.after(kToolTime / 2, [this] { simulation.desktop.closeWindow(*window); });
   }
 
   ReportText withHotfixes(const ReportText& hotfixes) const {
@@ -73,7 +80,7 @@ TEST_F(ReportLife, ASecondRunTakesThePlaceOfTheFirstInTheListAndFollowsItInTheTe
 TEST_F(ReportLife, AWindowThatIsClosedInTheRunGetsItsReportAndIsNotShown) {
   tick({ReportBox::Users});
   answer("Select * from Win32_Account", {{{{"Caption", "owner"}}}});
-  inTheFirstYield([this] { simulation.desktop.closeWindow(*window); });
+  closeInTheRun();
   EXPECT_EQ(press(), behind({kGap, headingLine("Users", 2), boldLine("owner")}));
   EXPECT_FALSE(window->isLoaded());
   EXPECT_THAT(simulation.desktop.shown, Not(Contains(window.get())));
@@ -81,10 +88,8 @@ TEST_F(ReportLife, AWindowThatIsClosedInTheRunGetsItsReportAndIsNotShown) {
 
 TEST_F(ReportLife, AWindowThatIsOpenedInTheRunOfAnotherGetsNothing) {
   std::shared_ptr<frmSysInfo> second;
-  inTheFirstYield([&] {
-    simulation.desktop.closeWindow(*window);
-    second = open();
-  });
+  closeInTheRun();
+  inTheYields({[&] { second = open(); }});
   EXPECT_EQ(press(), joinedLines({unknownSystem(), {kGap, kGap}}));
   ASSERT_NE(second, nullptr);
   EXPECT_NE(second, window);
@@ -93,36 +98,31 @@ TEST_F(ReportLife, AWindowThatIsOpenedInTheRunOfAnotherGetsNothing) {
 
 TEST_F(ReportLife, AReportThatIsBegunInTheRunOfAClosedWindowGoesToItsOwn) {
   std::shared_ptr<frmSysInfo> second;
-  ReportText nested;
-  inTheFirstYield([&] {
-    simulation.desktop.closeWindow(*window);
+  closeInTheRun();
+  inTheYields({[&] {
     second = open();
     second->Showme[static_cast<std::size_t>(ReportBox::Users)].value = kChecked;
     simulation.desktop.click(second->Command1);
-    nested = lines(*second);
-  });
+  }});
   EXPECT_EQ(press(), joinedLines({unknownSystem(), {kGap, kGap}}));
-  EXPECT_EQ(nested, behind({kGap, headingLine("Users", 2)}));
-  EXPECT_EQ(lines(*second), nested);
+  ASSERT_NE(second, nullptr);
+  EXPECT_EQ(lines(*second), behind({kGap, headingLine("Users", 2)}));
+  EXPECT_EQ(simulation.processes.starts.size(), 2U);
 }
 
 // The nested run empties the list, prints its report, and the first one prints behind it.
 TEST_F(ReportLife, ASecondPressInTheRunPrintsItsReportFirst) {
   prints(printed(desktop(10, 0)));
   tick({ReportBox::Hotfixes});
-  ReportText nested;
-  inTheFirstYield([&] { nested = press(); });
-  const ReportText whole = press();
-  EXPECT_EQ(nested, withHotfixes(numbered(kTenNames)));
-  EXPECT_EQ(whole, joinedLines({nested, withHotfixes(numbered(kTwentyNames))}));
+  simulation.loop.after(kToolTime / 2, [this] { simulation.desktop.click(window->Command1); });
+  EXPECT_EQ(press(),
+            joinedLines({withHotfixes(numbered(kTenNames)), withHotfixes(numbered(kTwentyNames))}));
 }
 
 TEST_F(ReportLife, TheProgramCanEndInTheRun) {
-  inTheFirstYield([this] {
-    simulation.desktop.closeWindow(*window);
-    simulation.desktop.closeWindow(*bystander);
-  });
-  simulation.desktop.click(window->Command1);
+  closeInTheRun();
+  inTheYields({[this] { program.end(); }});
+  EXPECT_THROW(press(), ProgramEnded);
   EXPECT_THAT(lines(*window), IsEmpty());
 }
 
