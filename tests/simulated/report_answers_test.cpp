@@ -198,6 +198,14 @@ TEST_F(ReportAnswers, AReportBeginsWithoutTheAnswersOfTheOneBefore) {
   EXPECT_EQ(press(), behind({kGap, headingLine("Users", 2)}));
 }
 
+TEST_F(ReportAnswers, TheComputersRoutineBeginsWithoutTheAnswerOfTheReportBefore) {
+  answer("Select * from Win32_ComputerSystem", {{{{"Name", "computer"}}}});
+  tick({ReportBox::System});
+  press();
+  fail("Select * from Win32_ComputerSystem");
+  EXPECT_EQ(press(), between({headingLine("System", 35)}));
+}
+
 TEST_F(ReportAnswers, MemoryBanksBeforeTheBreakFillTheirSlots) {
   const WmiObject bank{
       {{"DeviceLocator", "A"}, {"Capacity", "1073741824"}, {"Speed", 1}, {"BankLabel", "b"}}};

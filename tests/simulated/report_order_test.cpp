@@ -123,6 +123,7 @@ TEST_F(ReportOrder, OfTheQueries) {
   }
   press();
   std::vector<std::string> queries;
+  queries.reserve(kReportClasses.size());
   for (const std::string& name : kReportClasses) queries.push_back("Select * from " + name);
   EXPECT_EQ(simulation.wmi.queries, queries);
 }

@@ -1,6 +1,7 @@
 #include "support/simulated_system.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 #include "text/statement.h"
@@ -93,12 +94,18 @@ class SimulatedWmi::Answer : public WmiObjects {
   Answer(SimulatedWmi& wmi, std::string query)
       : wmi_(wmi), query_(std::move(query)), objects_(wmi.answers.at(query_)) {}
 
+  // Nobody may go on behind the end, or behind a failure.
   std::optional<WmiObject> next() override {
+    if (ended_) throw std::logic_error("The answer is over: " + query_);
     const auto broken = wmi_.breaks.find(query_);
     if (broken != wmi_.breaks.end() && next_ >= broken->second) {
+      ended_ = true;
       throw StatementFailed("The answer breaks off", kInvalidProcedureCall);
     }
-    if (next_ >= objects_.size()) return std::nullopt;
+    if (next_ >= objects_.size()) {
+      ended_ = true;
+      return std::nullopt;
+    }
     ++wmi_.taken[query_];
     return objects_[next_++];
   }
@@ -108,6 +115,7 @@ class SimulatedWmi::Answer : public WmiObjects {
   std::string query_;
   std::vector<WmiObject> objects_;
   std::size_t next_ = 0;
+  bool ended_ = false;
 };
 
 class SimulatedWmi::Service : public WmiService {
