@@ -1,6 +1,6 @@
 // How the report asks the service, and what it does with answers that fail.
 #include "frame/result_file.h"
-#include "simulated/report_run.h"
+#include "simulated/catalogue_run.h"
 
 namespace veltrin {
 namespace {
@@ -26,7 +26,7 @@ class CountingStream : public TextStream {
   bool refuses_;
 };
 
-class ReportAnswers : public ReportRun {
+class ReportAnswers : public CatalogueRun {
  protected:
   void fail(const std::string& query) { simulation.wmi.answers.erase(query); }
 

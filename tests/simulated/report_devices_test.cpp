@@ -1,10 +1,10 @@
 // What the report tells of caches, slots, controllers and video cards, one behind the other.
-#include "simulated/report_run.h"
+#include "simulated/catalogue_run.h"
 
 namespace veltrin {
 namespace {
 
-class ReportDevices : public ReportRun {
+class ReportDevices : public CatalogueRun {
  protected:
   ReportText reportOn(ReportBox box, const std::string& query,
                       const std::vector<WmiObject>& objects) {

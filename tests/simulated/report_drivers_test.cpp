@@ -1,10 +1,10 @@
 // The section of the report about the devices that have a signed driver.
-#include "simulated/report_run.h"
+#include "simulated/catalogue_run.h"
 
 namespace veltrin {
 namespace {
 
-class ReportDrivers : public ReportRun {
+class ReportDrivers : public CatalogueRun {
  protected:
   ReportText drivers(const std::vector<WmiObject>& objects) {
     answer("Select * from Win32_PnPSignedDriver", objects);

@@ -1,5 +1,5 @@
 // Reports one behind the other, one within another, and windows that are closed meanwhile.
-#include "simulated/report_run.h"
+#include "simulated/catalogue_run.h"
 
 namespace veltrin {
 namespace {
@@ -8,7 +8,7 @@ using testing::Contains;
 using testing::IsEmpty;
 using testing::Not;
 
-class ReportLife : public ReportRun {
+class ReportLife : public CatalogueRun {
  protected:
   ReportLife() { prints("one\r\ntwo\r\nthree\r\n"); }
 

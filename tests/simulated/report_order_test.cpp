@@ -1,6 +1,6 @@
 // The order of the report, what gates its sections, and the modes of the routine that prints
 // it.
-#include "simulated/report_run.h"
+#include "simulated/catalogue_run.h"
 
 namespace veltrin {
 namespace {
@@ -86,7 +86,7 @@ class ListObserver : public ListViewScreen {
   Journal& journal_;
 };
 
-class ReportOrder : public ReportRun {
+class ReportOrder : public CatalogueRun {
  protected:
   ReportOrder() { prints(printed(desktop(10, 2))); }
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "simulated/report_run.h"
+#include "simulated/catalogue_run.h"
 
 namespace veltrin {
 

@@ -6,7 +6,7 @@
 namespace veltrin {
 namespace {
 
-class ReportSection : public ReportRun, public testing::WithParamInterface<SectionCase> {
+class ReportSection : public CatalogueRun, public testing::WithParamInterface<SectionCase> {
  protected:
   const SectionCase& section() const { return GetParam(); }
 

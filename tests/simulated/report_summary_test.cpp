@@ -1,10 +1,10 @@
 // The sections of the report that the machine's summary feeds.
-#include "simulated/report_run.h"
+#include "simulated/catalogue_run.h"
 
 namespace veltrin {
 namespace {
 
-class ReportSummary : public ReportRun {
+class ReportSummary : public CatalogueRun {
  protected:
   // The bank that the service tells of.
   void bankOf(const std::string& capacity) {

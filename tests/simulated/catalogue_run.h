@@ -63,9 +63,9 @@ inline const std::vector<std::string> kReportClasses{
     "Win32_NTLogEvent"};
 
 // The service answers each query, and finds nothing unless a test tells of something.
-class ReportRun : public SystemSummaryRun {
+class CatalogueRun : public SystemSummaryRun {
  protected:
-  ReportRun() {
+  CatalogueRun() {
     simulation.environment.variables = {
         {"WinDir", "C:\\Windows"}, {"Computername", "KITCHEN"}, {"NUMBER_OF_PROCESSORS", "4"}};
     for (const std::string& name : kReportClasses) answer("Select * from " + name, {});
