@@ -2,7 +2,10 @@
 #pragma once
 
 #include <concepts>
+#include <cstdint>
 #include <map>
+#include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
@@ -10,6 +13,7 @@
 
 #include "text/loose.h"
 #include "text/statement.h"
+#include "text/strings.h"
 
 namespace veltrin {
 
@@ -56,10 +60,17 @@ class WmiValue {
   std::variant<std::monostate, Loose, std::vector<Loose>> value_;
 };
 
+// Orders the names of properties, which the service takes for the same in any case.
+struct WmiNameOrder {
+  bool operator()(const std::string& left, const std::string& right) const {
+    return LCase(left) < LCase(right);
+  }
+};
+
 // One object of an answer: its properties by name.
 class WmiObject {
  public:
-  std::map<std::string, WmiValue> properties;
+  std::map<std::string, WmiValue, WmiNameOrder> properties;
 
   // Throws StatementFailed for a property that cannot be read.
   const WmiValue& value(const std::string& name) const {
@@ -71,13 +82,40 @@ class WmiObject {
   }
 };
 
+// The objects of an answer, handed over one by one as the service finds them. What nobody
+// takes is not looked for.
+class WmiObjects {
+ public:
+  virtual ~WmiObjects() = default;
+
+  // The next object, or nothing behind the last; the service may take its time. Throws
+  // StatementFailed when it fails on the way, and is not to be asked again then.
+  virtual std::optional<WmiObject> next() = 0;
+};
+
+// Flags of ExecQuery: the call does not wait for the answer, and nobody goes back in it.
+inline constexpr std::int32_t kWmiReturnImmediately = 16;
+inline constexpr std::int32_t kWmiForwardOnly = 32;
+
+// A connection to the service of one machine.
+class WmiService {
+ public:
+  virtual ~WmiService() = default;
+
+  // The answer to a query ("Select * from Win32_PhysicalMemory"), which may outlive the
+  // connection. Without flags the service takes its own. Throws StatementFailed for a query
+  // that the service refuses at once; one that it refuses later fails in the first object.
+  virtual std::unique_ptr<WmiObjects> ExecQuery(const std::string& query,
+                                                std::optional<std::int32_t> flags) = 0;
+};
+
 class Wmi {
  public:
   virtual ~Wmi() = default;
 
-  // The objects that a query ("Select * from Win32_PhysicalMemory") finds. Throws
-  // StatementFailed when the service does not answer it.
-  virtual std::vector<WmiObject> ExecQuery(const std::string& query) = 0;
+  // GetObject of a moniker ("winmgmts:\\NAME\root\cimv2"). Throws StatementFailed when the
+  // service of that machine does not answer.
+  virtual std::unique_ptr<WmiService> connect(const std::string& moniker) = 0;
 };
 
 }  // namespace veltrin

@@ -1,8 +1,10 @@
 #include "sysinfo/DosApp.h"
 
+#include <memory>
 #include <vector>
 
 #include "sysinfo/memory_slots.h"
+#include "sysinfo/report_catalogue.h"
 #include "sysinfo/summary_reader.h"
 #include "sysinfo/summary_settings.h"
 #include "text/statement.h"
@@ -33,18 +35,34 @@ DosApp::DosApp(Program& program)
   own("List8", List8);
 }
 
-void DosApp::SysInfo(const Loose& /*Mode*/) { collect(); }
+void DosApp::SysInfo(const Loose& Mode) {
+  // The collecting yields, and its user may close the window or open another.
+  const std::shared_ptr<frmSysInfo> window = program_.shared<ReportValues>().window.lock();
+  const double netCards = collect();
+  if (Mode == "1") return;
+  if (Mode == "3") {
+    skip([&] { TEST("1"); });
+    return;
+  }
+  if (!window) return;
+  Report report(program_, *window, netCards);
+  reportWindow_ = window;
+  printReport(report, *this);
+  reportWindow_.reset();
+}
 
-void DosApp::collect() {
+// Returns how many network cards there are.
+double DosApp::collect() {
   ShortText = 0;
   runTool();
   fillLines();
-  const std::string cards = readLines();
+  const double netCards = Val(readLines());
   adjustFields();
   getmem();
   storeSummary(program_);
-  storeNetCards(program_, Val(cards));
+  storeNetCards(program_, netCards);
   storeMemorySlots(program_);
+  return netCards;
 }
 
 void DosApp::runTool() {
@@ -82,8 +100,10 @@ void DosApp::adjustFields() {
 }
 
 void DosApp::getmem() {
+  ResultSet results(program_.platform.wmi, program_.shared<ReportValues>().ComputerName);
+  results.ExecQuery("Select * from Win32_PhysicalMemory");
   std::vector<WmiObject> banks;
-  skip([&] { banks = program_.platform.wmi.ExecQuery("Select * from Win32_PhysicalMemory"); });
+  results.forEach([&](const WmiObject& bank) { banks.push_back(bank); });
   fillMemorySlots(banks, program_.summary.MemSlot);
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,8 @@
 #include "sysinfo/guard.h"
 
 namespace veltrin {
+
+class frmSysInfo;
 
 class DosApp : public Form {
  public:
@@ -37,8 +40,9 @@ class DosApp : public Form {
   // The drives that all reports found so far.
   DriveTable Drives;
 
-  // Collects the summary anew. What is then told of it is the Mode's choice; the
-  // collecting is the same for all.
+  // Collects the summary anew, and then looks at the Mode: "1" ends it, "3" looks for the
+  // drives, and any other prints the report into the window that is loaded when it begins,
+  // also when that one is closed meanwhile. Without a window there is no report.
   void SysInfo(const Loose& Mode);
 
   // Fills the summary's empty memory slots. Does nothing when the service that knows the
@@ -71,13 +75,13 @@ class DosApp : public Form {
  private:
   void objDOSB_ReceiveOutputs(const std::string& chunk);
 
-  void collect();
+  double collect();
   void runTool();
   void fillLines();
   std::string readLines();
   void adjustFields();
 
-  DriveLists driveLists() { return {List2, List4, List5}; }
+  DriveWalk driveWalk(const Guard& guard);
   void storeDrive(const Guard& guard, const WmiObject& drive, int number);
   void storeDisk(const Guard& guard, const WmiObject& disk, const std::vector<int>& slots,
                  std::int16_t picture);
@@ -88,6 +92,7 @@ class DosApp : public Form {
   void askForClusters(const std::string& drive);
 
   Program& program_;
+  std::weak_ptr<frmSysInfo> reportWindow_;  // of the report that is being printed
   WindowRunner objDOSB;
 };
 

@@ -1,6 +1,7 @@
 // The reports about all drives.
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "sysinfo/DosApp.h"
@@ -18,7 +19,7 @@ constexpr std::int16_t kPlainDiskPicture = 12;  // one that no disk gets
 
 void DosApp::TEST(const Loose& Mode) {
   const Guard guard = Guard::skipping();
-  DriveWalk walk(program_.platform, Drives, driveLists(), guard);
+  DriveWalk walk = driveWalk(guard);
   walk.clearLists();
   walk.logicalDrives({}, {});
   walk.disks({.rule = PictureRule::Plain, .mostPartitions = 3, .matched = {}, .told = {}});
@@ -27,7 +28,7 @@ void DosApp::TEST(const Loose& Mode) {
 
 void DosApp::Test2() {
   const Guard guard = Guard::skipping();
-  DriveWalk walk(program_.platform, Drives, driveLists(), guard);
+  DriveWalk walk = driveWalk(guard);
   walk.clearLists();
   walk.logicalDrives([&](const WmiObject& drive, int number) { enterLetter(guard, drive, number); },
                      [&](const WmiObject& drive, int number) { storeDrive(guard, drive, number); });
@@ -42,7 +43,7 @@ void DosApp::Test2() {
 void DosApp::Test3() {
   const Guard guard = Guard::leaving();
   const DriveReport report = driveReport(guard);
-  DriveWalk walk(program_.platform, Drives, driveLists(), guard);
+  DriveWalk walk = driveWalk(guard);
   walk.clearLists();
   report.physicalDrives(List8);
   report.gap();
@@ -67,7 +68,7 @@ void DosApp::Test3() {
 void DosApp::GetDrive() {
   const Guard guard = Guard::skipping();
   const DriveReport report = driveReport(guard);
-  DriveWalk walk(program_.platform, Drives, driveLists(), guard);
+  DriveWalk walk = driveWalk(guard);
   walk.clearLists();
   report.gap();
   report.line("                  Basic Drive Information");
@@ -88,9 +89,19 @@ void DosApp::GetDrive() {
                   }});
 }
 
-// The lines of a run go to the window that was open when it began.
+DriveWalk DosApp::driveWalk(const Guard& guard) {
+  return {program_.platform,
+          program_.shared<ReportValues>().ComputerName,
+          Drives,
+          {List2, List4, List5},
+          guard};
+}
+
+// Part of a report goes to that one's window, what is called by itself to the window of now.
 DriveReport DosApp::driveReport(const Guard& guard) {
-  return {program_.shared<ReportValues>().window.lock(), Drives, guard};
+  auto window = reportWindow_.lock();
+  if (!window) window = program_.shared<ReportValues>().window.lock();
+  return {std::move(window), Drives, guard};
 }
 
 void DosApp::enterLetter(const Guard& guard, const WmiObject& drive, int number) {

@@ -1,6 +1,7 @@
 #include "sysinfo/drive_walk.h"
 
 #include "sysinfo/drive_matching.h"
+#include "sysinfo/result_set.h"
 #include "text/strings.h"
 
 namespace veltrin {
@@ -13,7 +14,11 @@ void DriveWalk::clearLists() {
 
 std::vector<WmiObject> DriveWalk::objectsOf(const std::string& kind) {
   std::vector<WmiObject> objects;
-  guard_.run([&] { objects = platform_.wmi.ExecQuery("Select * from " + kind); });
+  guard_.run([&] {
+    const auto service = platform_.wmi.connect(monikerOf(computer_));
+    const auto answer = service->ExecQuery("Select * from " + kind, kQueryFlags);
+    while (auto object = answer->next()) objects.push_back(std::move(*object));
+  });
   return objects;
 }
 

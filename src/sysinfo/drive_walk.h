@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "forms/list_box.h"
@@ -43,8 +44,14 @@ struct DiskSteps {
 
 class DriveWalk {
  public:
-  DriveWalk(Platform& platform, DriveTable& table, DriveLists lists, const Guard& guard)
-      : platform_(platform), table_(table), lists_(lists), guard_(guard) {}
+  // On the machine of that name.
+  DriveWalk(Platform& platform, std::string computer, DriveTable& table, DriveLists lists,
+            const Guard& guard)
+      : platform_(platform),
+        computer_(std::move(computer)),
+        table_(table),
+        lists_(lists),
+        guard_(guard) {}
 
   void clearLists();
 
@@ -65,6 +72,7 @@ class DriveWalk {
   bool removeOnePlaced();
 
   Platform& platform_;
+  std::string computer_;
   DriveTable& table_;
   DriveLists lists_;
   Guard guard_;

@@ -1,8 +1,11 @@
 // What the windows of the system report share.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
+
+#include "sysinfo/status_text.h"
 
 namespace veltrin {
 
@@ -16,6 +19,13 @@ struct ReportValues {
   std::string ComputerName;
   int PrintSource = 0;           // 1: the report is what is to be printed
   std::string PrintOrientation;  // "1" upright, "2" across; as last read from the settings
+
+  // The processors of the video cards that the reports so far found. A filled one is never
+  // emptied.
+  std::array<std::string, 4> VideoProcessors;
+
+  // The working text of all reports; nothing clears it between them.
+  StatusText Status;
 };
 
 }  // namespace veltrin

@@ -1,6 +1,7 @@
 #include "support/simulated_system.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 #include "text/statement.h"
@@ -88,11 +89,58 @@ double SimulatedCounters::PdhVbGetDoubleCounterValue(Counter counter, std::int32
   return values[path];
 }
 
-std::vector<WmiObject> SimulatedWmi::ExecQuery(const std::string& query) {
-  queries.push_back(query);
-  const auto found = answers.find(query);
-  if (found == answers.end()) throw StatementFailed("No answer", kInvalidProcedureCall);
-  return found->second;
+class SimulatedWmi::Answer : public WmiObjects {
+ public:
+  Answer(SimulatedWmi& wmi, std::string query)
+      : wmi_(wmi), query_(std::move(query)), objects_(wmi.answers.at(query_)) {}
+
+  // Nobody may go on behind the end, or behind a failure.
+  std::optional<WmiObject> next() override {
+    if (ended_) throw std::logic_error("The answer is over: " + query_);
+    const auto broken = wmi_.breaks.find(query_);
+    if (broken != wmi_.breaks.end() && next_ >= broken->second) {
+      ended_ = true;
+      throw StatementFailed("The answer breaks off", kInvalidProcedureCall);
+    }
+    if (next_ >= objects_.size()) {
+      ended_ = true;
+      return std::nullopt;
+    }
+    ++wmi_.taken[query_];
+    return objects_[next_++];
+  }
+
+ private:
+  SimulatedWmi& wmi_;
+  std::string query_;
+  std::vector<WmiObject> objects_;
+  std::size_t next_ = 0;
+  bool ended_ = false;
+};
+
+class SimulatedWmi::Service : public WmiService {
+ public:
+  Service(SimulatedWmi& wmi, std::string moniker) : wmi_(wmi), moniker_(std::move(moniker)) {}
+
+  std::unique_ptr<WmiObjects> ExecQuery(const std::string& query,
+                                        std::optional<std::int32_t> flags) override {
+    wmi_.note("query " + query);
+    wmi_.queries.push_back(query);
+    wmi_.asked.push_back({moniker_, query, flags ? std::to_string(*flags) : "none"});
+    if (!wmi_.answers.contains(query)) throw StatementFailed("No answer", kInvalidProcedureCall);
+    return std::make_unique<Answer>(wmi_, query);
+  }
+
+ private:
+  SimulatedWmi& wmi_;
+  std::string moniker_;
+};
+
+std::unique_ptr<WmiService> SimulatedWmi::connect(const std::string& moniker) {
+  note("connect " + moniker);
+  if (silent.contains(moniker)) throw StatementFailed("No service", kInvalidProcedureCall);
+  ++connections;
+  return std::make_unique<Service>(*this, moniker);
 }
 
 int SimulatedIcmp::WSAStartup(std::uint16_t version, WSADATA& data) {

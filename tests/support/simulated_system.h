@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -79,12 +80,36 @@ class SimulatedCounters : public Counters, public Journalled {
   double PdhVbGetDoubleCounterValue(Counter counter, std::int32_t& status) override;
 };
 
-class SimulatedWmi : public Wmi {
+class SimulatedWmi : public Wmi, public Journalled {
  public:
   std::map<std::string, std::vector<WmiObject>> answers;  // by query; others fail
   std::vector<std::string> queries;
 
-  std::vector<WmiObject> ExecQuery(const std::string& query) override;
+  // The machines whose service does not answer, by moniker.
+  std::set<std::string> silent;
+
+  // Queries whose answers break off behind so many objects.
+  std::map<std::string, std::size_t> breaks;
+
+  // What was asked of the service: each query behind the moniker of its connection, and its
+  // flags, "none" without.
+  struct Asked {
+    std::string moniker;
+    std::string query;
+    std::string flags;
+    friend bool operator==(const Asked&, const Asked&) = default;
+  };
+  std::vector<Asked> asked;
+  int connections = 0;
+
+  // How many objects were taken of the answers to a query.
+  std::map<std::string, std::size_t> taken;
+
+  std::unique_ptr<WmiService> connect(const std::string& moniker) override;
+
+ private:
+  class Service;
+  class Answer;
 };
 
 // Echoes whose replies a test scripts. The program waits for each as for a silent child.

@@ -9,7 +9,7 @@ namespace veltrin {
 void Simulation::keepJournal() {
   for (Journalled* part : std::initializer_list<Journalled*>{
            &loop, &desktop, &files, &processes, &profiles, &registry, &shell, &environment,
-           &sockets, &counters, &icmp, &printers}) {
+           &sockets, &counters, &wmi, &icmp, &printers}) {
     part->journal = &journal;
   }
 }

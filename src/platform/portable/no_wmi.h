@@ -1,18 +1,18 @@
 // The facts of WMI while nothing answers for them.
 #pragma once
 
+#include <memory>
 #include <string>
-#include <vector>
 
 #include "platform/wmi.h"
 
 namespace veltrin {
 
-// A service that does not answer: every query fails.
+// No machine has a service that answers.
 class NoWmi : public Wmi {
  public:
-  std::vector<WmiObject> ExecQuery(const std::string& query) override {
-    throw StatementFailed("Nothing answers the query: " + query, kInvalidProcedureCall);
+  std::unique_ptr<WmiService> connect(const std::string& moniker) override {
+    throw StatementFailed("Nothing answers at " + moniker, kInvalidProcedureCall);
   }
 };
 
