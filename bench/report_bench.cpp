@@ -186,11 +186,11 @@ class Bench {
   veltrin::Simulation simulation_;
   veltrin::QtDesktop desktop_{events_, simulation_.files, "Veltrin", veltrin::showInWindow};
   const veltrin::Platform& rest_ = simulation_.platform;
-  veltrin::Platform platform_{events_,        timers_,           rest_.clock,     desktop_,
-                              rest_.files,    rest_.processes,   rest_.profiles,  rest_.registry,
-                              rest_.shell,    rest_.environment, rest_.sockets,   rest_.counters,
-                              rest_.wmi,      rest_.icmp,        rest_.downloads, rest_.interfaces,
-                              rest_.printers, "veltrin"};
+  veltrin::Platform platform_{
+      events_,          timers_,        rest_.clock,    desktop_,          rest_.files,
+      rest_.processes,  rest_.profiles, rest_.registry, rest_.shell,       rest_.environment,
+      rest_.sockets,    rest_.counters, rest_.wmi,      rest_.icmp,        rest_.downloads,
+      rest_.interfaces, rest_.printers, rest_.drives,   rest_.processList, "veltrin"};
   veltrin::Program program_{platform_};
   QSize size_;
 };

@@ -82,11 +82,11 @@ class MonitorProgram {
   Simulation simulation;
   LinuxCounters counters;
   Platform platform{
-      simulation.loop,  simulation.loop,        simulation.clock,     simulation.desktop,
-      simulation.files, simulation.processes,   simulation.profiles,  simulation.registry,
-      simulation.shell, simulation.environment, simulation.sockets,   counters,
-      simulation.wmi,   simulation.icmp,        simulation.downloads, simulation.interfaces,
-      "Veltrin"};
+      simulation.loop,     simulation.loop,        simulation.clock,       simulation.desktop,
+      simulation.files,    simulation.processes,   simulation.profiles,    simulation.registry,
+      simulation.shell,    simulation.environment, simulation.sockets,     counters,
+      simulation.wmi,      simulation.icmp,        simulation.downloads,   simulation.interfaces,
+      simulation.printers, simulation.drives,      simulation.processList, "Veltrin"};
   Program program{platform};
 
   // Lets a second of the program pass, in which its windows tick once.

@@ -122,7 +122,6 @@ void Monkey::provideTraffic() {
 // Printers come and go, too.
 void Monkey::changePrinters() {
   SimulatedPrinters& printers = simulation_->printers;
-  printers.refuseList = oneIn(6);
   printers.jobsUntilRefusal = oneIn(4) ? static_cast<int>(below(3)) : -1;
   printers.names = oneIn(3) ? std::vector<std::string>() : std::vector<std::string>{"Laser", "Ink"};
   printers.defaultName = printers.names.empty() ? "" : printers.names[below(2)];
@@ -139,6 +138,7 @@ void Monkey::runProgram() {
   result_.messages += simulation_->desktop.messages.size();
   result_.saves += simulation_->files.contents.size();
   result_.pages += simulation_->printers.jobs.size();
+  result_.refusedPages += static_cast<std::uint64_t>(simulation_->printers.refusals);
   remember(std::to_string(simulation_->loop.milliseconds()) + simulation_->settings());
   simulation_.reset();
 }
@@ -285,21 +285,7 @@ void Monkey::actOnButton(CommandButton& button) {
   const bool ends = std::find(kEnds.begin(), kEnds.end(), button.caption.get()) != kEnds.end() ||
                     button.form()->name() == "setlang";
   if (ends && !oneIn(5)) return;
-  const auto* printing = dynamic_cast<const frmPrint*>(button.form());
-  if (printing != nullptr && &button == &printing->cmdPrint) {
-    print(button);
-  } else {
-    simulation_->desktop.click(button);
-  }
-}
-
-// A printer that refuses, or a number of copies that is none, ends the routine that prints.
-void Monkey::print(CommandButton& button) {
-  try {
-    simulation_->desktop.click(button);
-  } catch (const StatementFailed&) {
-    ++result_.refusedPages;
-  }
+  simulation_->desktop.click(button);
 }
 
 void Monkey::actOnText(TextBox& box) {

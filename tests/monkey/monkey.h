@@ -24,7 +24,7 @@ struct MonkeyResult {
   std::uint64_t messages = 0;      // messages that were shown
   std::uint64_t saves = 0;         // result files that were written
   std::uint64_t pages = 0;         // that were printed
-  std::uint64_t refusedPages = 0;  // by their printers
+  std::uint64_t refusedPages = 0;  // by their printers, or for want of one
   std::uint64_t digest = 0;        // of everything that could be seen
   std::uint64_t failures = 0;      // statements that failed outside every rule
   std::uint64_t openHandles = 0;   // left open by runs that ended well
@@ -53,7 +53,6 @@ class Monkey {
   void actOnControl(Control& control);
   void actOnText(TextBox& box);
   void actOnButton(CommandButton& button);
-  void print(CommandButton& button);
   void changeFaults();
   void lookAt(const Form& form);
   void remember(const std::string& seen);

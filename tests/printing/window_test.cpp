@@ -41,11 +41,11 @@ class PrintWindowTest : public PrintingTest {
   }
 
   Simulation rest_;
-  Platform platform_{rest_.loop,  rest_.loop,        rest_.clock,     rest_.desktop,
-                     rest_.files, rest_.processes,   rest_.profiles,  rest_.registry,
-                     rest_.shell, rest_.environment, rest_.sockets,   rest_.counters,
-                     rest_.wmi,   rest_.icmp,        rest_.downloads, rest_.interfaces,
-                     printers,    "Veltrin"};
+  Platform platform_{rest_.loop,  rest_.loop,        rest_.clock,       rest_.desktop,
+                     rest_.files, rest_.processes,   rest_.profiles,    rest_.registry,
+                     rest_.shell, rest_.environment, rest_.sockets,     rest_.counters,
+                     rest_.wmi,   rest_.icmp,        rest_.downloads,   rest_.interfaces,
+                     printers,    rest_.drives,      rest_.processList, "Veltrin"};
   Program program_{platform_};
   std::shared_ptr<frmPrint> window_;
 };

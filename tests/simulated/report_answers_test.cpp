@@ -137,7 +137,9 @@ TEST_F(ReportAnswers, AFailedQueryOfTheStartupWalksTheAnswerBeforeOnceMore) {
   answer("Select * from Win32_Desktop", {{{{"Caption", "C"}}}});
   tick({ReportBox::Desktop, ReportBox::Startup});
   EXPECT_EQ(press(), behind({kGap, headingLine("DeskTOP", 10), kGap, headingLine("Start UP", 36),
-                             plainLine("Name: C"), plainLine("    Caption: C")}));
+                             plainLine("Name: C"), plainLine("    Caption: C"), kGap,
+                             headingLine("Running Processes", 13), kGap, kGap,
+                             headingLine("User Processes anf Threads", 13)}));
 }
 
 TEST_F(ReportAnswers, TheBoardsAnswerIsTheOneBeforeTheSlots) {

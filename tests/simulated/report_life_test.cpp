@@ -86,6 +86,18 @@ TEST_F(ReportLife, AWindowThatIsClosedInTheRunGetsItsReportAndIsNotShown) {
   EXPECT_THAT(simulation.desktop.shown, Not(Contains(window.get())));
 }
 
+TEST_F(ReportLife, AWindowThatIsClosedInTheRunGetsItsDrivesToo) {
+  tick({ReportBox::HardDrives});
+  answer("Select * from Win32_LogicalDisk", {});
+  answer("Select * from Win32_DiskDrive", {});
+  closeInTheRun();
+  EXPECT_EQ(press(),
+            before({headingLine("     ", 0), headingLine("Physical Hard Drive Information", 0),
+                    kGap, headingLine("                  Logical Drive Information", 0),
+                    headingLine(" ", 0), headingLine(" ", 0),
+                    headingLine("                  Detailed Physical Drive Information", 0)}));
+}
+
 TEST_F(ReportLife, AWindowThatIsOpenedInTheRunOfAnotherGetsNothing) {
   std::shared_ptr<frmSysInfo> second;
   closeInTheRun();

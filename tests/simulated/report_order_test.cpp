@@ -18,6 +18,14 @@ const ReportText kProcessors{kGap, headingLine("Processors", 1),
                              boldLine("Number of CPUs: 2     Cores: 4"), headingLine("Cache", 9)};
 const ReportText kMemory{kGap, headingLine("Physical Memory", 20),
                          boldLine("Total Memory: 3,957MB  Free: 2,046MB")};
+const ReportText kDrives{headingLine("     ", 0),
+                         headingLine("Physical Hard Drive Information", 0),
+                         kGap,
+                         headingLine("                  Logical Drive Information", 0),
+                         headingLine(" ", 0),
+                         headingLine("C:   (Empty)", 16),
+                         headingLine(" ", 0),
+                         headingLine("                  Detailed Physical Drive Information", 0)};
 const ReportText kBoard{kGap,
                         headingLine("MotherBoard", 20),
                         plainLine("Board 7 "),
@@ -45,7 +53,14 @@ const ReportText kPeripherals{kGap,
                               headingLine("PnP Signed", 0)};
 const ReportText kComputer{headingLine("System", 35)};
 const ReportText kDesktop{kGap, headingLine("DeskTOP", 10)};
-const ReportText kStartup{kGap, headingLine("Start UP", 36)};
+const ReportText kStartup{kGap,
+                          headingLine("Start UP", 36),
+                          kGap,
+                          headingLine("Running Processes", 13),
+                          boldLine("explorer.exe"),
+                          kGap,
+                          kGap,
+                          headingLine("User Processes anf Threads", 13)};
 const ReportText kDrivers{kGap, headingLine("System Drivers", 36)};
 const ReportText kSoftware{kGap, headingLine("Installed Software", 36)};
 const ReportText kUsers{kGap, headingLine("Users", 2)};
@@ -88,7 +103,13 @@ class ListObserver : public ListViewScreen {
 
 class ReportOrder : public CatalogueRun {
  protected:
-  ReportOrder() { prints(printed(desktop(10, 2))); }
+  ReportOrder() {
+    prints(printed(desktop(10, 2)));
+    answer("Select * from Win32_LogicalDisk",
+           {{{{"Caption", "C:"}, {"MediaType", 5}, {"VolumeName", ""}}}});
+    answer("Select * from Win32_DiskDrive", {});
+    simulation.processList.processes = {{7, "C:\\Windows\\Explorer.EXE", {}, true}};
+  }
 
   std::shared_ptr<DosApp> buffers = program.keep<DosApp>();
 };
@@ -98,6 +119,7 @@ TEST_F(ReportOrder, OfAllSections) {
   EXPECT_EQ(press(), joinedLines({kSystem,
                                   kProcessors,
                                   kMemory,
+                                  kDrives,
                                   kBoard,
                                   kVideo,
                                   kPeripherals,
@@ -160,11 +182,10 @@ TEST_F(ReportOrder, NothingTickedAsksForTheMemoryAlone) {
 }
 
 TEST_F(ReportOrder, EachBoxOfTheEarlierSectionsPrintsItsOwn) {
-  const std::vector<std::pair<ReportBox, ReportText>> early{{ReportBox::Processors, kProcessors},
-                                                            {ReportBox::Memory, kMemory},
-                                                            {ReportBox::Board, kBoard},
-                                                            {ReportBox::Video, kVideo},
-                                                            {ReportBox::Peripherals, kPeripherals}};
+  const std::vector<std::pair<ReportBox, ReportText>> early{
+      {ReportBox::Processors, kProcessors}, {ReportBox::Memory, kMemory},
+      {ReportBox::HardDrives, kDrives},     {ReportBox::Board, kBoard},
+      {ReportBox::Video, kVideo},           {ReportBox::Peripherals, kPeripherals}};
   for (const auto& [box, section] : early) {
     tick({box});
     EXPECT_EQ(press(), joinedLines({kSystem, section, {kGap, kGap}})) << static_cast<int>(box);

@@ -23,7 +23,10 @@ class SimulatedPrinter : public Printer {
 
   void Print(const std::string& text) override {
     printers_.note("print");
-    if (printers_.jobsUntilRefusal == 0) throw StatementFailed("Printer error");
+    if (printers_.jobsUntilRefusal == 0) {
+      ++printers_.refusals;
+      throw StatementFailed("Printer error");
+    }
     text_ += text;
     hasPrinted_ = true;
   }
@@ -52,6 +55,7 @@ std::string SimulatedPrinters::defaultDeviceName() { return defaultName; }
 std::unique_ptr<Printer> SimulatedPrinters::open(const std::string& deviceName) {
   note("open " + deviceName);
   if (std::find(names.begin(), names.end(), deviceName) == names.end()) {
+    ++refusals;
     throw StatementFailed("No such printer: " + deviceName);
   }
   return std::make_unique<SimulatedPrinter>(*this, deviceName);

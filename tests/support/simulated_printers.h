@@ -25,6 +25,7 @@ class SimulatedPrinters : public Printers, public Journalled {
   std::string defaultName = "Ink";
   int jobsUntilRefusal = -1;  // the printer takes so many more jobs, and refuses the next
   std::vector<Job> jobs;
+  int refusals = 0;  // of pages, and of printers that are not there
 
   std::vector<std::string> deviceNames() override;
   std::string defaultDeviceName() override;
