@@ -1,5 +1,9 @@
+#include <array>
+#include <cctype>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <string>
+#include <unistd.h>
 
 #include "platform/linux/linux_environment.h"
 
@@ -23,6 +27,31 @@ TEST_F(LinuxEnvironmentTest, ComparesNamesWithTheirCase) {
 TEST_F(LinuxEnvironmentTest, HasNothingUnderAMissingName) {
   EXPECT_EQ(LinuxEnvironment().variable("VELTRIN_TEST_2"), "");
   EXPECT_EQ(LinuxEnvironment().variable(""), "");
+}
+
+TEST_F(LinuxEnvironmentTest, TellsHowManyProcessorsThereAre) {
+  unsetenv("NUMBER_OF_PROCESSORS");
+  EXPECT_EQ(LinuxEnvironment().variable("NUMBER_OF_PROCESSORS"),
+            std::to_string(sysconf(_SC_NPROCESSORS_ONLN)));
+}
+
+TEST_F(LinuxEnvironmentTest, TellsTheHostsNameInUpperCase) {
+  unsetenv("Computername");
+  std::array<char, 256> host{};
+  ASSERT_EQ(gethostname(host.data(), host.size() - 1), 0);
+  std::string name = host.data();
+  name = name.substr(0, name.find('.'));
+  for (char& letter : name) letter = static_cast<char>(std::toupper(letter));
+  EXPECT_EQ(LinuxEnvironment().variable("Computername"), name);
+}
+
+TEST_F(LinuxEnvironmentTest, KeepsWhatIsSet) {
+  setenv("NUMBER_OF_PROCESSORS", "17", 1);
+  setenv("Computername", "Desk", 1);
+  EXPECT_EQ(LinuxEnvironment().variable("NUMBER_OF_PROCESSORS"), "17");
+  EXPECT_EQ(LinuxEnvironment().variable("Computername"), "Desk");
+  unsetenv("NUMBER_OF_PROCESSORS");
+  unsetenv("Computername");
 }
 
 TEST_F(LinuxEnvironmentTest, HasNoSystemFolder) {

@@ -97,6 +97,9 @@ class ReportPictures : public Pictures {
     }
     form->SYSView.setListIndex(1);
     form->SYSView.Refresh();
+    const auto* list = window->findChild<QAbstractItemView*>(QStringLiteral("SYSView"));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return list->model()->rowCount() == form->SYSView.ListCount(); }));
     return form;
   }
 
