@@ -239,7 +239,7 @@ bool LVListBox::isCurrent(std::size_t index, std::uint64_t life) const {
 void LVListBox::takeSelection(const std::vector<std::size_t>& indexes, std::uint64_t life) {
   const bool areCurrent = std::all_of(indexes.begin(), indexes.end(),
                                       [&](std::size_t index) { return isCurrent(index, life); });
-  if (isUsable() && areCurrent) ListView1.selectOnly(indexes);
+  if (isUsable() && life == ListView1.life() && areCurrent) ListView1.selectOnly(indexes);
 }
 
 void LVListBox::clickItem(std::size_t index, std::uint64_t life) {

@@ -66,7 +66,8 @@ class DosApp : public Form {
   void CheckDirty(const std::string& Drive);
 
   // Asks the system's tool for what it knows of a drive, and keeps the drive's room in the
-  // DriveValues. The last answer is then in DosBox.
+  // DriveValues. The last answer is then in DosBox. Throws StatementFailed at the first thing
+  // that fails.
   void DriveCInfo(const std::string& Drive);
 
   // Writes 20 MB of blanks to the drive that the DriveValues name.

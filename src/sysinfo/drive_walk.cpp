@@ -1,5 +1,8 @@
 #include "sysinfo/drive_walk.h"
 
+#include <memory>
+#include <optional>
+
 #include "sysinfo/drive_matching.h"
 #include "sysinfo/result_set.h"
 #include "text/strings.h"
@@ -12,24 +15,30 @@ void DriveWalk::clearLists() {
   lists_.disks.clear();
 }
 
-std::vector<WmiObject> DriveWalk::objectsOf(const std::string& kind) {
-  std::vector<WmiObject> objects;
+// An object is visited before the next one is asked for.
+void DriveWalk::forEach(const std::string& kind, const Visit& visit) {
+  std::unique_ptr<WmiObjects> answer;
   guard_.run([&] {
-    const auto service = platform_.wmi.connect(monikerOf(computer_));
-    const auto answer = service->ExecQuery("Select * from " + kind, kQueryFlags);
-    while (auto object = answer->next()) objects.push_back(std::move(*object));
+    answer = platform_.wmi.connect(monikerOf(computer_))
+                 ->ExecQuery("Select * from " + kind, kQueryFlags);
   });
-  return objects;
+  if (!answer) return;
+  for (;;) {
+    std::optional<WmiObject> object;
+    guard_.run([&] { object = answer->next(); });
+    if (!object) return;
+    visit(*object);
+  }
 }
 
 void DriveWalk::logicalDrives(const DriveStep& before, const DriveStep& after) {
   int number = 0;
-  for (const WmiObject& drive : objectsOf("Win32_LogicalDisk")) {
+  forEach("Win32_LogicalDisk", [&](const WmiObject& drive) {
     ++number;
     if (before) before(drive, number);
     enter(drive, number);
     if (after) after(drive, number);
-  }
+  });
 }
 
 void DriveWalk::enter(const WmiObject& drive, int number) {
@@ -55,7 +64,7 @@ void DriveWalk::enterSizes(const WmiObject& drive, int number) {
 
 void DriveWalk::disks(const DiskSteps& steps) {
   DriveMatching matching(table_, steps.mostPartitions, guard_);
-  for (const WmiObject& disk : objectsOf("Win32_DiskDrive")) {
+  forEach("Win32_DiskDrive", [&](const WmiObject& disk) {
     const DriveMatch found = matching.match(disk, candidates());
     if (!found.slots.empty()) record(disk, found.slots, steps);
     if (found.alone != 0) {
@@ -64,7 +73,7 @@ void DriveWalk::disks(const DiskSteps& steps) {
     }
     if (steps.told) steps.told(disk);
     removePlaced();
-  }
+  });
 }
 
 std::vector<int> DriveWalk::candidates() const {

@@ -62,7 +62,8 @@ class DriveWalk {
   void disks(const DiskSteps& steps);
 
  private:
-  std::vector<WmiObject> objectsOf(const std::string& kind);
+  using Visit = std::function<void(const WmiObject&)>;
+  void forEach(const std::string& kind, const Visit& visit);
   void enter(const WmiObject& drive, int number);
   void enterSizes(const WmiObject& drive, int number);
   std::vector<int> candidates() const;

@@ -84,13 +84,15 @@ void frmPrint::Form_Load() {
 
 void frmPrint::showPrinters() {
   Printers& printers = program_.platform.printers;
-  cboPrinter.items = printers.deviceNames();
-  cboPrinter.text = printers.defaultDeviceName();
+  skip([&] { cboPrinter.items = printers.deviceNames(); });
+  skip([&] { cboPrinter.text = printers.defaultDeviceName(); });
 }
 
 void frmPrint::readSettings() {
   if (program_.readSetting(kSection, "Printer").empty()) {
-    program_.writeSetting(kSection, "Printer", program_.platform.printers.defaultDeviceName());
+    skip([&] {
+      program_.writeSetting(kSection, "Printer", program_.platform.printers.defaultDeviceName());
+    });
     program_.writeSetting(kSection, "Copies", "1");
     program_.writeSetting(kSection, "Orientation", kUpright);
     program_.writeSetting(kSection, "Size", "12");

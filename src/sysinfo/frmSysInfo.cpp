@@ -133,6 +133,7 @@ void frmSysInfo::Command1_Click() {
   SYSView.Clear();
   program_.keep<DosApp>()->SysInfo("0");
   SYSView.setListIndex(1);
+  SYSView.ListView1.ensureVisible(0);  // the line above it, too: the view is at the top
   SYSView.Refresh();
   mousePointer = MousePointer::Default;
 }

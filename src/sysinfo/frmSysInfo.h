@@ -21,13 +21,13 @@ class frmSysInfo : public Form {
  public:
   explicit frmSysInfo(Program& program);
 
+  ImageList ImageList1;             // of the lines, which go before it
   LVListBox SYSView;                // the lines of the last report
   TextBox Text1;                    // the text of all reports since the window was opened
   std::array<CheckBox, 14> Showme;  // the sections that are wanted
   CommandButton Command1{"Get Info"};
   Label Label1;  // ticks all of them
   Label Label2;  // none
-  ImageList ImageList1;
   MenuEntry mnuOpt{"Options"};
   MenuEntry mnuSave{"Save to Files"};
   MenuEntry mnuPrint{"Print"};

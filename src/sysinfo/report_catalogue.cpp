@@ -92,8 +92,8 @@ void printRecords(Report& report, ResultSet& results, const ListBox& hotfixes) {
 
 }  // namespace
 
-// All sections share one set of results but that of the computer; those of the drives and of
-// the first stage have their own.
+// All sections share one set of results but that of the computer; the first stage has
+// one of its own, and the drives ask by themselves.
 void printReport(Report& report, DosApp& buffers) {
   ResultSet results = report.resultSet();
   printHardware(report, results, buffers);

@@ -20,8 +20,8 @@ inline constexpr std::int32_t kQueryFlags = kWmiReturnImmediately + kWmiForwardO
 
 // The connection and the answer of one routine, which each query makes anew. What fails of
 // that leaves what the one before it left: without a new connection the old one is asked, and
-// without a new answer the old one is walked once more; at the start there is none. Every
-// routine that asks has a set of its own, new with each call.
+// without a new answer the old one is walked once more; at the start there is none. A routine
+// of the report has a set of its own, new with each call.
 class ResultSet {
  public:
   // A set about the machine of that name.

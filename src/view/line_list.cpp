@@ -57,9 +57,12 @@ void LineList::forget() {
   binding_ = nullptr;
   pause_.stop();
   hasNews_ = false;
+  isReset_ = false;
+  changed_.reset();
+  revealed_ = -1;
+  look_.reset();
   const QScopedValueRollback updating(isCatchingUp_, true);
   model_->setLines(nullptr);
-  look_.reset();
 }
 
 // Lines that come at the end, which may be many, are told together; one that comes or goes
@@ -285,7 +288,7 @@ LineState LineList::stateOf(int row, const ListLine& line) const {
   LineState state;
   state.isActive = hasKeyboard();
   state.isCurrent = currentIndex().row() == row;
-  const bool isEdited = state.isCurrent && this->state() == EditingState;
+  const bool isEdited = isPersistentEditorOpen(model_->index(row));
   const bool isSeen = state.isActive || !list_->HideSelection;
   state.isSelected = line.Selected && isSeen && !isEdited;
   state.isActive = state.isActive && !isEdited;

@@ -66,6 +66,7 @@ class LineList : public QListView, private ListViewScreen {
   QRegion visualRegionForSelection(const QItemSelection& selection) const override;
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
   bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
  private:
   // A range of lines that look different.
@@ -134,11 +135,12 @@ class LineList : public QListView, private ListViewScreen {
   QTimer pause_;               // to the next frame
   QElapsedTimer sincePainted_;
 
-  int pressed_ = -1;         // the line on which the left button went down
-  int ticking_ = -1;         // the same for a check box
-  bool isClick_ = false;     // its release makes a click
-  bool isFocusing_ = false;  // it gave the list the keyboard
-  int hover_ = -1;           // the line under the mouse, if that is to be seen
+  int pressed_ = -1;            // the line on which the left button went down
+  int ticking_ = -1;            // the same for a check box
+  bool isClick_ = false;        // its release makes a click
+  bool isFocusing_ = false;     // it gave the list the keyboard
+  std::uint64_t editLife_ = 0;  // of the list when the edit began
+  int hover_ = -1;              // the line under the mouse, if that is to be seen
 };
 
 }  // namespace veltrin

@@ -130,7 +130,16 @@ void LineList::focusInEvent(QFocusEvent* event) {
 
 bool LineList::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
   if (trigger == SelectedClicked && isFocusing_) return false;
-  return QListView::edit(index, trigger, event);
+  const bool isBegun = QListView::edit(index, trigger, event);
+  if (isBegun && list_ != nullptr) editLife_ = list_->ListView1.life();
+  return isBegun;
+}
+
+// The key Tab ends an edit and begins no other.
+void LineList::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+  const bool goesOn = hint == QAbstractItemDelegate::EditNextItem ||
+                      hint == QAbstractItemDelegate::EditPreviousItem;
+  QListView::closeEditor(editor, goesOn ? QAbstractItemDelegate::NoHint : hint);
 }
 
 // A routine that wants a key for itself has run by then unless the gate is closed, and the
@@ -247,11 +256,12 @@ void LineList::selectionChanged(const QItemSelection& selected, const QItemSelec
 }
 
 // An edit that the program ends, by selecting another line say, is told when the list has
-// caught up: its routine may do anything to the list.
+// caught up: its routine may do anything to the list. One during which lines went or changed
+// their places is void.
 void LineList::endEdit(int row, const QString& text) {
   if (list_ == nullptr) return;
   const auto index = static_cast<std::size_t>(row);
-  const auto end = [index, life = list_->ListView1.life(), text = fromQt(text)](LVListBox& list) {
+  const auto end = [index, life = editLife_, text = fromQt(text)](LVListBox& list) {
     list.endEdit(index, life, text);
   };
   if (isCatchingUp_) {

@@ -38,9 +38,9 @@ constexpr std::array<const char*, 18> kTexts = {"",
                                                 " 7 "};
 
 // Windows that a user opens from the menu.
-constexpr std::array<WindowName, 8> kWindows = {
+constexpr std::array<WindowName, 7> kWindows = {
     WindowName::pingtester, WindowName::trace,      WindowName::indepth, WindowName::Stability,
-    WindowName::MonOut,     WindowName::frmNetwork, WindowName::frmIP,   WindowName::frmSysInfo};
+    WindowName::MonOut,     WindowName::frmNetwork, WindowName::frmIP};
 
 // The settings of an installation with a file for all rated speeds but the lowest.
 const char* const kInstallation =
@@ -168,6 +168,8 @@ void Monkey::act() {
     openWindow();
   } else if (oneIn(400)) {
     openInDepth();
+  } else if (oneIn(300)) {
+    program.tools.show(WindowName::frmSysInfo);  // before all others while it is open
   } else if (oneIn(2000)) {
     program.tools.show(WindowName::mtutest);  // no other window takes input for minutes
   } else if (oneIn(1000)) {

@@ -25,6 +25,13 @@ TEST(DriveFolders, AreTheRootAndWhereOtherDevicesAreMounted) {
   EXPECT_THAT(driveFolders(kMounts), ElementsAre("/", "/boot/efi", "/media/My Stick\\"));
 }
 
+TEST(DriveFolders, GiveTheDeviceOfTheRootNoSecondLetter) {
+  EXPECT_THAT(driveFolders("/dev/sda2 /sysroot ext4 rw 0 0\n"
+                           "/dev/sda2 / ext4 rw 0 0\n"
+                           "/dev/sda3 /home ext4 rw 0 0\n"),
+              ElementsAre("/", "/home"));
+}
+
 TEST(DriveFolders, HaveARootThatIsOnNoDevice) {
   EXPECT_THAT(driveFolders("overlay / overlay rw 0 0\n"), ElementsAre("/"));
   EXPECT_THAT(driveFolders(""), ElementsAre("/"));

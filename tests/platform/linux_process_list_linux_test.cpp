@@ -69,6 +69,12 @@ TEST_F(LinuxProcessListTest, NamesProcessesByTheirProgramsElseByTheirWords) {
   EXPECT_THAT(namesOf(made), ElementsAre("kthreadd", "web-content"));
 }
 
+TEST_F(LinuxProcessListTest, NamesAProgramThatWasDeletedSinceAsBefore) {
+  addProcess("20", "sshd");
+  runs("20", "/usr/sbin/sshd-session (deleted)");
+  EXPECT_THAT(namesOf(made), ElementsAre("sshd-session"));
+}
+
 TEST_F(LinuxProcessListTest, LeavesOutAProcessThatHasEndedMeanwhile) {
   std::filesystem::create_directory(proc.folder() / "7");
   EXPECT_THAT(namesOf(made), IsEmpty());
@@ -103,7 +109,7 @@ TEST_F(LinuxProcessListTest, FailsWithoutTheProcessFileSystem) {
   EXPECT_THAT(namesOf(none), IsEmpty());
 }
 
-TEST_F(LinuxProcessListTest, TellsMappedFilesOnceAndTheProgramFirst) {
+TEST_F(LinuxProcessListTest, TellsFilesOfMappedCodeOnceAndTheProgramFirst) {
   addProcess("5", "x");
   runs("5", "/usr/bin/x y");
   proc.fill("5/maps",
@@ -113,8 +119,9 @@ TEST_F(LinuxProcessListTest, TellsMappedFilesOnceAndTheProgramFirst) {
             "0040-0050 rw-p 00000000 00:00 0 \n"
             "0050-0060 r-xp 00001000 08:01 11                         /usr/lib/libz.so\n"
             "0060-0070 rw-p 00000000 00:00 0                          [anon:a/b]\n"
-            "0070-0080 r--p 00000000 08:01 13                         /a (deleted)\n");
-  EXPECT_THAT(modulesOf(made, 5), ElementsAre("/usr/bin/x y", "/usr/lib/libz.so", "/a (deleted)"));
+            "0070-0080 r--p 00000000 08:01 13                         /usr/share/fonts/x.ttf\n"
+            "0080-0090 r-xp 00000000 08:01 14                         /a (deleted)\n");
+  EXPECT_THAT(modulesOf(made, 5), ElementsAre("/usr/bin/x y", "/usr/lib/libz.so", "/a"));
 }
 
 TEST_F(LinuxProcessListTest, AProcessOfTheKernelHasNoModules) {
@@ -131,7 +138,7 @@ TEST_F(LinuxProcessListTest, AProcessWhoseMapsAreNotToBeReadRefuses) {
 
 TEST_F(LinuxProcessListTest, TellsHowManyModulesThereAreBeyondATable) {
   addProcess("3", "x");
-  proc.fill("3/maps", "0-1 r--p 0 0:0 1 /a\n1-2 r--p 0 0:0 2 /b\n2-3 r--p 0 0:0 3 /c\n");
+  proc.fill("3/maps", "0-1 r-xp 0 0:0 1 /a\n1-2 r-xp 0 0:0 2 /b\n2-3 r-xp 0 0:0 3 /c\n");
   const auto process = made.OpenProcess(kQueryAndRead, false, 3);
   std::array<ProcessList::Module, 2> modules{};
   std::uint32_t bytes = 0;
@@ -141,7 +148,7 @@ TEST_F(LinuxProcessListTest, TellsHowManyModulesThereAreBeyondATable) {
 
 TEST_F(LinuxProcessListTest, TellsTheNameOfAModule) {
   addProcess("3", "x");
-  proc.fill("3/maps", "0-1 r--p 0 0:0 1 /usr/lib/libz.so\n");
+  proc.fill("3/maps", "0-1 r-xp 0 0:0 1 /usr/lib/libz.so\n");
   const auto process = made.OpenProcess(kQueryAndRead, false, 3);
   std::string name = "unknown";
   EXPECT_EQ(made.GetModuleBaseNameA(process, 1, name, 400), 7U);

@@ -135,6 +135,15 @@ TEST_F(ListBoxEventsTest, WhatConcernsALineOfAnEarlierLifeDoesNothing) {
   EXPECT_FALSE(line(0).Checked);
 }
 
+TEST_F(ListBoxEventsTest, NothingSelectedInAnEarlierLifeDoesNothing) {
+  fill({"a", "b"});
+  const std::uint64_t earlier = life();
+  list.RemoveItem(0);
+  list.setListIndex(0);
+  list.takeSelection({}, earlier);
+  EXPECT_THAT(selected(), testing::ElementsAre("b"));
+}
+
 TEST_F(ListBoxEventsTest, WhatConcernsNoLineDoesNothing) {
   fill({"a"});
   list.endEdit(1, life(), "edited");

@@ -128,8 +128,7 @@ TEST_F(ListBoxLinesTest, ClearOfAnEmptyListChangesNothingToBeSeen) {
   list.Clear();
   EXPECT_EQ(list.ListCount(), 0);
   EXPECT_EQ(list.ListIndex(), -1);
-  EXPECT_EQ(screen.told.front(), "locked");
-  EXPECT_EQ(screen.told.back(), "unlocked");
+  EXPECT_THAT(screen.told, ElementsAre("locked", "reset", "unlocked"));
 }
 
 TEST_F(ListBoxLinesTest, AClearedListTakesNewLines) {

@@ -165,6 +165,23 @@ TEST_F(DriveReportTest, TheOtherFormWithoutTheServiceHasOnlyItsHeadings) {
                           "0 drive:                   Detailed Drive Information"));
 }
 
+TEST_F(DriveReportTest, AnAnswerAboutDisksThatBreaksOffEndsBehindTheDisksThatCame) {
+  addDrive("C:", 12, "System", 100);
+  addDisk(0, 1, 100 * kCylinder);
+  addDisk(1, 1, 500 * kCylinder);
+  simulation.wmi.breaks[kDisksQuery] = 1;
+  const ReportLines all = reported();
+  EXPECT_THAT(all, Contains("0 drive:     Model: Disk 0"));
+  EXPECT_EQ(all.back(), "0 drive:     TracksPerCylinder: 255");
+}
+
+TEST_F(DriveReportTest, AnAnswerAboutDrivesThatBreaksOffEndsBehindTheDrivesThatCame) {
+  addDrive("C:", 12, "System", 100);
+  addDrive("D:", 12, "Data", 100);
+  simulation.wmi.breaks[kDrivesQuery] = 1;
+  EXPECT_EQ(reported().back(), "15 drive: C:   (System)   823 MB   (822,528,000 Bytes)");
+}
+
 TEST_F(DriveReportTest, WithoutAnAnswerAboutDisksEndsBehindTheirHeading) {
   simulation.wmi.answers.erase(kDisksQuery);
   EXPECT_THAT(reported(), ElementsAreArray(kOfNothing));

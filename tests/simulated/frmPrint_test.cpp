@@ -178,6 +178,18 @@ TEST_F(PrintWindow, TellsThatThereIsNoPrinter) {
   EXPECT_THAT(papers(), IsEmpty());
 }
 
+TEST_F(PrintWindow, OpensWhereTheSystemDoesNotTellItsPrinters) {
+  simulation.printers.tellsNothing = true;
+  openPrint("text");
+  EXPECT_EQ(print->rtfLap1.text.get(), "text");
+  EXPECT_EQ(print->Combo1.text.get(), "1");
+  EXPECT_EQ(print->Combo2.text.get(), "12");
+  EXPECT_TRUE(print->Option1.value());
+  EXPECT_EQ(setting("Printer"), "");
+  pressPrint();
+  EXPECT_THAT(messages(), ElementsAre("No Printer Detected"));
+}
+
 TEST_F(PrintWindow, TellsThatThereIsNoText) {
   openPrint("");
   pressPrint();

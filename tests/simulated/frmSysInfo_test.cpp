@@ -235,8 +235,8 @@ TEST_F(ReportWindow, ReturnsToTheTopBehindARun) {
   NotedScreen screen(window->SYSView.ListView1);
   simulation.desktop.click(window->Command1);
   EXPECT_EQ(window->SYSView.ListIndex(), 1);
-  EXPECT_THAT(Lines(screen.notes.end() - 3, screen.notes.end()),
-              ElementsAre("selection", "visible 1", "refresh"));
+  EXPECT_THAT(Lines(screen.notes.end() - 4, screen.notes.end()),
+              ElementsAre("selection", "visible 1", "visible 0", "refresh"));
 }
 
 TEST_F(ReportWindow, SecondRunShowsOneReportInTheListAndTwoInASavedFile) {
@@ -258,9 +258,17 @@ TEST_F(ReportWindow, SecondRunShowsOneReportInTheListAndTwoInASavedFile) {
 TEST_F(ReportWindow, SecondPressInAYieldStartsANestedRun) {
   open();
   prints(linesOfBoard(3));
+  int depth = 0;
+  int deepest = 0;
+  window->Command1.click = [&, run = window->Command1.click] {
+    deepest = std::max(deepest, ++depth);
+    run();
+    --depth;
+  };
   simulation.loop.after(kToolTime / 2, [this] { simulation.desktop.click(window->Command1); });
   simulation.desktop.click(window->Command1);
   EXPECT_EQ(simulation.processes.starts.size(), 2U);
+  EXPECT_EQ(deepest, 2);
   EXPECT_EQ(window->mousePointer.get(), MousePointer::Default);
 }
 
@@ -342,7 +350,8 @@ TEST_F(ReportWindow, TellsOfAFileThatItCouldNotOpen) {
   simulation.files.refuseOpening = true;
   simulation.desktop.choose(window->mnuSave);
   EXPECT_EQ(savedFile(), "(none)");
-  EXPECT_EQ(messages().size(), 1U);
+  EXPECT_THAT(messages(), ElementsAre("File Created: \r\n"
+                                      "C:\\Program Files\\Veltrin\\SystemInfo (07Mar2666.txt"));
 }
 
 TEST_F(ReportWindow, KeepsTheOlderFileOnAFullDisk) {

@@ -48,9 +48,15 @@ class SimulatedPrinter : public Printer {
 
 }  // namespace
 
-std::vector<std::string> SimulatedPrinters::deviceNames() { return names; }
+std::vector<std::string> SimulatedPrinters::deviceNames() {
+  if (tellsNothing) throw StatementFailed("No answer");
+  return names;
+}
 
-std::string SimulatedPrinters::defaultDeviceName() { return defaultName; }
+std::string SimulatedPrinters::defaultDeviceName() {
+  if (tellsNothing) throw StatementFailed("No answer");
+  return defaultName;
+}
 
 std::unique_ptr<Printer> SimulatedPrinters::open(const std::string& deviceName) {
   note("open " + deviceName);

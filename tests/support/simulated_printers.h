@@ -23,6 +23,7 @@ class SimulatedPrinters : public Printers, public Journalled {
 
   std::vector<std::string> names{"Laser", "Ink"};
   std::string defaultName = "Ink";
+  bool tellsNothing = false;  // the system fails to name its printers
   int jobsUntilRefusal = -1;  // the printer takes so many more jobs, and refuses the next
   std::vector<Job> jobs;
   int refusals = 0;  // of pages, and of printers that are not there

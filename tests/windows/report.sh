@@ -25,8 +25,9 @@ xdotool mousemove 5 5
 sleep 1
 menu=$(buttons)
 
-# About stands beside the menu's last button.
-click $(tail -n 2 <<<"$menu" | head -n 1)
+# About is pale and is not found by its colour: it stands below the seventh button.
+read -r left top <<<"$(sed -n 7p <<<"$menu")"
+click $((left + 35)) $((top + 149))
 sleep 2
 look about
 xdotool key Tab space

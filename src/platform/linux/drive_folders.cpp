@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <sstream>
+#include <utility>
 
 #include "text/strings.h"
 
@@ -33,22 +34,41 @@ std::string unescaped(const std::string& field) {
   return plain;
 }
 
+struct Mount {
+  std::string device;
+  std::string folder;
+};
+
+// Those of devices, in the table's order.
+std::vector<Mount> mountsIn(const std::string& table) {
+  std::vector<Mount> mounts;
+  std::istringstream lines(table);
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream fields(line);
+    Mount mount;
+    fields >> mount.device >> mount.folder;
+    if (!startsWith(mount.device, "/dev/") || startsWith(mount.device, "/dev/loop")) continue;
+    mount.folder = unescaped(mount.folder);
+    mounts.push_back(std::move(mount));
+  }
+  return mounts;
+}
+
 }  // namespace
 
+// The device of the root is that of C wherever else it is mounted.
 std::vector<std::string> driveFolders(const std::string& mounts) {
+  const std::vector<Mount> all = mountsIn(mounts);
   std::vector<std::string> folders{"/"};
   std::vector<std::string> devices;
-  std::istringstream lines(mounts);
-  std::string line;
-  while (std::getline(lines, line) && folders.size() < kMostDrives) {
-    std::istringstream fields(line);
-    std::string device;
-    std::string folder;
-    fields >> device >> folder;
-    if (!startsWith(device, "/dev/") || startsWith(device, "/dev/loop")) continue;
-    if (std::find(devices.begin(), devices.end(), device) != devices.end()) continue;
-    devices.push_back(device);
-    if (folder != "/") folders.push_back(unescaped(folder));
+  for (const Mount& mount : all) {
+    if (mount.folder == "/") devices.push_back(mount.device);
+  }
+  for (const Mount& mount : all) {
+    if (folders.size() == kMostDrives) break;
+    if (std::find(devices.begin(), devices.end(), mount.device) != devices.end()) continue;
+    devices.push_back(mount.device);
+    folders.push_back(mount.folder);
   }
   return folders;
 }

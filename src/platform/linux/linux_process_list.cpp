@@ -24,13 +24,23 @@ std::optional<std::uint32_t> numberOf(const std::string& name) {
 
 std::string behindLastSlash(const std::string& path) { return path.substr(path.rfind('/') + 1); }
 
-// The file of a line of the maps: what stands behind the five fields of the mapping, when
-// it begins with a slash. Memory without a file has no such text, or one in brackets.
+// The path of a file, without the mark that the kernel puts behind one that was deleted since.
+std::string withoutMark(std::string path) {
+  const std::string mark = " (deleted)";
+  if (path.ends_with(mark)) path.erase(path.size() - mark.size());
+  return path;
+}
+
+// The file of a line of the maps from which code is run: what stands behind the five fields of
+// the mapping (proc(5)), when it begins with a slash. Memory without a file has no such text, or
+// one in brackets; mapped data is no module.
 std::string fileOf(const std::string& line) {
   const std::size_t start = line.find('/');
   const std::size_t bracket = line.find('[');
   if (start == std::string::npos || bracket < start) return {};
-  return line.substr(start);
+  const std::size_t rights = line.find(' ') + 1;
+  if (line.substr(rights, 4).find('x') == std::string::npos) return {};
+  return withoutMark(line.substr(start));
 }
 
 std::uint32_t give(const std::string& text, std::string& name, std::uint32_t size) {
@@ -139,7 +149,7 @@ std::string LinuxProcessList::folderOf(std::uint32_t id) const {
 // Empty for the kernel's own, and for those of others.
 std::string LinuxProcessList::programOf(std::uint32_t id) const {
   std::error_code failure;
-  return std::filesystem::read_symlink(folderOf(id) + "/exe", failure).string();
+  return withoutMark(std::filesystem::read_symlink(folderOf(id) + "/exe", failure).string());
 }
 
 std::string LinuxProcessList::nameOf(std::uint32_t id) const {

@@ -12,9 +12,9 @@
 namespace veltrin {
 
 // Reads the process file system (proc(5)). A process is named by the file that it runs, or
-// by its own word where that is not to be read. Its modules are the files mapped into it,
-// each once, in the order of their addresses but its program first. Processes whose maps the
-// user may not read refuse to be opened.
+// by its own word where that is not to be read. Its modules are the files whose code is
+// mapped into it, each once, in the order of their addresses but its program first. Processes whose
+// maps the user may not read refuse to be opened.
 class LinuxProcessList : public ProcessList {
  public:
   // `procFolder` is where the process file system stands.
