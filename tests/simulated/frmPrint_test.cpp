@@ -104,6 +104,12 @@ TEST_F(PrintWindow, HasItsTexts) {
   EXPECT_EQ(print->cmdExit.caption.get(), "Cancel");
 }
 
+TEST_F(PrintWindow, KeepsItsTextsOutOfSight) {
+  openPrint("text");
+  EXPECT_FALSE(print->rtfLap1.visible.get());
+  EXPECT_FALSE(print->rtfLap2.visible.get());
+}
+
 TEST_F(PrintWindow, OffersPrintersCopiesAndSizes) {
   openPrint("text");
   EXPECT_THAT(print->cboPrinter.items.get(), ElementsAre("Laser", "Ink"));

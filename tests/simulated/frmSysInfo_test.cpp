@@ -295,6 +295,14 @@ TEST_F(ReportWindow, OpensInItsLeastSize) {
   EXPECT_EQ(window->height.get(), 7330);
 }
 
+TEST_F(ReportWindow, OpensWithItsControlsAtItsEdges) {
+  open();
+  EXPECT_EQ(window->SYSView.width.get(), 8655);
+  EXPECT_EQ(window->SYSView.height.get(), 6060);
+  EXPECT_EQ(window->Command1.left.get(), 9000);
+  EXPECT_EQ(window->Command1.top.get(), 5685);
+}
+
 TEST_F(ReportWindow, CannotBeMadeSmallerThan10890By7330) {
   open();
   window->resizeTo(10889, 9000);
