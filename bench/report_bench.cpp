@@ -292,6 +292,7 @@ bool compareScrolling(ListWindow& longList, ListWindow& shortList, int scrolls, 
 bool compareSearch(ListWindow& window, int runs, bool isJudged) {
   const std::string wanted = "No such text";
   std::vector<std::string> texts;
+  texts.reserve(static_cast<std::size_t>(window.rows()));
   for (int line = 0; line < window.rows(); ++line) texts.push_back(lineOf(line));
   std::vector<double> ours;
   std::vector<double> loops;

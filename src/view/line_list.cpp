@@ -215,13 +215,14 @@ LineParts LineList::partsOf(int row) const {
   return look_ ? look_->partsIn(visualRect(model_->index(row))) : LineParts();
 }
 
+// Behind QListView, which would lay out every line, here and wherever else a base is named.
 void LineList::doItemsLayout() {
   if (look_) look_->refresh();
-  QAbstractItemView::doItemsLayout();
+  QAbstractItemView::doItemsLayout();  // NOLINT(bugprone-parent-virtual-call)
 }
 
 void LineList::updateGeometries() {
-  QAbstractItemView::updateGeometries();
+  QAbstractItemView::updateGeometries();  // NOLINT(bugprone-parent-virtual-call)
   const int height = look_ ? look_->height() : 0;
   QScrollBar* bar = verticalScrollBar();
   bar->setSingleStep(height);
@@ -266,15 +267,16 @@ void LineList::scrollContentsBy(int dx, int dy) {
 
 void LineList::dataChanged(const QModelIndex& first, const QModelIndex& last,
                            const QList<int>& roles) {
-  QAbstractItemView::dataChanged(first, last, roles);
+  QAbstractItemView::dataChanged(first, last, roles);  // NOLINT(bugprone-parent-virtual-call)
 }
 
 void LineList::rowsInserted(const QModelIndex& parent, int first, int last) {
-  QAbstractItemView::rowsInserted(parent, first, last);
+  QAbstractItemView::rowsInserted(parent, first, last);  // NOLINT(bugprone-parent-virtual-call)
 }
 
 void LineList::rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) {
-  QAbstractItemView::rowsAboutToBeRemoved(parent, first, last);
+  QAbstractItemView::rowsAboutToBeRemoved(parent, first,
+                                          last);  // NOLINT(bugprone-parent-virtual-call)
 }
 
 // Painting.

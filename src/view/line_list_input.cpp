@@ -265,8 +265,7 @@ void LineList::endEdit(int row, const QString& text) {
     list.endEdit(index, life, text);
   };
   if (isCatchingUp_) {
-    QMetaObject::invokeMethod(
-        this, [this, end] { post(end); }, Qt::QueuedConnection);
+    QTimer::singleShot(0, this, [this, end] { post(end); });
   } else {
     post(end);
   }

@@ -6,7 +6,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::StartsWith;
 
 constexpr const char* kMargin = "\r\n\r\n\r\n\r\n";
 constexpr const char* kLargeMargin = "\r\n\r\n\r\n\r\n\r\n";
