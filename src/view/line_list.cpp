@@ -275,8 +275,8 @@ void LineList::rowsInserted(const QModelIndex& parent, int first, int last) {
 }
 
 void LineList::rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) {
-  QAbstractItemView::rowsAboutToBeRemoved(parent, first,
-                                          last);  // NOLINT(bugprone-parent-virtual-call)
+  // NOLINTNEXTLINE(bugprone-parent-virtual-call)
+  QAbstractItemView::rowsAboutToBeRemoved(parent, first, last);
 }
 
 // Painting.

@@ -268,9 +268,7 @@ TEST_F(ReportWindow, AScreenReaderHearsWhatTheListIs) {
   EXPECT_EQ(list->text(QAccessible::Name), "System report");
 }
 
-TEST_F(ReportWindow, ItsPlainTextIsKeptOutOfSight) {
-  EXPECT_FALSE(widget("Text1")->isVisible());
-}
+TEST_F(ReportWindow, ItsPlainTextIsKeptOutOfSight) { EXPECT_FALSE(widget("Text1")->isVisible()); }
 
 }  // namespace
 }  // namespace veltrin
