@@ -12,6 +12,7 @@
 #include <QTimer>
 
 #include "controls/LVListBox.h"
+#include "platform/qt/later.h"
 #include "view/binding.h"
 #include "view/line_look.h"
 #include "view/line_model.h"
@@ -133,6 +134,7 @@ class LineList : public QListView, private ListViewScreen {
 
   bool isCatchingUp_ = false;  // what changes now is the program's doing
   QTimer pause_;               // to the next frame
+  Later later_;                // what the list is to do once it has caught up
   QElapsedTimer sincePainted_;
 
   int pressed_ = -1;            // the line on which the left button went down

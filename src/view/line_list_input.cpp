@@ -265,8 +265,7 @@ void LineList::endEdit(int row, const QString& text) {
     list.endEdit(index, life, text);
   };
   if (isCatchingUp_) {
-    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the event loop owns the call
-    QTimer::singleShot(0, this, [this, end] { post(end); });
+    later_.call([this, end] { post(end); });
   } else {
     post(end);
   }
