@@ -6,8 +6,8 @@
 #include <optional>
 #include <sys/socket.h>
 
-#include "console/address.h"
 #include "console/network.h"
+#include "machine/address.h"
 
 namespace veltrin {
 

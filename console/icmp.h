@@ -8,7 +8,7 @@
 #include <span>
 #include <vector>
 
-#include "console/address.h"
+#include "machine/address.h"
 
 namespace veltrin {
 

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "console/address.h"
 #include "console/icmp.h"
+#include "machine/address.h"
 
 namespace veltrin {
 

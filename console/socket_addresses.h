@@ -5,7 +5,7 @@
 #include <optional>
 #include <sys/socket.h>
 
-#include "console/address.h"
+#include "machine/address.h"
 
 namespace veltrin {
 

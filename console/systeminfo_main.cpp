@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "console/output.h"
-#include "console/sysinfo/file_tree.h"
-#include "console/sysinfo/linux_machine.h"
 #include "console/sysinfo/systeminfo.h"
+#include "machine/file_tree.h"
+#include "machine/linux_machine.h"
 
 int main(int count, char** arguments) {
   // A reader that is gone shows as a failed write, and the tool ends in order.

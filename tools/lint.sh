@@ -15,7 +15,7 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 format() {
   need clang-format
   local sources
-  mapfile -d '' sources < <(find src console lab tools tests bench -name '*.cpp' -print0 -o -name '*.h' -print0)
+  mapfile -d '' sources < <(find src machine console lab tools tests bench -name '*.cpp' -print0 -o -name '*.h' -print0)
   clang-format --dry-run -Werror "${sources[@]}" ||
     fail "The layout of the files above is not clang-format's. Mend it with: clang-format -i FILE"
   say "The layout of ${#sources[@]} files is right."

@@ -30,7 +30,7 @@ import sys
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ("src", "console", "lab", "tools", "tests", "bench")
+FOLDERS = ("src", "machine", "console", "lab", "tools", "tests", "bench")
 
 PLUGIN_SOURCE = ROOT / "tools" / "tidy_scope" / "own_code.cpp"
 

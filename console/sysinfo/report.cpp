@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-#include "console/sysinfo/fact_text.h"
+#include "machine/fact_text.h"
 
 namespace veltrin {
 namespace {

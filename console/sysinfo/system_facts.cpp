@@ -1,13 +1,13 @@
 #include "console/sysinfo/system_facts.h"
 
-#include "console/sysinfo/domain.h"
-#include "console/sysinfo/fact_text.h"
-#include "console/sysinfo/moments.h"
-#include "console/sysinfo/mounts.h"
-#include "console/sysinfo/processors.h"
-#include "console/sysinfo/product_id.h"
-#include "console/sysinfo/regional_settings.h"
-#include "console/sysinfo/updates.h"
+#include "machine/domain.h"
+#include "machine/fact_text.h"
+#include "machine/moments.h"
+#include "machine/mounts.h"
+#include "machine/processors.h"
+#include "machine/product_id.h"
+#include "machine/regional_settings.h"
+#include "machine/updates.h"
 
 namespace veltrin {
 

@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "console/sysinfo/cards.h"
-#include "console/sysinfo/file_tree.h"
-#include "console/sysinfo/firmware.h"
-#include "console/sysinfo/machine.h"
-#include "console/sysinfo/memory.h"
-#include "console/sysinfo/operating_system.h"
+#include "machine/cards.h"
+#include "machine/file_tree.h"
+#include "machine/firmware.h"
+#include "machine/machine.h"
+#include "machine/memory.h"
+#include "machine/operating_system.h"
 
 namespace veltrin {
 

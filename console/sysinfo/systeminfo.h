@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "console/output.h"
-#include "console/sysinfo/file_tree.h"
-#include "console/sysinfo/machine.h"
+#include "machine/file_tree.h"
+#include "machine/machine.h"
 
 namespace veltrin {
 

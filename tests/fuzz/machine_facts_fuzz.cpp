@@ -7,13 +7,13 @@
 #include <string>
 #include <string_view>
 
-#include "console/sysinfo/connections.h"
-#include "console/sysinfo/fact_text.h"
-#include "console/sysinfo/hardware_database.h"
-#include "console/sysinfo/interface_dump.h"
-#include "console/sysinfo/moments.h"
-#include "console/sysinfo/smbios.h"
-#include "console/sysinfo/updates.h"
+#include "machine/connections.h"
+#include "machine/fact_text.h"
+#include "machine/hardware_database.h"
+#include "machine/interface_dump.h"
+#include "machine/moments.h"
+#include "machine/smbios.h"
+#include "machine/updates.h"
 
 namespace {
 

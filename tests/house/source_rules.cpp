@@ -18,10 +18,12 @@ struct House {
 // Longer names stand before the shorter ones that they begin with.
 constexpr std::array kHouses{
     House{"text", " text "},
+    House{"machine", " text machine "},
     House{"forms", " text forms "},
     House{"platform/qt",
-          " text forms platform platform/portable platform/linux platform/windows platform/qt "},
-    House{"platform/linux", " text forms platform platform/portable platform/linux "},
+          " text machine forms platform platform/portable platform/linux platform/windows "
+          "platform/qt "},
+    House{"platform/linux", " text machine forms platform platform/portable platform/linux "},
     House{"platform/windows", " text forms platform platform/portable platform/windows "},
     House{"platform/portable", " text forms platform platform/portable platform/windows "},
     House{"platform", " text forms platform "},
@@ -36,7 +38,7 @@ constexpr std::array kHouses{
     House{"toolbox",
           " text forms platform frame ping route mtu download monitor sysinfo controls toolbox "},
     House{"view", "*"},
-    House{"console", " text console "},
+    House{"console", " text machine console "},
     House{"lab", " text lab "},
     House{"tools/update_endpoint", " tools/update_endpoint "},
 };

@@ -121,6 +121,16 @@ TEST(Findings, LetTheConsoleToolsAndTheLabUseTheTextRulesOnly) {
               ElementsAre("lab/scenario.cpp may not include console/icmp.h"));
 }
 
+TEST(Findings, LetTheFactsOfAMachineStandOnTheTextRulesAlone) {
+  EXPECT_THAT(findingsIn("machine/smbios.cpp", includeOf("text/numbers.h")), IsEmpty());
+  EXPECT_THAT(findingsIn("machine/smbios.cpp", includeOf("platform/wmi.h")),
+              ElementsAre("machine/smbios.cpp may not include platform/wmi.h"));
+  EXPECT_THAT(findingsIn("console/ping.cpp", includeOf("machine/address.h")), IsEmpty());
+  EXPECT_THAT(findingsIn("src/platform/linux/a.cpp", includeOf("machine/smbios.h")), IsEmpty());
+  EXPECT_THAT(findingsIn("src/sysinfo/a.cpp", includeOf("machine/smbios.h")),
+              ElementsAre("src/sysinfo/a.cpp may not include machine/smbios.h"));
+}
+
 TEST(Findings, LetAFileHave500Lines) {
   EXPECT_THAT(findingsIn("src/text/long.cpp", std::string(500, '\n')), IsEmpty());
 }
@@ -176,7 +186,8 @@ class ProjectFolder : public ::testing::TestWithParam<const char*> {};
 TEST_P(ProjectFolder, KeepsTheRules) { EXPECT_THAT(allFindingsIn(GetParam()), IsEmpty()); }
 
 INSTANTIATE_TEST_SUITE_P(House, ProjectFolder,
-                         ::testing::Values("src", "console", "lab", "tools", "tests", "bench"),
+                         ::testing::Values("src", "machine", "console", "lab", "tools", "tests",
+                                           "bench"),
                          [](const auto& info) { return std::string(info.param); });
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <memory>
 #include <utility>
 
+#include "machine/linux_machine.h"
 #include "platform/linux/linux_clock.h"
 #include "platform/linux/linux_counters.h"
 #include "platform/linux/linux_drives.h"
@@ -13,7 +14,7 @@
 #include "platform/linux/linux_processes.h"
 #include "platform/linux/linux_registry.h"
 #include "platform/linux/linux_shell.h"
-#include "platform/portable/no_wmi.h"
+#include "platform/linux/linux_wmi.h"
 #include "platform/portable/profile_file.h"
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_desktop.h"
@@ -69,7 +70,7 @@ class LinuxDesktopSystem : public DesktopSystem {
   QtSockets sockets_;
   std::shared_ptr<AdapterNames> adapters_ = std::make_shared<AdapterNames>();
   LinuxCounters counters_{"/proc", adapters_};
-  NoWmi wmi_;
+  LinuxWmi wmi_{{FileTree(), std::make_shared<LinuxMachine>(), nullptr}};
   LinuxIcmp icmp_;
   QtDownloads downloads_;
   LinuxInterfaces interfaces_{adapters_};

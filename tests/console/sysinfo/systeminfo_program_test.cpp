@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "console/sysinfo/linux_machine.h"
+#include "machine/linux_machine.h"
 #include "tests/console/program.h"
 
 namespace veltrin {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <random>
 
-#include "machines.h"
+#include "tests/machine/machines.h"
 
 namespace veltrin {
 namespace {

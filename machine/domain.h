@@ -1,0 +1,15 @@
+// The domain that a machine belongs to.
+#pragma once
+
+#include <string>
+
+#include "machine/file_tree.h"
+
+namespace veltrin {
+
+// The domain of the machine's full name, which the name itself or /etc/hosts tells;
+// else its NIS domain, else the workgroup that Samba names. Empty when it belongs
+// to none that is told.
+std::string domainOf(const FileTree& files, const std::string& host);
+
+}  // namespace veltrin
