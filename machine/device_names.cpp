@@ -11,8 +11,7 @@ constexpr const char* kModel = "ID_MODEL_FROM_DATABASE";
 
 }  // namespace
 
-std::string DeviceNames::nameOf(const PciDevice& device) {
-  const std::string& modalias = device.modalias;
+std::string DeviceNames::pciNameOf(const std::string& modalias) {
   if (std::string name = modelOf(modalias); !name.empty()) {
     return name;
   }
@@ -28,8 +27,8 @@ std::string DeviceNames::nameOf(const UsbDevice& device) {
   if (std::string name = modelOf(modalias); !name.empty()) {
     return name;
   }
-  if (const UsbTexts texts = textsOf(files_, device); !texts.model.empty()) {
-    return joinedWords(texts.maker, texts.model);
+  if (std::string name = wholeName(textsOf(files_, device)); !name.empty()) {
+    return name;
   }
   const std::string purpose = property(modalias, "ID_USB_CLASS_FROM_DATABASE");
   return purpose.empty() ? "" : joinedWords(makerOf(modalias), purpose);

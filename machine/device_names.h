@@ -18,8 +18,11 @@ class DeviceNames {
  public:
   explicit DeviceNames(const FileTree& files) : files_(files), database_(files) {}
 
-  std::string nameOf(const PciDevice& device);
+  std::string nameOf(const PciDevice& device) { return pciNameOf(device.modalias); }
   std::string nameOf(const UsbDevice& device);
+
+  // Of the PCI device with this ID.
+  std::string pciNameOf(const std::string& modalias);
 
   // By the database alone: maker and model; empty when it does not know the model.
   std::string modelOf(const std::string& modalias);

@@ -124,6 +124,10 @@ UsbTexts textsOf(const FileTree& files, const UsbDevice& device) {
   return usbTextsIn(files, kFolder + device.address);
 }
 
+std::string wholeName(const UsbTexts& texts) {
+  return texts.model.empty() ? "" : joinedWords(texts.maker, texts.model);
+}
+
 std::string deviceIdOf(const UsbDevice& device) {
   char ids[32];
   std::snprintf(ids, sizeof ids, "USB\\VID_%04X&PID_%04X", device.vendor, device.product);

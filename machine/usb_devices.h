@@ -57,6 +57,9 @@ struct UsbTexts {
 UsbTexts usbTextsIn(const FileTree& files, const std::string& folder);
 UsbTexts textsOf(const FileTree& files, const UsbDevice& device);
 
+// Maker and model; empty without a model.
+std::string wholeName(const UsbTexts& texts);
+
 // Its name among the devices of Windows: "USB\VID_1D6B&PID_0003\usb2", with the address
 // behind the last backslash.
 std::string deviceIdOf(const UsbDevice& device);

@@ -1,7 +1,5 @@
 // The sound cards and the hubs of the USB.
-#include "machine/device_folder.h"
 #include "machine/device_names.h"
-#include "machine/fact_text.h"
 #include "machine/sound_cards.h"
 #include "machine/usb_devices.h"
 #include "platform/linux/wmi_classes.h"
@@ -13,22 +11,18 @@ namespace {
 // processor is a child of the PCI device.
 constexpr int kMostAbove = 3;
 
-// The device of a card: by the hardware database, or by what it tells of itself; empty when
-// neither is known.
+// The device of a card; empty when it is not known.
 std::string deviceOf(const SoundCard& card, const FileTree& files, DeviceNames& names) {
   std::string folder = card.folder;
   for (int above = 0; above <= kMostAbove; ++above, folder += "/..") {
     const std::string modalias = files.line(folder + "/modalias");
-    const bool usb = modalias.starts_with("usb:");
-    if (!usb && !modalias.starts_with("pci:")) {
-      continue;
+    if (modalias.starts_with("pci:")) {
+      return names.pciNameOf(modalias);
     }
-    const std::string name = names.modelOf(modalias);
-    if (!name.empty() || !usb) {
-      return name;
+    if (modalias.starts_with("usb:")) {
+      const std::string name = names.modelOf(modalias);
+      return name.empty() ? wholeName(usbTextsIn(files, folder + "/..")) : name;
     }
-    const UsbTexts texts = usbTextsIn(files, folder + "/..");
-    return texts.model.empty() ? "" : joinedWords(texts.maker, texts.model);
   }
   return {};
 }

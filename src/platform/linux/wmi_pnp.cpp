@@ -2,7 +2,6 @@
 #include <array>
 #include <cstdio>
 
-#include "machine/device_folder.h"
 #include "machine/device_names.h"
 #include "machine/fact_text.h"
 #include "machine/pci_devices.h"
