@@ -9,17 +9,18 @@
 
 namespace veltrin {
 
+// The numbers are those of its configuration space (PCI Local Bus 3.0, section 6.1).
 struct PciDevice {
-  std::string address;          // "0000:00:1f.2": domain, bus, device and function
-  std::uint16_t vendor = 0;     // the registers at 00h and 02h of its configuration space
-  std::uint16_t device = 0;     //
-  std::uint16_t subVendor = 0;  // 2Ch and 2Eh; 0 where the device has none
-  std::uint16_t subDevice = 0;  //
-  std::uint32_t code = 0;       // 09h to 0Bh: class, subclass, interface, "010601"
-  std::string revision;         // 08h, two hexadecimal digits; empty when it is not told
-  std::string modalias;         // what the hardware database knows it by
-  std::string driver;           // empty when none is bound
-  std::string powerState;       // "D0", "D3hot"; empty when it is not told
+  std::string address;  // "0000:00:1f.2": domain, bus, device and function
+  std::uint16_t vendor = 0;
+  std::uint16_t device = 0;
+  std::uint16_t subVendor = 0;  // 0 where the device has none
+  std::uint16_t subDevice = 0;
+  std::uint32_t code = 0;  // class, subclass, interface: 010601h
+  std::string revision;    // two hexadecimal digits; empty when it is not told
+  std::string modalias;    // what the hardware database knows it by
+  std::string driver;      // empty when none is bound
+  std::string powerState;  // "D0", "D3hot"; empty when it is not told
 
   std::uint8_t kind() const { return static_cast<std::uint8_t>(code >> 16); }
   std::uint8_t subclass() const { return static_cast<std::uint8_t>(code >> 8); }

@@ -29,10 +29,11 @@ struct UsbInterface {
 };
 
 struct UsbDevice {
-  std::string address;         // "1-4.2": bus and ports; a root hub is "usb1"
-  std::uint16_t vendor = 0;    // idVendor, idProduct, bcdDevice of its descriptor
-  std::uint16_t product = 0;   //
-  std::uint16_t revision = 0;  //
+  std::string address;  // "1-4.2": bus and ports; a root hub is "usb1"
+  // idVendor, idProduct and bcdDevice of its descriptor.
+  std::uint16_t vendor = 0;
+  std::uint16_t product = 0;
+  std::uint16_t revision = 0;
   UsbCode code;
   std::uint32_t bus = 0;  // the numbers that the kernel gave it
   std::uint32_t number = 0;

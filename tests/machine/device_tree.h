@@ -79,6 +79,7 @@ inline void putDeviceDatabase(const TemporaryTree& tree) {
                 {"usb:v*p*d*dc09*", " ID_USB_CLASS_FROM_DATABASE", "Hub"},
                 {"usb:v*p*d*dc0E*", " ID_USB_CLASS_FROM_DATABASE", "Video"},
                 {"acpi:LEN*", " ID_VENDOR_FROM_DATABASE", "Lenovo Beijing Co. Ltd."},
+                {"acpi:MSFT*", " ID_VENDOR_FROM_DATABASE", "Microsoft Corporation"},
                 {"acpi:PNP*", " ID_VENDOR_FROM_DATABASE", "Microsoft"}}));
 }
 

@@ -91,6 +91,15 @@ TEST_F(WmiInput, OfPs2HasTheMakerOfItsFirmware) {
   EXPECT_THAT(pointers("Manufacturer"), ElementsAre("null"));
 }
 
+TEST_F(WmiInput, OfPs2HasNoMakerByAnIdForAllMakers) {
+  for (const char* id : {"PNP: PNP0303", "PNP: MSFT0001 PNP0303"}) {
+    list_.clear();
+    tree_.put("/sys/devices/platform/i8042/serio0/firmware_id", std::string(id) + "\n");
+    put("0011", "0001", "0001", "A", kKeyboardSets, "/devices/platform/i8042/serio0/input/input3");
+    EXPECT_THAT(keyboards("Manufacturer"), ElementsAre("null")) << id;
+  }
+}
+
 TEST_F(WmiInput, OfPs2WithoutAFirmwareIdHasNoMaker) {
   tree_.put("/sys/devices/platform/i8042/serio0/firmware_id", "OF: LEN0071\n");
   put("0011", "046d", "c31c", "A", kKeyboardSets, "/devices/platform/i8042/serio0/input/input3");

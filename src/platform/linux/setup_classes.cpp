@@ -34,15 +34,15 @@ constexpr CodeClass kPciClasses[] = {
     {0x01, 0x05, kAny, "HDC"},          // ATA
     {0x01, 0x06, kAny, "HDC"},          // SATA
     {0x01, kAny, kAny, "SCSIADAPTER"},  // SCSI, RAID, SAS, NVMe, others
-    {0x02, kAny, kAny, "NET"},          //
-    {0x03, kAny, kAny, "DISPLAY"},      //
-    {0x04, kAny, kAny, "MEDIA"},        //
-    {0x05, kAny, kAny, "SYSTEM"},       // memory
-    {0x06, 0x05, kAny, "PCMCIA"},       //
-    {0x06, 0x07, kAny, "PCMCIA"},       // CardBus
-    {0x06, kAny, kAny, "SYSTEM"},       // other bridges
-    {0x07, 0x00, kAny, "PORTS"},        // serial
-    {0x07, 0x01, kAny, "PORTS"},        // parallel
+    {0x02, kAny, kAny, "NET"},
+    {0x03, kAny, kAny, "DISPLAY"},
+    {0x04, kAny, kAny, "MEDIA"},
+    {0x05, kAny, kAny, "SYSTEM"},  // memory
+    {0x06, 0x05, kAny, "PCMCIA"},
+    {0x06, 0x07, kAny, "PCMCIA"},  // CardBus
+    {0x06, kAny, kAny, "SYSTEM"},  // other bridges
+    {0x07, 0x00, kAny, "PORTS"},   // serial
+    {0x07, 0x01, kAny, "PORTS"},   // parallel
     {0x07, 0x02, kAny, "MULTIPORTSERIAL"},
     {0x07, 0x03, kAny, "MODEM"},
     {0x07, 0x05, kAny, "SMARTCARDREADER"},
@@ -71,18 +71,18 @@ constexpr CodeClass kPciClasses[] = {
 
 // Cameras have had a class of their own since Windows 10; before, they were among the images.
 constexpr CodeClass kUsbClasses[] = {
-    {0x01, kAny, kAny, "MEDIA"},     // audio
-    {0x02, 0x02, kAny, "PORTS"},     // a modem's line, "ACM"
-    {0x02, 0x06, kAny, "NET"},       // Ethernet
-    {0x02, 0x0C, kAny, "NET"},       // Ethernet emulation
-    {0x02, 0x0D, kAny, "NET"},       // network control model
-    {0x02, 0x0E, kAny, "NET"},       // mobile broadband
-    {0x03, kAny, kAny, "HIDCLASS"},  //
+    {0x01, kAny, kAny, "MEDIA"},  // audio
+    {0x02, 0x02, kAny, "PORTS"},  // a modem's line, "ACM"
+    {0x02, 0x06, kAny, "NET"},    // Ethernet
+    {0x02, 0x0C, kAny, "NET"},    // Ethernet emulation
+    {0x02, 0x0D, kAny, "NET"},    // network control model
+    {0x02, 0x0E, kAny, "NET"},    // mobile broadband
+    {0x03, kAny, kAny, "HIDCLASS"},
     {0x05, kAny, kAny, "HIDCLASS"},  // physical
     {0x06, kAny, kAny, "IMAGE"},     // still pictures
-    {0x07, kAny, kAny, "PRINTER"},   //
-    {0x08, kAny, kAny, "USB"},       // storage; its disks are other devices
-    {0x09, kAny, kAny, "USB"},       // hubs
+    {0x07, kAny, kAny, "PRINTER"},
+    {0x08, kAny, kAny, "USB"},  // storage; its disks are other devices
+    {0x09, kAny, kAny, "USB"},  // hubs
     {0x0B, kAny, kAny, "SMARTCARDREADER"},
     {0x0E, kAny, kAny, "CAMERA"},
     {0x10, kAny, kAny, "MEDIA"},  // audio and video
@@ -94,17 +94,14 @@ constexpr CodeClass kUsbClasses[] = {
 
 // The type stands where the others have the class.
 constexpr CodeClass kVirtioClasses[] = {
-    {1, kAny, kAny, "NET"},          //
-    {2, kAny, kAny, "SCSIADAPTER"},  // block device
-    {3, kAny, kAny, "SYSTEM"},       // console
-    {4, kAny, kAny, "SYSTEM"},       // source of random numbers
-    {5, kAny, kAny, "SYSTEM"},       // memory balloon
-    {8, kAny, kAny, "SCSIADAPTER"},  // SCSI host
-    {16, kAny, kAny, "DISPLAY"},     //
-    {18, kAny, kAny, "HIDCLASS"},    // input
-    {19, kAny, kAny, "SYSTEM"},      // sockets
-    {25, kAny, kAny, "MEDIA"},       //
-    {26, kAny, kAny, "SYSTEM"},      // file system
+    {1, kAny, kAny, "NET"},         {2, kAny, kAny, "SCSIADAPTER"},  // block device
+    {3, kAny, kAny, "SYSTEM"},                                       // console
+    {4, kAny, kAny, "SYSTEM"},                                       // source of random numbers
+    {5, kAny, kAny, "SYSTEM"},                                       // memory balloon
+    {8, kAny, kAny, "SCSIADAPTER"},                                  // SCSI host
+    {16, kAny, kAny, "DISPLAY"},    {18, kAny, kAny, "HIDCLASS"},    // input
+    {19, kAny, kAny, "SYSTEM"},                                      // sockets
+    {25, kAny, kAny, "MEDIA"},      {26, kAny, kAny, "SYSTEM"},      // file system
 };
 
 struct PnpId {

@@ -94,11 +94,12 @@ std::string lineAround(const FileTree& files, const InputDevice& device, const c
 }
 
 // Who built a PS/2 device stands in the first ID that the firmware has for it,
-// "PNP: LEN0071 PNP0303". IDs that begin with PNP are for the devices of all makers.
+// "PNP: LEN0071 PNP0303". IDs that begin with PNP or MSFT are for the devices of all makers.
 std::string makerByFirmware(const FileTree& files, const InputDevice& device, DeviceNames& names) {
   const std::string line = lineAround(files, device, "firmware_id");
   const auto words = wordsOf(line);
-  if (words.size() < 2 || words[0] != "PNP:" || words[1].starts_with("PNP")) {
+  if (words.size() < 2 || words[0] != "PNP:" || words[1].starts_with("PNP") ||
+      words[1].starts_with("MSFT")) {
     return {};
   }
   return names.makerOf("acpi:" + std::string(words[1]) + ":");
