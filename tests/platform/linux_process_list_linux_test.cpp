@@ -16,6 +16,7 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using namespace std::string_literals;
 
 class LinuxProcessListTest : public testing::Test {
  protected:
@@ -90,13 +91,13 @@ TEST_F(LinuxProcessListTest, LeavesOutAProcessThatHasEndedMeanwhile) {
 // started by is.
 TEST_F(LinuxProcessListTest, MakesACutWordWhole) {
   addProcess("20", "systemd-journal");
-  startedBy("20", std::string("/lib/systemd/systemd-journald\0--flush\0", 39));
+  startedBy("20", "/lib/systemd/systemd-journald\0--flush\0"s);
   EXPECT_THAT(namesOf(made), ElementsAre("systemd-journald"));
 }
 
 TEST_F(LinuxProcessListTest, LeavesAWordThatItWasNotStartedBy) {
   addProcess("20", "nightly-backup-");
-  startedBy("20", std::string("/bin/sh\0/usr/bin/nightly-backup-all\0", 37));
+  startedBy("20", "/bin/sh\0/usr/bin/nightly-backup-all\0"s);
   addProcess("21", "kworker/u8:2-ev");
   startedBy("21", "");
   addProcess("22", "nginx");
@@ -107,7 +108,7 @@ TEST_F(LinuxProcessListTest, LeavesAWordThatItWasNotStartedBy) {
 // A process may take itself its word.
 TEST_F(LinuxProcessListTest, NamesAProcessWithoutAWordByWhatItWasStartedBy) {
   addProcess("20", "");
-  startedBy("20", std::string("/opt/silent/server\0-x\0", 22));
+  startedBy("20", "/opt/silent/server\0-x\0"s);
   EXPECT_THAT(namesOf(made), ElementsAre("server"));
 }
 
