@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <sys/resource.h>
 #include <vector>
 
 namespace veltrin {
@@ -20,6 +21,42 @@ double microseconds(Work work) {
   work();
   return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start)
       .count();
+}
+
+// Milliseconds on the wall, and of the processors: this process's and its children's.
+struct Cost {
+  double wall = 0;
+  double processor = 0;
+};
+
+inline double processorMilliseconds() {
+  double sum = 0;
+  for (const int who : {RUSAGE_SELF, RUSAGE_CHILDREN}) {
+    rusage used{};
+    getrusage(who, &used);
+    for (const timeval& time : {used.ru_utime, used.ru_stime}) {
+      sum += 1e3 * static_cast<double>(time.tv_sec) + 1e-3 * static_cast<double>(time.tv_usec);
+    }
+  }
+  return sum;
+}
+
+template <class Work>
+Cost costOf(Work work) {
+  const double before = processorMilliseconds();
+  const double wall = microseconds(work) / 1000;
+  return {wall, processorMilliseconds() - before};
+}
+
+// The middle ones of each.
+inline Cost median(const std::vector<Cost>& costs) {
+  std::vector<double> walls;
+  std::vector<double> processors;
+  for (const Cost& cost : costs) {
+    walls.push_back(cost.wall);
+    processors.push_back(cost.processor);
+  }
+  return {median(walls), median(processors)};
 }
 
 }  // namespace veltrin

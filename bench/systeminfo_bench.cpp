@@ -6,59 +6,17 @@
 // Exit code 1 when a run failed or the target was missed, with --smoke when the one run
 // failed.
 #include <algorithm>
-#include <array>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <fcntl.h>
-#include <optional>
-#include <spawn.h>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
+
+#include "tool_run.h"
 
 namespace {
 
 constexpr double kTargetMilliseconds = 150;
 constexpr int kUsualRuns = 200;
-
-std::size_t readAll(int file) {
-  std::array<char, 4096> part{};
-  std::size_t total = 0;
-  ssize_t size = 0;
-  while ((size = read(file, part.data(), part.size())) > 0) {
-    total += static_cast<std::size_t>(size);
-  }
-  return total;
-}
-
-// Milliseconds of one run; nothing when it failed or printed nothing.
-std::optional<double> timeRun(std::string tool) {
-  std::array<int, 2> ends{};
-  if (pipe2(ends.data(), O_CLOEXEC) != 0) {
-    return std::nullopt;
-  }
-  const auto before = std::chrono::steady_clock::now();
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-  std::array<char*, 2> arguments{tool.data(), nullptr};
-  pid_t process = 0;
-  const int failure =
-      posix_spawn(&process, tool.c_str(), &actions, nullptr, arguments.data(), environ);
-  posix_spawn_file_actions_destroy(&actions);
-  close(ends[1]);
-  const std::size_t size = failure == 0 ? readAll(ends[0]) : 0;
-  close(ends[0]);
-  int status = 0;
-  if (failure != 0 || waitpid(process, &status, 0) != process || !WIFEXITED(status) ||
-      WEXITSTATUS(status) != 0 || size == 0) {
-    return std::nullopt;
-  }
-  const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - before;
-  return taken.count();
-}
 
 }  // namespace
 
@@ -69,12 +27,12 @@ int main(int count, char** arguments) {
   const int runs = std::max(count > 2 ? std::atoi(arguments[2]) : usual, 1);
   std::vector<double> times;
   for (int i = 0; i < runs; ++i) {
-    const auto time = timeRun(tool);
-    if (!time) {
+    const auto run = veltrin::runTool({tool});
+    if (!run || run->bytes == 0) {
       std::fprintf(stderr, "a run of %s failed\n", tool.c_str());
       return 1;
     }
-    times.push_back(*time);
+    times.push_back(run->cost.wall);
   }
   std::sort(times.begin(), times.end());
   const double median = times[times.size() / 2];

@@ -1,80 +1,17 @@
 #include "machine/linux_machine.h"
 
-#include <array>
-#include <cerrno>
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
-#include <linux/netlink.h>
 #include <linux/rtnetlink.h>
-#include <string_view>
-#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/utsname.h>
-#include <unistd.h>
 
-#include "machine/interface_dump.h"
+#include "machine/network_interfaces.h"
+#include "machine/route_socket.h"
 
 namespace veltrin {
-namespace {
-
-// The kernel fills no datagram of a dump further (NLMSG_GOODSIZE and max_recvmsg_len
-// in net/netlink/af_netlink.c).
-constexpr std::size_t kLargestDatagram = 65536;
-
-// A conversation with the kernel about its network interfaces.
-class RouteSocket {
- public:
-  RouteSocket() : socket_(socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC, NETLINK_ROUTE)) {}
-
-  ~RouteSocket() {
-    if (socket_ >= 0) {
-      close(socket_);
-    }
-  }
-
-  RouteSocket(const RouteSocket&) = delete;
-  RouteSocket& operator=(const RouteSocket&) = delete;
-
-  // Asks for all objects of a kind and hands the answer to a dump. False when the
-  // kernel does not give it whole.
-  bool ask(std::uint16_t kind, InterfaceDump& dump) {
-    struct Request {
-      nlmsghdr header;
-      rtgenmsg about;
-    } request{};
-    request.header.nlmsg_len = NLMSG_LENGTH(sizeof(rtgenmsg));
-    request.header.nlmsg_type = kind;
-    request.header.nlmsg_flags = NLM_F_REQUEST | NLM_F_DUMP;
-    request.about.rtgen_family = AF_UNSPEC;
-    if (socket_ < 0 || send(socket_, &request, request.header.nlmsg_len, 0) < 0) {
-      return false;
-    }
-    auto state = InterfaceDump::State::More;
-    while (state == InterfaceDump::State::More) {
-      state = takeOne(dump);
-    }
-    return state == InterfaceDump::State::Done;
-  }
-
- private:
-  InterfaceDump::State takeOne(InterfaceDump& dump) {
-    const ssize_t size = recv(socket_, bytes_.data(), bytes_.size(), MSG_TRUNC);
-    if (size < 0 && errno == EINTR) {
-      return InterfaceDump::State::More;
-    }
-    if (size <= 0 || static_cast<std::size_t>(size) > bytes_.size()) {
-      return InterfaceDump::State::Failed;
-    }
-    return dump.take({bytes_.data(), static_cast<std::size_t>(size)});
-  }
-
-  int socket_;
-  std::array<char, kLargestDatagram> bytes_{};
-};
-
-}  // namespace
 
 Kernel LinuxMachine::kernel() const {
   utsname facts{};
@@ -113,11 +50,11 @@ std::optional<std::int64_t> LinuxMachine::born(const std::string& path) const {
 
 std::optional<std::vector<NetworkInterface>> LinuxMachine::interfaces() const {
   RouteSocket kernel;
-  InterfaceDump dump;
+  LinkDump dump;
   if (!kernel.ask(RTM_GETLINK, dump) || !kernel.ask(RTM_GETADDR, dump)) {
     return std::nullopt;
   }
-  return dump.interfaces();
+  return networkInterfaces(dump);
 }
 
 std::optional<FileSystemRoom> LinuxMachine::room(const std::string& folder) const {

@@ -10,8 +10,8 @@
 #include "machine/connections.h"
 #include "machine/fact_text.h"
 #include "machine/hardware_database.h"
-#include "machine/interface_dump.h"
 #include "machine/moments.h"
+#include "machine/network_interfaces.h"
 #include "machine/smbios.h"
 #include "machine/updates.h"
 
@@ -58,12 +58,12 @@ void readDatabase(std::string_view bytes) {
 }
 
 void readMessages(std::string_view bytes) {
-  veltrin::InterfaceDump dump;
+  veltrin::LinkDump dump;
   const std::size_t half = bytes.size() / 2 / 4 * 4;
   dump.take(bytes.substr(0, half));
   dump.take(bytes.substr(half));
   std::uint32_t last = 0;
-  for (const veltrin::NetworkInterface& interface : dump.interfaces()) {
+  for (const veltrin::NetworkInterface& interface : veltrin::networkInterfaces(dump)) {
     check(interface.index > last && !interface.name.empty());
     last = interface.index;
   }

@@ -15,9 +15,9 @@
 #include <thread>
 #include <vector>
 
+#include "machine/route_socket.h"
 #include "monitor/frmNetwork.h"
 #include "monitor_line.h"
-#include "platform/linux/link_dump.h"
 
 namespace veltrin::lab {
 namespace {

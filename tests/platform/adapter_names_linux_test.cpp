@@ -204,8 +204,8 @@ TEST(InstanceName, HasNothingOfWhatAPathIsMadeOf) {
 }
 
 // This machine may have a database or none; it knows no such thing.
-TEST(DeviceDatabase, DoesNotKnowADeviceThatThereIsNot) {
-  EXPECT_EQ(deviceInDatabase("no such bus:v0000d0000"), "");
+TEST(AdapterDatabase, DoesNotKnowADeviceThatThereIsNot) {
+  EXPECT_EQ(fullNameInDatabase("no such bus:v0000d0000"), "");
 }
 
 TEST(RealAdapterNames, TellTheLoopbackOfThisMachine) {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/linux/linux_process_list.h"
-#include "tests/platform/scratch_folder.h"
+#include "tests/machine/temporary_tree.h"
 
 namespace veltrin {
 namespace {
@@ -16,17 +16,24 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using namespace std::string_literals;
 
 class LinuxProcessListTest : public testing::Test {
  protected:
   using Texts = std::vector<std::string>;
 
+  // A process whose word the kernel tells to everybody.
   void addProcess(const std::string& id, const std::string& word) const {
-    std::filesystem::create_directory(proc.folder() / id);
-    proc.fill(id + "/comm", word + "\n");
+    machine.put("/proc/" + id + "/comm", word + "\n");
   }
   void runs(const std::string& id, const std::string& program) const {
-    std::filesystem::create_symlink(program, proc.folder() / id / "exe");
+    machine.link("/proc/" + id + "/exe", program);
+  }
+  void startedBy(const std::string& id, const std::string& words) const {
+    machine.put("/proc/" + id + "/cmdline", words);
+  }
+  void maps(const std::string& id, const std::string& lines) const {
+    machine.put("/proc/" + id + "/maps", lines);
   }
 
   static Texts namesOf(ProcessList& list) {
@@ -56,8 +63,8 @@ class LinuxProcessListTest : public testing::Test {
     return paths;
   }
 
-  ScratchFolder proc;
-  LinuxProcessList made{proc.folder().string()};
+  TemporaryTree machine;
+  LinuxProcessList made{machine.files()};
   LinuxProcessList real;
 };
 
@@ -65,7 +72,7 @@ TEST_F(LinuxProcessListTest, NamesProcessesByTheirProgramsElseByTheirWords) {
   addProcess("20", "Web Content");
   runs("20", "/usr/lib/browser/web-content");
   addProcess("3", "kthreadd");
-  proc.fill("version", "no process");
+  machine.put("/proc/version", "no process");
   EXPECT_THAT(namesOf(made), ElementsAre("kthreadd", "web-content"));
 }
 
@@ -76,8 +83,46 @@ TEST_F(LinuxProcessListTest, NamesAProgramThatWasDeletedSinceAsBefore) {
 }
 
 TEST_F(LinuxProcessListTest, LeavesOutAProcessThatHasEndedMeanwhile) {
-  std::filesystem::create_directory(proc.folder() / "7");
+  machine.makeFolder("/proc/7");
   EXPECT_THAT(namesOf(made), IsEmpty());
+}
+
+// The kernel keeps 15 bytes of a word. Another user's program is not to be read; what it was
+// started by is.
+TEST_F(LinuxProcessListTest, MakesACutWordWhole) {
+  addProcess("20", "systemd-journal");
+  startedBy("20", "/lib/systemd/systemd-journald\0--flush\0"s);
+  EXPECT_THAT(namesOf(made), ElementsAre("systemd-journald"));
+}
+
+TEST_F(LinuxProcessListTest, LeavesAWordThatItWasNotStartedBy) {
+  addProcess("20", "nightly-backup-");
+  startedBy("20", "/bin/sh\0/usr/bin/nightly-backup-all\0"s);
+  addProcess("21", "kworker/u8:2-ev");
+  startedBy("21", "");
+  addProcess("22", "nginx");
+  startedBy("22", "nginx: worker process");
+  EXPECT_THAT(namesOf(made), ElementsAre("nightly-backup-", "kworker/u8:2-ev", "nginx"));
+}
+
+// A process may take itself its word.
+TEST_F(LinuxProcessListTest, NamesAProcessWithoutAWordByWhatItWasStartedBy) {
+  addProcess("20", "");
+  startedBy("20", "/opt/silent/server\0-x\0"s);
+  EXPECT_THAT(namesOf(made), ElementsAre("server"));
+}
+
+TEST_F(LinuxProcessListTest, ListsAProcessOfNoNameAtAll) {
+  addProcess("20", "");
+  addProcess("21", "next");
+  EXPECT_THAT(namesOf(made), ElementsAre("", "next"));
+}
+
+TEST_F(LinuxProcessListTest, NamesAProcessInBytesThatAreNoUtf8WithQuestionMarks) {
+  addProcess("20", "x");
+  runs("20", "/opt/caf\xE9");
+  addProcess("21", "gar\xE7on");
+  EXPECT_THAT(namesOf(made), ElementsAre("caf?", "gar?on"));
 }
 
 TEST_F(LinuxProcessListTest, TakesNoRecordOfAnotherSize) {
@@ -101,7 +146,7 @@ TEST_F(LinuxProcessListTest, FillsATableWithTheIdsInTheirOrder) {
 }
 
 TEST_F(LinuxProcessListTest, FailsWithoutTheProcessFileSystem) {
-  LinuxProcessList none(proc.path("none"));
+  LinuxProcessList none(FileTree(machine.real("/none")));
   std::array<std::uint32_t, 2> ids{};
   std::uint32_t bytes = 5;
   EXPECT_FALSE(none.EnumProcesses(ids, bytes));
@@ -112,21 +157,21 @@ TEST_F(LinuxProcessListTest, FailsWithoutTheProcessFileSystem) {
 TEST_F(LinuxProcessListTest, TellsFilesOfMappedCodeOnceAndTheProgramFirst) {
   addProcess("5", "x");
   runs("5", "/usr/bin/x y");
-  proc.fill("5/maps",
-            "0010-0020 r--p 00000000 08:01 11                         /usr/lib/libz.so\n"
-            "0020-0030 r--p 00000000 08:01 12                         /usr/bin/x y\n"
-            "0030-0040 rw-p 00000000 00:00 0                          [heap]\n"
-            "0040-0050 rw-p 00000000 00:00 0 \n"
-            "0050-0060 r-xp 00001000 08:01 11                         /usr/lib/libz.so\n"
-            "0060-0070 rw-p 00000000 00:00 0                          [anon:a/b]\n"
-            "0070-0080 r--p 00000000 08:01 13                         /usr/share/fonts/x.ttf\n"
-            "0080-0090 r-xp 00000000 08:01 14                         /a (deleted)\n");
+  maps("5",
+       "0010-0020 r--p 00000000 08:01 11                         /usr/lib/libz.so\n"
+       "0020-0030 r--p 00000000 08:01 12                         /usr/bin/x y\n"
+       "0030-0040 rw-p 00000000 00:00 0                          [heap]\n"
+       "0040-0050 rw-p 00000000 00:00 0 \n"
+       "0050-0060 r-xp 00001000 08:01 11                         /usr/lib/libz.so\n"
+       "0060-0070 rw-p 00000000 00:00 0                          [anon:a/b]\n"
+       "0070-0080 r--p 00000000 08:01 13                         /usr/share/fonts/x.ttf\n"
+       "0080-0090 r-xp 00000000 08:01 14                         /a (deleted)\n");
   EXPECT_THAT(modulesOf(made, 5), ElementsAre("/usr/bin/x y", "/usr/lib/libz.so", "/a"));
 }
 
 TEST_F(LinuxProcessListTest, AProcessOfTheKernelHasNoModules) {
   addProcess("3", "kthreadd");
-  proc.fill("3/maps", "");
+  maps("3", "");
   EXPECT_THAT(modulesOf(made, 3), IsEmpty());
 }
 
@@ -138,7 +183,7 @@ TEST_F(LinuxProcessListTest, AProcessWhoseMapsAreNotToBeReadRefuses) {
 
 TEST_F(LinuxProcessListTest, TellsHowManyModulesThereAreBeyondATable) {
   addProcess("3", "x");
-  proc.fill("3/maps", "0-1 r-xp 0 0:0 1 /a\n1-2 r-xp 0 0:0 2 /b\n2-3 r-xp 0 0:0 3 /c\n");
+  maps("3", "0-1 r-xp 0 0:0 1 /a\n1-2 r-xp 0 0:0 2 /b\n2-3 r-xp 0 0:0 3 /c\n");
   const auto process = made.OpenProcess(kQueryAndRead, false, 3);
   std::array<ProcessList::Module, 2> modules{};
   std::uint32_t bytes = 0;
@@ -146,9 +191,51 @@ TEST_F(LinuxProcessListTest, TellsHowManyModulesThereAreBeyondATable) {
   EXPECT_EQ(bytes, 12U);
 }
 
+TEST_F(LinuxProcessListTest, TellsModulesOfNoUtf8WithQuestionMarks) {
+  addProcess("5", "x");
+  runs("5", "/opt/caf\xE9/x");
+  maps("5",
+       "0-1 r-xp 0 0:0 1 /opt/caf\xE9/x\n1-2 r-xp 0 0:0 2 /opt/\xFF\xFE.so\n"
+       "2-3 r-xp 0 0:0 3 /opt/\xC3\xA9.so\n");
+  EXPECT_THAT(modulesOf(made, 5), ElementsAre("/opt/caf?/x", "/opt/\?\?.so", "/opt/\xC3\xA9.so"));
+}
+
+// A browser has maps of megabytes.
+TEST_F(LinuxProcessListTest, ReadsMapsOfAnyLength) {
+  addProcess("5", "x");
+  std::string lines;
+  for (int i = 0; lines.size() < std::size_t{5} << 20; ++i) {
+    lines += "7f0000000000-7f0000001000 rw-p 00000000 00:00 0 \n";
+  }
+  maps("5", lines + "8-9 r-xp 0 0:0 3 /usr/lib/last.so\n");
+  EXPECT_THAT(modulesOf(made, 5), ElementsAre("/usr/lib/last.so"));
+}
+
+// It stands in the table still, and refuses to be opened.
+TEST_F(LinuxProcessListTest, AProcessThatEndsBehindTheListingRefuses) {
+  addProcess("5", "x");
+  maps("5", "0-1 r-xp 0 0:0 1 /a\n");
+  std::array<std::uint32_t, 2> ids{};
+  std::uint32_t bytes = 0;
+  ASSERT_TRUE(made.EnumProcesses(ids, bytes));
+  ASSERT_EQ(bytes, 4U);
+  std::filesystem::remove_all(machine.real("/proc/5"));
+  EXPECT_THAT(modulesOf(made, ids[0]), ElementsAre("refused"));
+}
+
+// The snapshot is of the moment at which it was taken.
+TEST_F(LinuxProcessListTest, AProcessThatEndsBehindTheSnapshotStandsInIt) {
+  addProcess("5", "x");
+  const auto snapshot = made.CreateToolhelp32Snapshot(kSnapshotOfProcesses, 0);
+  std::filesystem::remove_all(machine.real("/proc/5"));
+  PROCESSENTRY32 entry{PROCESSENTRY32::kSize, {}};
+  EXPECT_TRUE(made.Process32First(snapshot, entry));
+  EXPECT_EQ(entry.szExeFile, "x");
+}
+
 TEST_F(LinuxProcessListTest, TellsTheNameOfAModule) {
   addProcess("3", "x");
-  proc.fill("3/maps", "0-1 r-xp 0 0:0 1 /usr/lib/libz.so\n");
+  maps("3", "0-1 r-xp 0 0:0 1 /usr/lib/libz.so\n");
   const auto process = made.OpenProcess(kQueryAndRead, false, 3);
   std::string name = "unknown";
   EXPECT_EQ(made.GetModuleBaseNameA(process, 1, name, 400), 7U);
@@ -159,7 +246,7 @@ TEST_F(LinuxProcessListTest, TellsTheNameOfAModule) {
 
 TEST_F(LinuxProcessListTest, LeavesTheNameOfWhatIsNoModule) {
   addProcess("3", "x");
-  proc.fill("3/maps", "");
+  maps("3", "");
   const auto process = made.OpenProcess(kQueryAndRead, false, 3);
   std::string name = "unknown";
   for (const ProcessList::Module module : {-1, 0, 1}) {
@@ -171,7 +258,7 @@ TEST_F(LinuxProcessListTest, LeavesTheNameOfWhatIsNoModule) {
 
 TEST_F(LinuxProcessListTest, AClosedHandleIsNoneAnyMore) {
   addProcess("3", "x");
-  proc.fill("3/maps", "");
+  maps("3", "");
   const auto process = made.OpenProcess(kQueryAndRead, false, 3);
   made.CloseHandle(process);
   std::uint32_t bytes = 0;

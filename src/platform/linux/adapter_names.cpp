@@ -12,6 +12,8 @@
 #include <tuple>
 #include <utility>
 
+#include "machine/device_database.h"
+
 namespace veltrin {
 namespace {
 
@@ -67,6 +69,10 @@ constexpr std::array kKinds{
 };
 
 }  // namespace
+
+std::string fullNameInDatabase(const std::string& modalias) {
+  return DeviceDatabase(FileTree()).fullNameOf(modalias);
+}
 
 bool isIpTunnel(unsigned type) {
   return type == ARPHRD_TUNNEL || type == ARPHRD_TUNNEL6 || type == ARPHRD_SIT ||

@@ -6,9 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/device_database.h"
-
 namespace veltrin {
+
+// The full name that the running system's hardware database has for an ID. The database is
+// opened for this one look, as a device is looked at once.
+std::string fullNameInDatabase(const std::string& modalias);
 
 // Gives network devices the names of adapters that Windows would show: a card that of its
 // hardware ("Intel Corporation I210 Gigabit Network Connection", the second one with " #2"),
@@ -24,7 +26,7 @@ class AdapterNames {
 
   // `sysFolder` is where the system's device file system stands; a device that it does not
   // tell of counts as an Ethernet one, "lo" as the loopback.
-  explicit AdapterNames(std::string sysFolder = "/sys", Database database = deviceInDatabase);
+  explicit AdapterNames(std::string sysFolder = "/sys", Database database = fullNameInDatabase);
 
   // The names of the adapters of all devices that there are now, in their order. Looks at
   // devices only that were not there at the last call.

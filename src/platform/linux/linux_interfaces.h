@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "machine/route_socket.h"
 #include "platform/interface_table.h"
 #include "platform/linux/adapter_names.h"
-#include "platform/linux/link_dump.h"
 
 namespace veltrin {
 

@@ -2,13 +2,11 @@
 
 #include <algorithm>
 #include <charconv>
-#include <filesystem>
-#include <fstream>
-#include <optional>
 #include <set>
-#include <sstream>
+#include <string_view>
 #include <system_error>
 
+#include "machine/fact_text.h"
 #include "text/strings.h"
 
 namespace veltrin {
@@ -24,6 +22,14 @@ std::optional<std::uint32_t> numberOf(const std::string& name) {
 
 std::string behindLastSlash(const std::string& path) { return path.substr(path.rfind('/') + 1); }
 
+// The kernel keeps no more of a process's word (TASK_COMM_LEN without its end).
+constexpr std::size_t kLongestWord = 15;
+
+// More of the words that a process was started with is not looked at: its program's path.
+constexpr std::size_t kMostOfWords = 4096;
+
+std::string folderOf(std::uint32_t id) { return "/proc/" + std::to_string(id); }
+
 // The path of a file, without the mark that the kernel puts behind one that was deleted since.
 std::string withoutMark(std::string path) {
   const std::string mark = " (deleted)";
@@ -34,13 +40,13 @@ std::string withoutMark(std::string path) {
 // The file of a line of the maps from which code is run: what stands behind the five fields of
 // the mapping (proc(5)), when it begins with a slash. Memory without a file has no such text, or
 // one in brackets; mapped data is no module.
-std::string fileOf(const std::string& line) {
+std::string fileOf(std::string_view line) {
   const std::size_t start = line.find('/');
   const std::size_t bracket = line.find('[');
-  if (start == std::string::npos || bracket < start) return {};
+  if (start == std::string_view::npos || bracket < start) return {};
   const std::size_t rights = line.find(' ') + 1;
-  if (line.substr(rights, 4).find('x') == std::string::npos) return {};
-  return withoutMark(line.substr(start));
+  if (line.substr(rights, 4).find('x') == std::string_view::npos) return {};
+  return withoutMark(std::string(line.substr(start)));
 }
 
 std::uint32_t give(const std::string& text, std::string& name, std::uint32_t size) {
@@ -55,8 +61,7 @@ ProcessList::Handle LinuxProcessList::CreateToolhelp32Snapshot(std::uint32_t fla
   if (flags != kSnapshotOfProcesses) return kNoHandle;
   Snapshot snapshot;
   for (const std::uint32_t id : ids()) {
-    const std::string name = nameOf(id);
-    if (!name.empty()) snapshot.names.push_back(name);  // else it has ended meanwhile
+    if (auto name = nameOf(id)) snapshot.names.push_back(std::move(*name));
   }
   snapshots_[++last_] = std::move(snapshot);
   return last_;
@@ -89,15 +94,16 @@ bool LinuxProcessList::EnumProcesses(std::span<std::uint32_t> ids, std::uint32_t
 
 ProcessList::Handle LinuxProcessList::OpenProcess(std::uint32_t /*access*/, bool /*inherit*/,
                                                   std::uint32_t processId) {
-  std::ifstream maps(folderOf(processId) + "/maps");
-  if (!maps) return kNoHandle;
   Modules modules;
   std::set<std::string> seen;
   const auto add = [&](const std::string& path) {
-    if (!path.empty() && seen.insert(path).second) modules.push_back(path);
+    if (!path.empty() && seen.insert(path).second) modules.push_back(printable(path));
   };
   add(programOf(processId));
-  for (std::string line; std::getline(maps, line);) add(fileOf(line));
+  if (!files_.readLines(folderOf(processId) + "/maps",
+                        [&](std::string_view line) { add(fileOf(line)); })) {
+    return kNoHandle;
+  }
   processes_[++last_] = std::move(modules);
   return last_;
 }
@@ -133,31 +139,31 @@ void LinuxProcessList::CloseHandle(Handle handle) {
 
 std::vector<std::uint32_t> LinuxProcessList::ids() const {
   std::vector<std::uint32_t> ids;
-  std::error_code failure;
-  for (std::filesystem::directory_iterator at(procFolder_, failure), end; !failure && at != end;
-       at.increment(failure)) {
-    if (const auto id = numberOf(at->path().filename().string())) ids.push_back(*id);
+  for (const std::string& name : files_.names("/proc")) {
+    if (const auto id = numberOf(name)) ids.push_back(*id);
   }
   std::sort(ids.begin(), ids.end());
   return ids;
 }
 
-std::string LinuxProcessList::folderOf(std::uint32_t id) const {
-  return procFolder_ + "/" + std::to_string(id);
-}
-
 // Empty for the kernel's own, and for those of others.
 std::string LinuxProcessList::programOf(std::uint32_t id) const {
-  std::error_code failure;
-  return withoutMark(std::filesystem::read_symlink(folderOf(id) + "/exe", failure).string());
+  return withoutMark(files_.linkTarget(folderOf(id) + "/exe"));
 }
 
-std::string LinuxProcessList::nameOf(std::uint32_t id) const {
+// Nothing when it has ended meanwhile, or the system hides it from this user.
+std::optional<std::string> LinuxProcessList::nameOf(std::uint32_t id) const {
   const std::string program = programOf(id);
-  if (!program.empty()) return behindLastSlash(program);
-  std::string word;
-  std::getline(std::ifstream(folderOf(id) + "/comm"), word);
-  return word;
+  if (!program.empty()) return printable(behindLastSlash(program));
+  auto word = files_.read(folderOf(id) + "/comm");
+  if (!word) return std::nullopt;
+  if (word->ends_with('\n')) word->pop_back();
+  if (word->empty() || word->size() == kLongestWord) {
+    const std::string words = files_.read(folderOf(id) + "/cmdline", kMostOfWords).value_or("");
+    const std::string first = behindLastSlash(words.substr(0, words.find('\0')));
+    if (first.starts_with(*word)) return printable(first);
+  }
+  return printable(*word);
 }
 
 const std::string* LinuxProcessList::pathOf(Handle process, Module module) const {

@@ -1,4 +1,4 @@
-// Reads the kernel's messages about network devices (rtnetlink(7)).
+// Reads the kernel's messages about network devices and their addresses (rtnetlink(7)).
 #pragma once
 
 #include <cstdint>
@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "machine/address.h"
 
 namespace veltrin {
 
@@ -15,10 +17,18 @@ struct Link {
   unsigned type = 0;   // ARPHRD_... (linux/if_arp.h)
   unsigned flags = 0;  // IFF_... (net/if.h)
   std::string name;
+  std::string kind;             // "bridge", "veth"; empty for one that is no software
   std::uint32_t mtu = 0;        // bytes
   std::string address;          // the bytes of its hardware address
   std::uint8_t operState = 0;   // IF_OPER_... (linux/if.h)
   rtnl_link_stats64 traffic{};  // since the device was made
+};
+
+// An address that a device has.
+struct LinkAddress {
+  std::uint32_t index = 0;  // the device's
+  Address address;          // this end's, where the device links two
+  std::uint32_t flags = 0;  // IFA_F_... (linux/if_addr.h)
 };
 
 class LinkDump {
@@ -30,14 +40,14 @@ class LinkDump {
 
   // What was told so far, in the kernel's order.
   const std::vector<Link>& links() const { return links_; }
+  const std::vector<LinkAddress>& addresses() const { return addresses_; }
 
  private:
   void takeLink(std::string_view body);
+  void takeAddress(std::string_view body);
 
   std::vector<Link> links_;
+  std::vector<LinkAddress> addresses_;
 };
-
-// All network devices that this process sees. Nothing when the kernel does not tell.
-std::vector<Link> networkLinks();
 
 }  // namespace veltrin

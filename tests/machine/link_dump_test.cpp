@@ -1,37 +1,13 @@
-#include <cstring>
-#include <gtest/gtest.h>
-#include <linux/netlink.h>
-#include <linux/rtnetlink.h>
-#include <string>
+#include "machine/link_dump.h"
 
-#include "platform/linux/link_dump.h"
+#include <gtest/gtest.h>
+#include <string>
+#include <sys/socket.h>
+
+#include "kernel_messages.h"
 
 namespace veltrin {
 namespace {
-
-template <class Structure>
-std::string bytesOf(const Structure& structure) {
-  return {reinterpret_cast<const char*>(&structure), sizeof structure};
-}
-
-std::string padded(std::string bytes) {
-  bytes.resize(NLMSG_ALIGN(bytes.size()));
-  return bytes;
-}
-
-std::string attribute(unsigned type, const std::string& content) {
-  rtattr header{};
-  header.rta_len = static_cast<unsigned short>(sizeof header + content.size());
-  header.rta_type = static_cast<unsigned short>(type);
-  return padded(bytesOf(header) + content);
-}
-
-std::string message(unsigned type, const std::string& body) {
-  nlmsghdr header{};
-  header.nlmsg_len = static_cast<unsigned>(sizeof header + body.size());
-  header.nlmsg_type = static_cast<unsigned short>(type);
-  return padded(bytesOf(header) + body);
-}
 
 std::string about(int index, unsigned type = 1, unsigned flags = 0x41) {
   ifinfomsg info{};
@@ -41,10 +17,8 @@ std::string about(int index, unsigned type = 1, unsigned flags = 0x41) {
   return bytesOf(info);
 }
 
-std::string named(const char* name) { return attribute(IFLA_IFNAME, std::string(name) + '\0'); }
-
 std::string device(int index, const char* name) {
-  return message(RTM_NEWLINK, about(index) + named(name));
+  return message(RTM_NEWLINK, about(index) + nameAttribute(name));
 }
 
 const std::string kDone = message(NLMSG_DONE, std::string(4, '\0'));
@@ -56,7 +30,7 @@ TEST(LinkDump, TellsWhatADeviceIs) {
   traffic.rx_nohandler = 5;
   LinkDump dump;
 
-  EXPECT_EQ(dump.take(message(RTM_NEWLINK, about(7, 772, 0x1043) + named("lo") +
+  EXPECT_EQ(dump.take(message(RTM_NEWLINK, about(7, 772, 0x1043) + nameAttribute("lo") +
                                                attribute(IFLA_MTU, bytesOf(std::uint32_t{65536})) +
                                                attribute(IFLA_ADDRESS, "abcdef") +
                                                attribute(IFLA_OPERSTATE, "\x06") +
@@ -96,7 +70,7 @@ TEST(LinkDump, TakesTheShorterCountersOfAnOldKernel) {
   traffic.rx_packets = 3;
   LinkDump dump;
 
-  dump.take(message(RTM_NEWLINK, about(1) + named("lo") +
+  dump.take(message(RTM_NEWLINK, about(1) + nameAttribute("lo") +
                                      attribute(IFLA_STATS64, bytesOf(traffic).substr(0, 8))));
 
   ASSERT_EQ(dump.links().size(), 1U);
@@ -122,7 +96,7 @@ TEST(LinkDump, FailsAtAMessageOfNoLength) {
 
 TEST(LinkDump, PassesOverOtherMessages) {
   LinkDump dump;
-  EXPECT_EQ(dump.take(message(RTM_NEWADDR, about(1) + named("lo"))), LinkDump::State::More);
+  EXPECT_EQ(dump.take(message(RTM_DELLINK, about(1) + nameAttribute("lo"))), LinkDump::State::More);
   EXPECT_TRUE(dump.links().empty());
 }
 
@@ -132,9 +106,53 @@ TEST(LinkDump, PassesOverADeviceWithoutANameOrAnIndex) {
   EXPECT_TRUE(dump.links().empty());
 }
 
+// A header says four bytes where it takes sixteen itself.
+TEST(LinkDump, FailsAtAMessageShorterThanItsHeader) {
+  nlmsghdr header{};
+  header.nlmsg_len = 4;
+  header.nlmsg_type = RTM_NEWLINK;
+  EXPECT_EQ(LinkDump().take(bytesOf(header)), LinkDump::State::Failed);
+}
+
+TEST(LinkDump, TakesNothingBehindTheLastMessage) {
+  LinkDump dump;
+  EXPECT_EQ(dump.take(device(1, "lo") + kDone + device(2, "eth0")), LinkDump::State::Done);
+  EXPECT_EQ(dump.links().size(), 1U);
+}
+
+TEST(LinkDump, PassesOverAnAttributeShorterThanItsHeader) {
+  LinkDump dump;
+  dump.take(message(RTM_NEWLINK, about(1) + std::string("\x02\x00\x03\x00", 4) + "name"));
+  EXPECT_TRUE(dump.links().empty());
+}
+
+TEST(LinkDump, TellsTheAddressesOfADevice) {
+  ifaddrmsg info{};
+  info.ifa_family = AF_INET;
+  info.ifa_flags = IFA_F_PERMANENT;
+  info.ifa_index = 7;
+  LinkDump dump;
+
+  dump.take(message(RTM_NEWADDR,
+                    bytesOf(info) + attribute(IFA_ADDRESS, std::string("\xC0\x00\x02\x07", 4))));
+
+  ASSERT_EQ(dump.addresses().size(), 1U);
+  EXPECT_EQ(dump.addresses()[0].index, 7U);
+  EXPECT_EQ(dump.addresses()[0].address.text(), "192.0.2.7");
+  EXPECT_EQ(dump.addresses()[0].flags, unsigned{IFA_F_PERMANENT});
+  EXPECT_TRUE(dump.links().empty());
+}
+
+TEST(LinkDump, PassesOverAnAddressWhoseMessageIsTooShort) {
+  LinkDump dump;
+  EXPECT_EQ(dump.take(message(RTM_NEWADDR, "short")), LinkDump::State::More);
+  EXPECT_TRUE(dump.addresses().empty());
+}
+
 TEST(LinkDump, KeepsWhatStandsBeforeAnAttributeThatIsCut) {
   LinkDump dump;
-  dump.take(message(RTM_NEWLINK, about(1) + named("lo") + std::string("\xFF\xFF\x04\x00", 4)));
+  dump.take(
+      message(RTM_NEWLINK, about(1) + nameAttribute("lo") + std::string("\xFF\xFF\x04\x00", 4)));
   ASSERT_EQ(dump.links().size(), 1U);
   EXPECT_EQ(dump.links()[0].name, "lo");
 }
