@@ -33,9 +33,9 @@ using Modules = std::map<std::string, ModuleFacts, std::less<>>;
 // /proc/modules: a module is the first word of its line.
 void addLoaded(const FileTree& files, Modules& modules) {
   files.readLines("/proc/modules", [&](std::string_view line) {
-    const std::string name = moduleName(line.substr(0, line.find(' ')));
+    const std::string name = printable(moduleName(line.substr(0, line.find(' '))));
     if (!name.empty()) {
-      modules[name].name = printable(name);
+      modules[name].name = name;
     }
   });
 }
