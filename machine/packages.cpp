@@ -138,7 +138,7 @@ void addOfPacman(const FileTree& files, std::vector<PackageFacts>& packages) {
         files.read(database + folder + "/desc", kStartOfDescription).value_or("");
     const std::string name(behind(description, "%NAME%"));
     const std::string version(behind(description, "%VERSION%"));
-    if (name + "-" + version == folder) {
+    if (std::string(name).append("-").append(version) == folder) {
       packages.push_back({printable(name), printable(version)});
     }
   }

@@ -8,7 +8,7 @@ namespace veltrin {
 namespace {
 
 constexpr const char* kTool = "/lib/systemd/systemd-journal-remote";
-constexpr std::int64_t kFirst = 1770027672000250;  // microseconds since 1970
+constexpr std::int64_t kFirst = 1770027672123456;  // microseconds since 1970
 
 }  // namespace
 

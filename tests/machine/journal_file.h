@@ -13,7 +13,7 @@ bool canMakeJournals();
 
 // Writes a journal of a machine into its folder below the root. Each entry is one in the
 // journal's export form, without its moment: "MESSAGE=text\nPRIORITY=6\n". The entries are a
-// second apart, the first at 2026-02-02 10:21:12.000250 UTC. False when the tool fails.
+// second apart, the first at 2026-02-02 10:21:12.123456 UTC. False when the tool fails.
 bool makeJournal(const TemporaryTree& tree, const std::vector<std::string>& entries,
                  const std::string& file = "system.journal");
 

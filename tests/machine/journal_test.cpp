@@ -1,15 +1,13 @@
 #include "machine/journal.h"
 
-#include <chrono>
-#include <cstdio>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "journal_file.h"
 #include "machine/fact_text.h"
+#include "printed_by.h"
 
 namespace veltrin {
 namespace {
@@ -59,7 +57,7 @@ TEST_F(JournalTest, TellsTheFieldsOfAnEntry) {
   put({"MESSAGE=Out of paper\nPRIORITY=4\nSYSLOG_FACILITY=3\nSYSLOG_IDENTIFIER=lpd\n"});
   const auto event = Journal(tree_.files()).previous();
   ASSERT_TRUE(event);
-  EXPECT_EQ(event->microseconds, 1770027672000250);
+  EXPECT_EQ(event->microseconds, 1770027672123456);
   EXPECT_THAT(event->message, Optional(Eq("Out of paper")));
   EXPECT_EQ(event->source, "lpd");
   EXPECT_EQ(event->facility, 3);
@@ -203,15 +201,6 @@ TEST_F(JournalTest, ReadsNoMoreThanIsAskedFor) {
   EXPECT_EQ(rest, kEntries - 201);
   EXPECT_GT(few, 0U);
   EXPECT_LT(few, static_cast<std::size_t>(facts.st_size) / 4);
-}
-
-std::string printedBy(const std::string& command) {
-  FILE* output = popen((command + " 2>/dev/null").c_str(), "r");
-  std::string text;
-  for (int byte = 0; output != nullptr && (byte = fgetc(output)) != EOF;) {
-    text += static_cast<char>(byte);
-  }
-  return output != nullptr && pclose(output) == 0 ? text : "";
 }
 
 // The newest messages as the system's own tool prints them and as they are read here, without

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include "printed_by.h"
 #include "temporary_tree.h"
 
 namespace veltrin {
@@ -91,16 +91,6 @@ TEST(LinuxMachine, TellsWhenAFileWasMade) {
 
 TEST(LinuxMachine, TellsNoTimeOfAMissingFile) {
   EXPECT_EQ(LinuxMachine().born("/no/such/file"), std::nullopt);
-}
-
-// What a program of the system prints, its lines together; nothing when it is not there.
-std::string printedBy(const std::string& command) {
-  FILE* output = popen((command + " 2>/dev/null").c_str(), "r");
-  std::string text;
-  for (int byte = 0; output != nullptr && (byte = fgetc(output)) != EOF;) {
-    text += static_cast<char>(byte);
-  }
-  return output != nullptr && pclose(output) == 0 ? text : "";
 }
 
 std::string inHexadecimal(const Id128& id) {

@@ -1,11 +1,11 @@
 #include "machine/packages.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "machine/fact_text.h"
+#include "printed_by.h"
 #include "temporary_tree.h"
 
 namespace veltrin {
@@ -148,24 +148,19 @@ TEST(Packages, AreNoneWithoutADatabaseAndInOneThatIsEmptyOrNoText) {
   }
 }
 
-std::vector<std::string> printedLines(const char* command) {
-  std::string text;
-  FILE* output = popen(command, "r");
-  for (int byte = 0; output != nullptr && (byte = fgetc(output)) != EOF;) {
-    text += static_cast<char>(byte);
-  }
-  const bool succeeded = output != nullptr && pclose(output) == 0;
+std::vector<std::string> printedLines(const std::string& command) {
+  const std::string text = printedBy(command);
   std::vector<std::string> lines;
   LineReader reader(text);
-  for (std::string_view line; succeeded && reader.next(line);) {
+  for (std::string_view line; reader.next(line);) {
     lines.emplace_back(line);
   }
   return lines;
 }
 
 TEST(Packages, OfThisMachineAreThoseThatItsManagerPrints) {
-  const auto own = printedLines("dpkg --print-architecture 2>/dev/null");
-  auto told = printedLines(
+  const auto own = printedLines("dpkg --print-architecture");
+  const auto told = printedLines(
       "dpkg-query -W -f '${db:Status-Status}|${Package}|${Architecture}|${Version}\\n' "
       "2>/dev/null");
   if (own.empty() || told.empty()) {

@@ -34,15 +34,15 @@ TEST_F(WmiEvents, AreTheJournalsEntriesFromTheNewestOn) {
   EXPECT_THAT(
       texts(),
       ElementsAre("Category=null;EventCode=null;EventType=null;Message=null;SourceName=null;"
-                  "TimeGenerated=20260202112113.000250+060;Type=null;",
+                  "TimeGenerated=20260202112113.123456+060;Type=null;",
                   "Category=6;EventCode=null;EventType=2;Message=Out of paper;SourceName=lpd;"
-                  "TimeGenerated=20260202112112.000250+060;Type=Warning;"));
+                  "TimeGenerated=20260202112112.123456+060;Type=Warning;"));
 }
 
 TEST_F(WmiEvents, TellTheirZoneWestOfGreenwich) {
   machine_.offset = -300;
   ASSERT_TRUE(makeJournal(tree_, {"MESSAGE=a\n"}));
-  EXPECT_THAT(texts(), ElementsAre(HasSubstr("TimeGenerated=20260202052112.000250-300;")));
+  EXPECT_THAT(texts(), ElementsAre(HasSubstr("TimeGenerated=20260202052112.123456-300;")));
 }
 
 TEST_F(WmiEvents, AreOfTheTypeOfTheirPriority) {
