@@ -105,6 +105,13 @@ std::string filledIn(std::string_view text, const UnitName& unit, const std::str
   return filled;
 }
 
+std::string pathOf(const std::string& folder, const std::string& name) {
+  std::string path = folder;
+  path += '/';
+  path += name;
+  return path;
+}
+
 class Units {
  public:
   Units(const FileTree& files, std::string host) : files_(files), host_(std::move(host)) {}
@@ -113,7 +120,7 @@ class Units {
   void addEnabledIn(const std::string& folder, const Folders& unitFolders) {
     for (const std::string& name : files_.names(folder)) {
       if (name.ends_with(".wants") || name.ends_with(".requires") || name.ends_with(".upholds")) {
-        addLinks(folder + "/" + name, unitFolders);
+        addLinks(pathOf(folder, name), unitFolders);
       }
     }
   }
@@ -139,7 +146,7 @@ class Units {
                                       const Folders& unitFolders) const {
     for (const std::string& file : UnitName(name).files()) {
       for (const std::string& place : unitFolders) {
-        const std::string path = files_.resolved(place + "/" + file);
+        const std::string path = files_.resolved(pathOf(place, file));
         if (path == "/dev/null") {
           return std::nullopt;
         }
@@ -148,7 +155,7 @@ class Units {
         }
       }
     }
-    return files_.read(files_.resolved(folder + "/" + name));
+    return files_.read(files_.resolved(pathOf(folder, name)));
   }
 
   const FileTree& files_;
