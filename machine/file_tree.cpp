@@ -17,6 +17,10 @@
 namespace veltrin {
 namespace {
 
+// More links in a row than these are taken for a circle (MAXSYMLINKS in
+// include/linux/namei.h).
+constexpr int kMostLinks = 40;
+
 // Read at once. The files of /proc and /sys tell no size.
 constexpr std::size_t kPiece = 65536;
 
@@ -155,6 +159,18 @@ std::string FileTree::linkTarget(const std::string& path) const {
   std::array<char, PATH_MAX> target{};
   const ssize_t size = readlink((root_ + path).c_str(), target.data(), target.size());
   return std::string(target.data(), static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
+}
+
+std::string FileTree::resolved(const std::string& path) const {
+  std::string place = path;
+  for (int links = 0; links <= kMostLinks; ++links) {
+    const std::string target = linkTarget(place);
+    if (target.empty()) {
+      return place;
+    }
+    place = target.starts_with('/') ? target : place.substr(0, place.rfind('/') + 1) + target;
+  }
+  return "";
 }
 
 std::optional<std::int64_t> FileTree::written(const std::string& path) const {

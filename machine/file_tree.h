@@ -61,9 +61,17 @@ class FileTree {
   // Where a symbolic link points to, as it is written; empty when it is none.
   std::string linkTarget(const std::string& path) const;
 
+  // Where a path leads when its last part is a symbolic link, or a chain of them, as if the
+  // root folder were "/"; the path itself when it is none, empty when the links have no end.
+  std::string resolved(const std::string& path) const;
+
   // When a file was last written, in seconds since 1970; nothing when there is no
   // such file.
   std::optional<std::int64_t> written(const std::string& path) const;
+
+  // The folder that stands for "/", empty when it is the real one: for libraries that open
+  // files themselves.
+  const std::string& root() const { return root_; }
 
  private:
   std::string root_;

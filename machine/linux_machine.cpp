@@ -1,5 +1,6 @@
 #include "machine/linux_machine.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
@@ -7,6 +8,7 @@
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/utsname.h>
+#include <systemd/sd-id128.h>
 
 #include "machine/network_interfaces.h"
 #include "machine/route_socket.h"
@@ -63,6 +65,16 @@ std::optional<FileSystemRoom> LinuxMachine::room(const std::string& folder) cons
     return std::nullopt;
   }
   return FileSystemRoom{told.f_frsize, told.f_blocks, told.f_bfree, told.f_bavail};
+}
+
+std::optional<Id128> LinuxMachine::applicationId(const Id128& application) const {
+  sd_id128_t asked{};
+  std::copy(application.begin(), application.end(), asked.bytes);
+  sd_id128_t told{};
+  if (sd_id128_get_machine_app_specific(asked, &told) < 0) {
+    return std::nullopt;
+  }
+  return std::to_array(told.bytes);
 }
 
 std::vector<DisplayMode> LinuxMachine::displayModes(const std::string& /*card*/) const {

@@ -14,6 +14,7 @@ class LinuxMachine : public Machine {
   std::optional<std::int64_t> born(const std::string& path) const override;
   std::optional<std::vector<NetworkInterface>> interfaces() const override;
   std::optional<FileSystemRoom> room(const std::string& folder) const override;
+  std::optional<Id128> applicationId(const Id128& application) const override;
   std::vector<DisplayMode> displayModes(const std::string& card) const override;
 };
 

@@ -4,6 +4,7 @@
 // LinuxMachine is the real one; tests make up their own.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -62,6 +63,9 @@ struct DisplayMode {
   std::uint32_t depth = 0;    // bits of a pixel; 0 where it is not told
 };
 
+// An ID of 128 bits, the highest byte first.
+using Id128 = std::array<std::uint8_t, 16>;
+
 class Machine {
  public:
   virtual ~Machine() = default;
@@ -87,6 +91,10 @@ class Machine {
 
   // The room of the file system that a folder lies in; nothing when it is not told.
   virtual std::optional<FileSystemRoom> room(const std::string& folder) const = 0;
+
+  // The ID that stands for this installation before one program, whose own constant the
+  // argument is (sd_id128_get_machine_app_specific(3)); nothing when the installation has none.
+  virtual std::optional<Id128> applicationId(const Id128& application) const = 0;
 
   // What the connectors of a graphics card ("card0") show, in the card's order; empty where
   // nothing is shown, or this user may not ask.

@@ -16,7 +16,7 @@ SystemFacts gatherFacts(const FileTree& files, const Machine& machine) {
   SystemFacts facts;
   facts.host = printable(kernel.host);
   facts.system = operatingSystemFacts(files, machine);
-  facts.productId = productId(files);
+  facts.productId = productId(machine);
   facts.firmware = firmwareFacts(files);
   facts.processors = processorFacts(files, kernel);
   facts.bootDevice = bootDevice(files);

@@ -10,6 +10,7 @@
 #include "machine/connections.h"
 #include "machine/fact_text.h"
 #include "machine/hardware_database.h"
+#include "machine/module_file.h"
 #include "machine/moments.h"
 #include "machine/network_interfaces.h"
 #include "machine/smbios.h"
@@ -83,6 +84,18 @@ void readLeases(std::string_view bytes) {
   check(veltrin::leaseInMessage(message).has_value());
 }
 
+// Behind the start of a file of each width too, so that every input gets into the sections.
+void readModule(std::string_view bytes) {
+  using namespace std::string_view_literals;
+  for (const std::string_view start : {""sv, "\177ELF\2\1"sv, "\177ELF\1\1"sv}) {
+    const std::string file = std::string(start) + std::string(bytes);
+    const std::string_view list = veltrin::moduleInformation(file);
+    check(list.size() <= file.size());
+    check(veltrin::moduleValue(list, "description").size() <= list.size());
+  }
+  check(veltrin::moduleValue(bytes, "").size() <= bytes.size());
+}
+
 template <typename Log>
 void readLog(std::string_view bytes) {
   Log log;
@@ -103,6 +116,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   readDatabase(bytes);
   readMessages(bytes);
   readLeases(bytes);
+  readModule(bytes);
   readLog<veltrin::DpkgLog>(bytes);
   readLog<veltrin::PacmanLog>(bytes);
   veltrin::momentInLog(bytes);

@@ -41,6 +41,11 @@ class FakeMachine : public Machine {
     return found == rooms.end() ? std::nullopt : std::optional(found->second);
   }
 
+  std::optional<Id128> applicationId(const Id128& application) const override {
+    const auto found = ids.find(application);
+    return found == ids.end() ? std::nullopt : std::optional(found->second);
+  }
+
   std::vector<DisplayMode> displayModes(const std::string& card) const override {
     const auto found = screens.find(card);
     return found == screens.end() ? std::vector<DisplayMode>() : found->second;
@@ -53,6 +58,7 @@ class FakeMachine : public Machine {
   std::map<std::string, std::string> variables;
   std::optional<std::int64_t> rootBorn;
   std::optional<std::vector<NetworkInterface>> network;
+  std::map<Id128, Id128> ids;                               // by the programs' constants
   std::map<std::string, FileSystemRoom> rooms;              // by their folders
   std::map<std::string, std::vector<DisplayMode>> screens;  // by the cards
 };

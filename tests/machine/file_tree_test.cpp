@@ -136,5 +136,25 @@ TEST(FileTree, MapsAFileAndNothingElse) {
   EXPECT_EQ(tree.files().map("/missing").bytes(), "");
 }
 
+TEST(FileTree, FollowsLinksBelowItsRoot) {
+  const TemporaryTree tree;
+  tree.put("/usr/lib/thing", "it");
+  tree.link("/etc/whole", "/usr/lib/thing");
+  tree.link("/etc/chained", "./whole");
+  tree.link("/etc/dangling", "nothing");
+  EXPECT_EQ(tree.files().resolved("/etc/whole"), "/usr/lib/thing");
+  EXPECT_EQ(tree.files().text(tree.files().resolved("/etc/chained")), "it");
+  EXPECT_EQ(tree.files().resolved("/etc/dangling"), "/etc/nothing");
+  EXPECT_EQ(tree.files().resolved("/usr/lib/thing"), "/usr/lib/thing");
+  EXPECT_EQ(tree.files().resolved("/no/such/file"), "/no/such/file");
+}
+
+TEST(FileTree, EndsInACircleOfLinks) {
+  const TemporaryTree tree;
+  tree.link("/one", "/two");
+  tree.link("/two", "/one");
+  EXPECT_EQ(tree.files().resolved("/one"), "");
+}
+
 }  // namespace
 }  // namespace veltrin

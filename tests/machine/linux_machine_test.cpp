@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include "printed_by.h"
 #include "temporary_tree.h"
 
 namespace veltrin {
@@ -90,6 +91,36 @@ TEST(LinuxMachine, TellsWhenAFileWasMade) {
 
 TEST(LinuxMachine, TellsNoTimeOfAMissingFile) {
   EXPECT_EQ(LinuxMachine().born("/no/such/file"), std::nullopt);
+}
+
+std::string inHexadecimal(const Id128& id) {
+  constexpr const char* kDigits = "0123456789abcdef";
+  std::string text;
+  for (const std::uint8_t byte : id) {
+    text += kDigits[byte >> 4];
+    text += kDigits[byte & 0xF];
+  }
+  return text;
+}
+
+TEST(LinuxMachine, TellsAnApplicationsIdAsTheSystemItself) {
+  const std::string expected =
+      printedBy("systemd-id128 machine-id --app-specific=7eef91aa14b6b49f291d7f6da4fefc7d");
+  if (expected.empty()) {
+    GTEST_SKIP() << "the system cannot tell it, or has none";
+  }
+  const auto id = LinuxMachine().applicationId({0x7E, 0xEF, 0x91, 0xAA, 0x14, 0xB6, 0xB4, 0x9F,
+                                                0x29, 0x1D, 0x7F, 0x6D, 0xA4, 0xFE, 0xFC, 0x7D});
+  ASSERT_TRUE(id);
+  EXPECT_EQ(inHexadecimal(*id) + "\n", expected);
+}
+
+TEST(LinuxMachine, TellsEachApplicationAnIdOfItsOwn) {
+  const auto one = LinuxMachine().applicationId({1});
+  if (!one) {
+    GTEST_SKIP() << "this machine has no ID";
+  }
+  EXPECT_NE(LinuxMachine().applicationId({2}), one);
 }
 
 TEST(LinuxMachine, ListsTheInterfacesWithoutTheLoopback) {

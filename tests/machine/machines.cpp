@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "hardware_database_file.h"
+#include "machine/product_id.h"
 
 namespace veltrin {
 namespace {
@@ -35,7 +36,6 @@ void putSettings(const TemporaryTree& tree) {
   tree.put("/etc/os-release",
            "PRETTY_NAME=\"Example Linux 7\"\nVENDOR_NAME=\"Example Project\"\n"
            "VARIANT=\"Workstation Edition\"\n");
-  tree.put("/etc/machine-id", "00112233445566778899aabbccddeeff\n");
   tree.put("/etc/locale.conf", "LANG=en_US.UTF-8\n");
   tree.put("/usr/share/zoneinfo/iso3166.tab", "US\tUnited States\n");
   tree.put("/etc/default/keyboard", "XKBLAYOUT=us\n");
@@ -71,6 +71,8 @@ void makeLaptop(const TemporaryTree& tree, FakeMachine& machine) {
   machine.offset = 60;
   machine.zone = "CET";
   machine.rootBorn = 1769786571;
+  machine.ids[kProductApplication] = {0x00, 0x11, 0x22, 0x33, 0x44, 0x55, 0x46, 0x77,
+                                      0x88, 0x99, 0xAA, 0xBB, 0xCC, 0xDD, 0xEE, 0xFF};
   putFirmware(tree);
   putSettings(tree);
   putKernelFiles(tree);
@@ -106,8 +108,6 @@ void makeServer(const TemporaryTree& tree, FakeMachine& machine, std::size_t car
 void fillEveryFile(const TemporaryTree& tree, std::string_view bytes) {
   for (const char* path : {"/etc/os-release",
                            "/etc/dpkg/origins/default",
-                           "/etc/machine-id",
-                           "/var/lib/dbus/machine-id",
                            "/etc/locale.conf",
                            "/etc/default/locale",
                            "/etc/default/keyboard",

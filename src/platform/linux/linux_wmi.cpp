@@ -78,7 +78,7 @@ struct Class {
 };
 
 constexpr std::array kClasses{
-    Class{"win32_account", win32Account},
+    Class{"win32_account", nullptr, win32Account},
     Class{"win32_baseboard", win32BaseBoard},
     Class{"win32_cachememory", win32CacheMemory},
     Class{"win32_computersystem", win32ComputerSystem},
@@ -95,7 +95,7 @@ constexpr std::array kClasses{
     Class{"win32_pointingdevice", win32PointingDevice},
     Class{"win32_printer", win32Printer},
     Class{"win32_processor", win32Processor},
-    Class{"win32_product", win32Product},
+    Class{"win32_product", nullptr, win32Product},
     Class{"win32_sounddevice", win32SoundDevice},
     Class{"win32_startupcommand", win32StartupCommand},
     Class{"win32_systemdriver", win32SystemDriver},

@@ -1,9 +1,12 @@
 // The classes of WMI that a Linux machine answers, by the families that their facts come from.
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/linux/linux_wmi.h"
@@ -21,6 +24,29 @@ template <class Number>
 WmiValue orNull(const std::optional<Number>& number) {
   return number ? WmiValue(*number) : WmiValue();
 }
+
+// An answer whose facts are collected before its first object, and become objects one by one:
+// of thousands of facts, their objects would take many times the room.
+template <class Fact>
+class FactObjects : public WmiObjects {
+ public:
+  using Turn = std::function<WmiObject(const Fact&)>;
+
+  FactObjects(std::vector<Fact> facts, Turn turn)
+      : facts_(std::move(facts)), turn_(std::move(turn)) {}
+
+  std::optional<WmiObject> next() override {
+    if (taken_ == facts_.size()) {
+      return std::nullopt;
+    }
+    return turn_(facts_[taken_++]);
+  }
+
+ private:
+  std::vector<Fact> facts_;
+  Turn turn_;
+  std::size_t taken_ = 0;
+};
 
 // wmi_processor.cpp
 WmiAnswer win32Processor(const WmiSources& sources);
@@ -66,10 +92,10 @@ WmiAnswer win32StartupCommand(const WmiSources& sources);
 WmiAnswer win32SystemDriver(const WmiSources& sources);
 
 // wmi_packages.cpp
-WmiAnswer win32Product(const WmiSources& sources);
+std::unique_ptr<WmiObjects> win32Product(const WmiSources& sources);
 
 // wmi_accounts.cpp
-WmiAnswer win32Account(const WmiSources& sources);
+std::unique_ptr<WmiObjects> win32Account(const WmiSources& sources);
 
 // wmi_drives.cpp
 WmiAnswer win32LogicalDisk(const WmiSources& sources);

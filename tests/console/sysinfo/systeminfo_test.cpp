@@ -70,7 +70,7 @@ TEST_F(SystemInfoTool, TellsAllOfALaptop) {
             "OS Build Type:             Multiprocessor\r\n"
             "Registered Owner:          N/A\r\n"
             "Registered Organization:   N/A\r\n"
-            "Product ID:                970ZA-6XH19-AV4NR-53B5X\r\n"
+            "Product ID:                008J4-CT4AN-VSKAN-VSKEY\r\n"
             "Original Install Date:     1/30/2026, 4:22:51 PM\r\n"
             "System Boot Time:          2/2/2026, 11:21:12 AM\r\n"
             "System Manufacturer:       Example Works\r\n"
