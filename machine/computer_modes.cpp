@@ -23,28 +23,22 @@ constexpr std::array<std::string_view, 11> kRescueWords{
     "systemd.unit=emergency.target",
 };
 
-// The kernel's list of sockets has those first that wait for connections, so the start of it is
-// enough however many there are.
-constexpr std::size_t kWaitingSockets = 65536;
+// Where a server notes the number of its process, and the name of that.
+struct Server {
+  const char* note;
+  std::string_view name;
+};
 
-// The port of SMB, and that of SMB over NetBIOS (RFC 1002 section 4.3), as the list writes them.
-bool isSmb(std::string_view port) { return port == "01BD" || port == "008B"; }
+constexpr std::array kServers{
+    Server{"/run/samba/smbd.pid", "smbd"},
+    Server{"/run/smbd.pid", "smbd"},
+    Server{"/run/ksmbd.lock", "ksmbd.mountd"},
+};
 
-// "0: 00000000:01BD 00000000:0000 0A ...": local address, remote address, state, which is 0A for
-// a socket that waits (include/net/tcp_states.h).
-bool waitsForSmb(std::string_view line) {
-  const auto words = wordsOf(line);
-  return words.size() > 3 && words[3] == "0A" && isSmb(words[1].substr(words[1].rfind(':') + 1));
-}
-
-bool hasSmbSocket(std::string_view list) {
-  LineReader lines(list);
-  for (std::string_view line; lines.next(line);) {
-    if (waitsForSmb(line)) {
-      return true;
-    }
-  }
-  return false;
+// The number may be of a process that ended, and of another one meanwhile.
+bool runs(const FileTree& files, const Server& server) {
+  const auto number = wholeNumber(files.line(server.note));
+  return number && files.line("/proc/" + std::to_string(*number) + "/comm") == server.name;
 }
 
 }  // namespace
@@ -74,13 +68,11 @@ std::optional<bool> hasInfraredPort(const FileTree& files) {
 }
 
 std::optional<bool> sharesFiles(const FileTree& files) {
-  std::optional<bool> shares;
-  for (const char* list : {"/proc/net/tcp", "/proc/net/tcp6"}) {
-    if (const auto text = files.read(list, kWaitingSockets)) {
-      shares = shares.value_or(false) || hasSmbSocket(*text);
-    }
+  if (files.names("/run").empty()) {
+    return std::nullopt;
   }
-  return shares;
+  return std::any_of(kServers.begin(), kServers.end(),
+                     [&](const Server& server) { return runs(files, server); });
 }
 
 std::string calledByOwner(const FileTree& files) {

@@ -21,8 +21,8 @@ std::optional<bool> restartsAfterFailure(const FileTree& files);
 // kernel lists no devices.
 std::optional<bool> hasInfraredPort(const FileTree& files);
 
-// Whether somebody waits for connections of computers that share files by SMB. Nothing when the
-// kernel does not tell its sockets.
+// Whether the computer serves its files to others by SMB: Samba's server or the kernel's own runs.
+// Nothing when the system keeps no notes on what runs.
 std::optional<bool> sharesFiles(const FileTree& files);
 
 // By what its owner calls the computer, beside its name on the network (machine-info(5)); empty

@@ -55,33 +55,28 @@ TEST(ComputerModes, TellAnInfraredPort) {
   EXPECT_EQ(hasInfraredPort(tree.files()), true);
 }
 
-constexpr const char* kHeading =
-    "  sl  local_address rem_address   st tx_queue rx_queue tr tm->when retrnsmt   uid\n";
-
-std::optional<bool> sharesWith(const std::string& four, const std::string& six) {
+std::optional<bool> sharesWith(const std::string& note, const std::string& number,
+                               const std::string& process) {
   const TemporaryTree tree;
-  tree.put("/proc/net/tcp", kHeading + four);
-  tree.put("/proc/net/tcp6", kHeading + six);
+  tree.put(note, number + "\n");
+  tree.put("/proc/812/comm", process + "\n");
   return sharesFiles(tree.files());
 }
 
-TEST(ComputerModes, TellSharedFilesByWhoWaitsForThem) {
-  const std::string none;
-  EXPECT_EQ(sharesWith("   0: 00000000:01BD 00000000:0000 0A 00000000:00000000\n", none), true);
-  EXPECT_EQ(sharesWith("   0: 00000000:008B 00000000:0000 0A 00000000:00000000\n", none), true);
-  EXPECT_EQ(sharesWith(none,
-                       "   0: 00000000000000000000000000000000:01BD "
-                       "00000000000000000000000000000000:0000 0A 00000000:00000000\n"),
-            true);
+TEST(ComputerModes, TellSharedFilesByTheServerThatRuns) {
+  EXPECT_EQ(sharesWith("/run/samba/smbd.pid", "812", "smbd"), true);
+  EXPECT_EQ(sharesWith("/run/smbd.pid", "812", "smbd"), true);
+  EXPECT_EQ(sharesWith("/run/ksmbd.lock", "812", "ksmbd.mountd"), true);
 }
 
-TEST(ComputerModes, TellNoSharedFilesByOtherSockets) {
-  const std::string client = "   0: 0100007F:01BD 0100007F:C000 01 00000000:00000000\n";
-  const std::string other = "   1: 00000000:0016 00000000:0000 0A 00000000:00000000\n";
-  EXPECT_EQ(sharesWith(client + other + "garbage\n", ""), false);
+TEST(ComputerModes, TellNoSharedFilesByANoteThatAServerLeftBehind) {
+  EXPECT_EQ(sharesWith("/run/samba/smbd.pid", "813", "smbd"), false);
+  EXPECT_EQ(sharesWith("/run/samba/smbd.pid", "812", "bash"), false);
+  EXPECT_EQ(sharesWith("/run/samba/smbd.pid", "", "smbd"), false);
+  EXPECT_EQ(sharesWith("/run/utmp", "812", "smbd"), false);
 }
 
-TEST(ComputerModes, TellNoSharedFilesWhereTheKernelTellsNoSockets) {
+TEST(ComputerModes, TellNoSharedFilesWhereNothingIsNoted) {
   EXPECT_EQ(sharesFiles(TemporaryTree().files()), std::nullopt);
 }
 

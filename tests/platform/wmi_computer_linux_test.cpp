@@ -65,7 +65,8 @@ TEST_F(Win32ComputerSystem, IsToldByKernelFilesAndFirmware) {
   tree.put("/sys/class/dmi/id/bios_version", "F.20\n");
   tree.put("/proc/cmdline", "root=/dev/sda1 ro\n");
   tree.put("/proc/sys/kernel/panic", "0\n");
-  tree.put("/proc/net/tcp", "0: 00000000:01BD 00000000:0000 0A\n");
+  tree.put("/run/samba/smbd.pid", "812\n");
+  tree.put("/proc/812/comm", "smbd\n");
   tree.put(kSmbiosFile,
            smbiosTable({SmbiosPart(1, 0x1B).number(0x18, 6),
                         SmbiosPart(3, 0x0D).number(0x09, 3).number(0x0A, 4).number(0x0B, 5),
