@@ -263,9 +263,10 @@ TEST_F(Packages, ComputeWithAsManyBitsAsTheirKindCan) {
 TEST_F(Packages, TellTheHighestFrequencyOfTheirCores) {
   putFact(0, "cpufreq/cpuinfo_max_freq", "3900000\n");
   putFact(1, "cpufreq/cpuinfo_max_freq", "5200000\n");
-  putFact(2, "cpufreq/cpuinfo_max_freq", "6000000000\n");  // none that there is
+  putFact(2, "cpufreq/cpuinfo_max_freq", "4400000\n");
+  putFact(3, "cpufreq/cpuinfo_max_freq", "6000000000\n");  // none that there is
   putFact(0, "cpufreq/base_frequency", "9000000\n");
-  EXPECT_EQ(package(x86(0, 0) + x86(1, 0) + x86(2, 0)).highest, 5200U);
+  EXPECT_EQ(package(x86(0, 0) + x86(1, 0) + x86(2, 0) + x86(3, 0)).highest, 5200U);
 }
 
 TEST_F(Packages, TellTheNominalFrequencyWhereThereIsNoGovernor) {
