@@ -31,6 +31,16 @@ std::string domainInHosts(std::string_view text, const std::string& host) {
   return "";
 }
 
+// The domain that the kernel keeps for NIS (domainname(1)).
+std::string nisDomain(const FileTree& files) {
+  const std::string domain = files.line("/proc/sys/kernel/domainname");
+  return domain == "(none)" ? std::string() : domain;
+}
+
+std::string sambaSetting(const FileTree& files, std::string_view key) {
+  return sectionValue(files.text("/etc/samba/smb.conf"), "global", key);
+}
+
 }  // namespace
 
 std::string domainOf(const FileTree& files, const std::string& host) {
@@ -39,15 +49,24 @@ std::string domainOf(const FileTree& files, const std::string& host) {
     domain = domainInHosts(files.text("/etc/hosts"), host);
   }
   if (domain.empty()) {
-    domain = files.line("/proc/sys/kernel/domainname");
-    if (domain == "(none)") {
-      domain.clear();
-    }
+    domain = nisDomain(files);
   }
   if (domain.empty()) {
-    domain = sectionValue(files.text("/etc/samba/smb.conf"), "global", "workgroup");
+    domain = sambaSetting(files, "workgroup");
   }
   return printable(domain);
+}
+
+// smb.conf(5): "security" is "ads" or "domain" for a member, and "user" for a server of its own.
+std::optional<bool> isMemberOfDomain(const FileTree& files) {
+  if (!nisDomain(files).empty()) {
+    return true;
+  }
+  const std::string security = lowerCase(sambaSetting(files, "security"));
+  if (security == "ads" || security == "domain") {
+    return true;
+  }
+  return security == "user" ? std::optional(false) : std::nullopt;
 }
 
 }  // namespace veltrin

@@ -1,6 +1,7 @@
 // The domain that a machine belongs to.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "machine/file_tree.h"
@@ -11,5 +12,9 @@ namespace veltrin {
 // else its NIS domain, else the workgroup that Samba names. Empty when it belongs
 // to none that is told.
 std::string domainOf(const FileTree& files, const std::string& host);
+
+// Whether the machine is a member of a domain that knows its users: of a NIS domain, or by
+// Samba's word of a domain of Windows. Nothing when neither tells.
+std::optional<bool> isMemberOfDomain(const FileTree& files);
 
 }  // namespace veltrin

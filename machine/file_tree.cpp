@@ -21,8 +21,9 @@ namespace {
 // include/linux/namei.h).
 constexpr int kMostLinks = 40;
 
-// Read at once. The files of /proc and /sys tell no size.
+// Read at once of a file that tells no size, as those of /proc do, and the least of any other.
 constexpr std::size_t kPiece = 65536;
+constexpr std::size_t kLeastPiece = 4096;
 
 struct FolderCloser {
   void operator()(DIR* folder) const { closedir(folder); }
@@ -85,7 +86,8 @@ std::optional<std::string> FileTree::read(const std::string& path, std::size_t m
   std::string bytes;
   while (bytes.size() < most) {
     const std::size_t held = bytes.size();
-    bytes.resize(held + std::min(std::max(kPiece, file.size() + 1), most - held));
+    const std::size_t piece = file.size() == 0 ? kPiece : std::max(kLeastPiece, file.size() + 1);
+    bytes.resize(held + std::min(piece, most - held));
     const ssize_t size = ::read(file.number(), bytes.data() + held, bytes.size() - held);
     bytes.resize(held + static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
     if (size < 0 && errno == EINTR) {

@@ -8,19 +8,17 @@
 namespace veltrin {
 namespace {
 
-// Documentation/ABI/testing/sysfs-firmware-dmi-tables, -devicetree and
-// drivers/firmware/dmi-id.c of the kernel.
+// Documentation/ABI/testing/sysfs-firmware-devicetree and drivers/firmware/dmi-id.c of the kernel.
 constexpr const char* kTexts = "/sys/class/dmi/id/";
-constexpr const char* kTable = "/sys/firmware/dmi/tables/DMI";
 constexpr const char* kDeviceTree = "/sys/firmware/devicetree/base/";
 
-SmbiosTexts smbiosTexts(const FileTree& files) {
+SmbiosTexts textsOf(const FileTree& files) {
   const auto text = [&](const char* name) {
     return printable(files.text(kTexts + std::string(name)));
   };
   const SmbiosTexts texts{text("bios_vendor"), text("bios_version"), text("bios_date"),
                           text("sys_vendor"), text("product_name")};
-  return texts == SmbiosTexts() ? readSmbios(files.text(kTable)) : texts;
+  return texts == SmbiosTexts() ? smbiosTexts(SmbiosTable(files)) : texts;
 }
 
 std::string withoutZero(std::string_view number) {
@@ -57,7 +55,7 @@ std::string vendorIn(const std::string& compatible) {
 }  // namespace
 
 FirmwareFacts firmwareFacts(const FileTree& files) {
-  const SmbiosTexts texts = smbiosTexts(files);
+  const SmbiosTexts texts = textsOf(files);
   FirmwareFacts facts;
   facts.manufacturer = texts.manufacturer;
   facts.model = texts.product;

@@ -25,15 +25,6 @@ constexpr std::array kComputerTypes{
     ComputerType{"armv8l", "ARM64-based PC"}, ComputerType{"armv7l", "ARM-based PC"},
     ComputerType{"armv6l", "ARM-based PC"}};
 
-std::string computerType(const std::string& machine) {
-  for (const ComputerType& type : kComputerTypes) {
-    if (type.machine == machine) {
-      return std::string(type.name);
-    }
-  }
-  return machine.empty() ? "" : printable(machine) + "-based computer";
-}
-
 // The part of a name "cpe:/o:vendor:product:version" that names the vendor, or of
 // "cpe:2.3:o:vendor:..." (NISTIR 7695 section 6).
 std::string vendorInCpe(std::string_view name) {
@@ -128,6 +119,15 @@ std::string bootedText(const FileTree& files, const Machine& machine) {
 }
 
 }  // namespace
+
+std::string computerType(const std::string& machine) {
+  for (const ComputerType& type : kComputerTypes) {
+    if (type.machine == machine) {
+      return std::string(type.name);
+    }
+  }
+  return machine.empty() ? "" : printable(machine) + "-based computer";
+}
 
 OperatingSystemFacts operatingSystemFacts(const FileTree& files, const Machine& machine) {
   const Kernel kernel = machine.kernel();

@@ -22,4 +22,8 @@ struct OperatingSystemFacts {
 
 OperatingSystemFacts operatingSystemFacts(const FileTree& files, const Machine& machine);
 
+// The kind of computer by the kernel's word for its processors: "x64-based PC" for "x86_64".
+// Empty where the kernel tells none.
+std::string computerType(const std::string& machine);
+
 }  // namespace veltrin

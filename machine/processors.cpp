@@ -1,11 +1,9 @@
 #include "machine/processors.h"
 
-#include <array>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdint>
 #include <map>
-#include <optional>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -15,81 +13,37 @@
 namespace veltrin {
 namespace {
 
-using Fields = std::map<std::string, std::string, std::less<>>;
-
 // A number that no frequency in MHz exceeds.
 constexpr double kMostMegahertz = 100'000;
 
-// Who made an ARM processor, by its implementer code (MIDR_EL1 bits 31 to 24;
-// arch/arm64/include/asm/cputype.h).
-struct Implementer {
-  std::uint64_t code;
-  std::string_view name;
-};
+using Processors = std::map<std::uint64_t, ProcessorFields>;
+using Processor = Processors::value_type;
 
-constexpr std::array kImplementers{
-    Implementer{0x41, "ARM"},       Implementer{0x42, "Broadcom"},  Implementer{0x43, "Cavium"},
-    Implementer{0x46, "Fujitsu"},   Implementer{0x48, "HiSilicon"}, Implementer{0x4E, "NVIDIA"},
-    Implementer{0x50, "APM"},       Implementer{0x51, "Qualcomm"},  Implementer{0x53, "Samsung"},
-    Implementer{0x56, "Marvell"},   Implementer{0x61, "Apple"},     Implementer{0x69, "Intel"},
-    Implementer{0x6D, "Microsoft"}, Implementer{0x70, "Phytium"},   Implementer{0xC0, "Ampere"}};
-
-std::string fieldOf(const Fields& fields, std::string_view name) {
-  const auto found = fields.find(name);
-  return found == fields.end() ? std::string() : found->second;
+std::string folderOf(const Processor& processor) {
+  return "/sys/devices/system/cpu/cpu" + std::to_string(processor.first) + "/";
 }
 
-std::optional<std::uint64_t> numberOf(const Fields& fields, std::string_view name) {
-  return wholeNumber(fieldOf(fields, name));
-}
-
-// A number after "0x".
-std::optional<std::uint64_t> codeOf(const Fields& fields, std::string_view name) {
-  const std::string text = fieldOf(fields, name);
-  return text.starts_with("0x") ? wholeNumber(std::string_view(text).substr(2), 16) : std::nullopt;
-}
-
-// The fields of each processor of /proc/cpuinfo, by its number. A field that
-// stands in a block without a processor, as some ARM kernels print them behind the
-// last one, belongs to all that do not have it.
-std::map<std::uint64_t, Fields> processorsIn(std::string_view text) {
-  std::map<std::uint64_t, Fields> processors;
-  Fields shared;
-  Fields* block = &shared;
-  LineReader lines(text);
-  for (std::string_view line; lines.next(line);) {
-    const std::size_t colon = line.find(':');
-    if (trimmed(line).empty()) {
-      block = &shared;
-    }
-    if (colon == std::string_view::npos) {
-      continue;
-    }
-    const std::string name = printable(line.substr(0, colon));
-    const std::string value = printable(line.substr(colon + 1));
-    const auto number = name == "processor" ? wholeNumber(value) : std::nullopt;
-    if (number) {
-      block = &processors[*number];
-    } else {
-      block->emplace(name, value);
-    }
-  }
-  for (auto& [number, fields] : processors) {
-    fields.insert(shared.begin(), shared.end());
-  }
-  return processors;
-}
-
-std::string folderOf(std::uint64_t processor) {
-  return "/sys/devices/system/cpu/cpu" + std::to_string(processor) + "/";
-}
-
-std::optional<std::uint64_t> packageOf(const FileTree& files, std::uint64_t processor,
-                                       const Fields& fields) {
-  if (const auto package = numberOf(fields, "physical id")) {
+std::optional<std::uint64_t> packageOf(const FileTree& files, const Processor& processor) {
+  if (const auto package = processor.second.number("physical id")) {
     return package;
   }
   return wholeNumber(files.line(folderOf(processor) + "topology/physical_package_id"));
+}
+
+// The processors of each package; those without one come last.
+std::vector<std::vector<const Processor*>> packagesOf(const FileTree& files,
+                                                      const Processors& processors) {
+  std::map<std::pair<bool, std::uint64_t>, std::vector<const Processor*>> packages;
+  for (const Processor& processor : processors) {
+    const auto package = packageOf(files, processor);
+    packages[{!package, package.value_or(processor.first)}].push_back(&processor);
+  }
+  std::vector<std::vector<const Processor*>> ordered;
+  ordered.reserve(packages.size());
+  for (auto& [place, members] : packages) {
+    ordered.push_back(std::move(members));
+  }
+  return ordered;
 }
 
 // Reads a number at the start of a text.
@@ -103,130 +57,147 @@ std::optional<double> decimal(std::string_view text) {
 }
 
 // "Example CPU @ 2.67GHz" names its nominal frequency.
-std::optional<double> megahertzInName(const std::string& name) {
+std::optional<double> megahertzInName(std::string_view name) {
   const std::size_t sign = name.rfind("@ ");
-  if (sign == std::string::npos || !name.ends_with("GHz")) {
+  if (sign == std::string_view::npos || !name.ends_with("GHz")) {
     return std::nullopt;
   }
-  const auto gigahertz = decimal(std::string_view(name).substr(sign + 2));
+  const auto gigahertz = decimal(name.substr(sign + 2));
   return gigahertz ? std::optional(*gigahertz * 1000) : std::nullopt;
 }
 
-std::optional<double> megahertzOf(const FileTree& files, std::uint64_t processor,
-                                  const Fields& fields) {
-  const std::string folder = folderOf(processor);
-  const auto kilohertz = [&](const char* name) -> std::optional<double> {
-    const auto number = wholeNumber(files.line(folder + "cpufreq/" + name));
-    return number && *number > 0 ? std::optional(static_cast<double>(*number) / 1000)
-                                 : std::nullopt;
-  };
-  if (const auto nominal = kilohertz("base_frequency")) {
+// A frequency that the governor tells in kHz (Documentation/admin-guide/pm/cpufreq.rst).
+std::optional<double> governed(const FileTree& files, const Processor& processor,
+                               const char* name) {
+  const auto number = wholeNumber(files.line(folderOf(processor) + "cpufreq/" + name));
+  const double megahertz = number ? static_cast<double>(*number) / 1000 : 0;
+  return megahertz > 0 && megahertz <= kMostMegahertz ? std::optional(megahertz) : std::nullopt;
+}
+
+std::optional<double> nominalOf(const FileTree& files, const Processor& processor) {
+  if (const auto nominal = governed(files, processor, "base_frequency")) {
     return nominal;
   }
-  if (const auto nominal = decimal(files.line(folder + "acpi_cppc/nominal_freq"))) {
+  if (const auto nominal = decimal(files.line(folderOf(processor) + "acpi_cppc/nominal_freq"))) {
     return nominal;
   }
-  if (const auto nominal = megahertzInName(fieldOf(fields, "model name"))) {
+  return megahertzInName(processor.second.raw("model name"));
+}
+
+std::optional<double> presentOf(const FileTree& files, const Processor& processor) {
+  if (const auto listed = decimal(processor.second.raw("cpu MHz"))) {
+    return listed;
+  }
+  return governed(files, processor, "scaling_cur_freq");
+}
+
+// The nominal frequency or what stands for it.
+std::optional<double> megahertzOf(const FileTree& files, const Processor& processor) {
+  if (const auto nominal = nominalOf(files, processor)) {
     return nominal;
   }
-  if (const auto highest = kilohertz("cpuinfo_max_freq")) {
+  if (const auto highest = governed(files, processor, "cpuinfo_max_freq")) {
     return highest;
   }
-  return decimal(fieldOf(fields, "cpu MHz"));
+  return decimal(processor.second.raw("cpu MHz"));
 }
 
-std::string hexadecimal(std::uint64_t number) {
-  std::array<char, 16> digits{};
-  const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), number, 16);
-  return upperCase({digits.data(), static_cast<std::size_t>(written.ptr - digits.data())});
-}
-
-// "Intel64 Family 6 Model 37 Stepping 5 GenuineIntel"; empty for one that is no x86
-// processor.
-std::string x86Text(const Fields& fields, const Kernel& kernel) {
-  const std::string vendor = fieldOf(fields, "vendor_id");
-  const auto family = numberOf(fields, "cpu family");
-  const auto model = numberOf(fields, "model");
-  if (vendor.empty() || !family || !model) {
-    return "";
-  }
-  std::string text = "x86";
-  if (kernel.machine == "x86_64") {
-    text = vendor == "GenuineIntel" ? "Intel64" : vendor == "AuthenticAMD" ? "AMD64" : "x64";
-  }
-  text += " Family " + std::to_string(*family) + " Model " + std::to_string(*model);
-  if (const auto stepping = numberOf(fields, "stepping")) {
-    text += " Stepping " + std::to_string(*stepping);
-  }
-  return text + " " + vendor;
-}
-
-std::string implementerName(std::uint64_t code) {
-  for (const Implementer& known : kImplementers) {
-    if (known.code == code) {
-      return std::string(known.name);
+std::string nameOf(const FileTree& files, const Processor& processor) {
+  for (const char* field : {"model name", "cpu model", "uarch", "cpu"}) {
+    if (std::string name = processor.second.text(field); !name.empty()) {
+      return name;
     }
   }
-  return "Implementer " + hexadecimal(code);
+  // A device tree names its processors by what they are compatible with: "arm,cortex-a72".
+  const std::string compatible = files.text(folderOf(processor) + "of_node/compatible");
+  return printable(std::string_view(compatible).substr(0, compatible.find('\0')));
 }
 
-// "ARMv8 (64-bit) Family 8 Model D08 Revision r0p3 ARM"; empty for one that is no
-// ARM processor.
-std::string armText(const Fields& fields, const Kernel& kernel) {
-  const auto implementer = codeOf(fields, "CPU implementer");
-  const auto part = codeOf(fields, "CPU part");
-  const std::string family = fieldOf(fields, "CPU architecture");
-  if (!implementer || !part || family.empty()) {
-    return "";
-  }
-  std::string text = "ARMv" + family;
-  if (kernel.machine == "aarch64") {
-    text += " (64-bit)";
-  }
-  text += " Family " + family + " Model " + hexadecimal(*part);
-  const auto variant = codeOf(fields, "CPU variant");
-  const auto revision = numberOf(fields, "CPU revision");
-  if (variant && revision) {
-    text += " Revision r" + std::to_string(*variant) + "p" + std::to_string(*revision);
-  }
-  return text + " " + implementerName(*implementer);
+// "lm" stands for the long mode of x86 processors.
+bool hasLongMode(std::string_view flags) {
+  const auto words = wordsOf(flags);
+  return std::find(words.begin(), words.end(), "lm") != words.end();
 }
 
-std::string identityOf(const Fields& fields, const Kernel& kernel) {
-  for (const std::string& text : {x86Text(fields, kernel), armText(fields, kernel)}) {
-    if (!text.empty()) {
-      return text;
+std::optional<std::uint64_t> widthOf(const ProcessorFields& fields, const Kernel& kernel) {
+  constexpr std::uint64_t kWide = 64;
+  constexpr std::uint64_t kNarrow = 32;
+  const std::string_view machine = kernel.machine;
+  if (machine.ends_with("64") || machine.ends_with("64le") || machine == "s390x" ||
+      machine == "armv8l") {
+    return kWide;
+  }
+  if (const std::string_view flags = fields.raw("flags"); !flags.empty()) {
+    return hasLongMode(flags) ? kWide : kNarrow;
+  }
+  // The eighth architecture of ARM is a wide one, but for a few small processors.
+  constexpr std::uint64_t kFirstWideArm = 8;
+  const auto arm = fields.number("CPU architecture");
+  return arm && *arm < kFirstWideArm ? std::optional(kNarrow) : std::nullopt;
+}
+
+// The highest of the frequencies that the processors of a package tell, in whole MHz.
+template <class Read>
+std::optional<std::uint64_t> highestOf(const std::vector<const Processor*>& package,
+                                       const Read& read) {
+  std::optional<double> highest;
+  for (const Processor* processor : package) {
+    if (const auto megahertz = read(*processor)) {
+      highest = std::max(highest.value_or(0), *megahertz);
     }
   }
-  for (const char* name : {"model name", "cpu model", "uarch", "cpu", "isa"}) {
-    if (std::string text = fieldOf(fields, name); !text.empty()) {
-      return text;
-    }
+  return highest ? std::optional(static_cast<std::uint64_t>(std::llround(*highest))) : std::nullopt;
+}
+
+ProcessorPackage factsOf(const FileTree& files, const Kernel& kernel,
+                         const std::vector<const Processor*>& members) {
+  const Processor& first = *members.front();
+  ProcessorPackage package;
+  package.name = nameOf(files, first);
+  package.identity = identityOf(first.second, kernel);
+  package.width = widthOf(first.second, kernel);
+  for (const Processor* member : members) {
+    package.processors.push_back(member->first);
   }
-  return kernel.machine.empty() ? "N/A" : printable(kernel.machine);
+  package.highest = highestOf(members, [&](const Processor& processor) {
+    return governed(files, processor, "cpuinfo_max_freq");
+  });
+  if (!package.highest) {
+    package.highest =
+        highestOf(members, [&](const Processor& processor) { return nominalOf(files, processor); });
+  }
+  package.present =
+      highestOf(members, [&](const Processor& processor) { return presentOf(files, processor); });
+  return package;
 }
 
 }  // namespace
 
-std::vector<std::string> processorFacts(const FileTree& files, const Kernel& kernel) {
-  // The first processor of each package; those without one come last.
-  std::map<std::pair<bool, std::uint64_t>, std::string> packages;
-  for (const auto& [number, fields] : processorsIn(files.text("/proc/cpuinfo"))) {
-    const auto package = packageOf(files, number, fields);
-    const std::pair place(!package, package.value_or(number));
-    if (packages.contains(place)) {
-      continue;
-    }
-    std::string text = identityOf(fields, kernel);
-    if (const auto megahertz = megahertzOf(files, number, fields)) {
-      text += " ~" + std::to_string(std::lround(*megahertz)) + " Mhz";
-    }
-    packages.emplace(place, std::move(text));
+std::vector<ProcessorPackage> processorPackages(const FileTree& files, const Kernel& kernel) {
+  const std::string text = files.text("/proc/cpuinfo");
+  const Processors processors = processorsIn(text);
+  std::vector<ProcessorPackage> packages;
+  for (const auto& members : packagesOf(files, processors)) {
+    packages.push_back(factsOf(files, kernel, members));
   }
+  return packages;
+}
+
+std::vector<std::string> processorFacts(const FileTree& files, const Kernel& kernel) {
+  const std::string text = files.text("/proc/cpuinfo");
+  const Processors processors = processorsIn(text);
   std::vector<std::string> texts;
-  texts.reserve(packages.size());
-  for (const auto& [place, text] : packages) {
-    texts.push_back(text);
+  for (const auto& members : packagesOf(files, processors)) {
+    const Processor& first = *members.front();
+    const ProcessorIdentity identity = identityOf(first.second, kernel);
+    std::string fact = identity.text;
+    if (!identity.maker.empty()) {
+      fact += " " + identity.maker;
+    }
+    if (const auto megahertz = megahertzOf(files, first)) {
+      fact += " ~" + std::to_string(std::lround(*megahertz)) + " Mhz";
+    }
+    texts.push_back(fact);
   }
   return texts;
 }

@@ -1,7 +1,8 @@
 #include "machine/smbios.h"
 
-#include <cstdint>
-#include <optional>
+#include <algorithm>
+#include <iterator>
+#include <utility>
 
 #include "machine/fact_text.h"
 
@@ -10,41 +11,15 @@ namespace {
 
 using namespace std::string_view_literals;
 
+// drivers/firmware/dmi_scan.c of the kernel; root's alone on most systems.
+constexpr const char* kTable = "/sys/firmware/dmi/tables/DMI";
+
 // Every structure begins with its type, the length of its fixed part and a handle
 // of two bytes (section 6.1.2).
 constexpr std::size_t kHeader = 4;
 
-// Types (section 7).
-constexpr unsigned kBiosInformation = 0;
-constexpr unsigned kSystemInformation = 1;
-constexpr unsigned kEndOfTable = 127;
-
-// One structure: its fixed part, and its texts with a zero byte behind each.
-class Structure {
- public:
-  Structure(std::string_view fixed, std::string_view texts) : fixed_(fixed), texts_(texts) {}
-
-  unsigned type() const { return static_cast<unsigned char>(fixed_[0]); }
-
-  // The text whose number, counted from 1, stands at a place of the fixed part;
-  // empty when there is none.
-  std::string text(std::size_t at) const {
-    const unsigned number = at < fixed_.size() ? static_cast<unsigned char>(fixed_[at]) : 0;
-    std::string_view rest = texts_;
-    for (unsigned i = 1; i < number && !rest.empty(); ++i) {
-      const std::size_t end = rest.find('\0');
-      rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-    }
-    return number == 0 ? std::string() : printable(rest.substr(0, rest.find('\0')));
-  }
-
- private:
-  std::string_view fixed_;
-  std::string_view texts_;
-};
-
 // Takes the first structure off a table; nothing when none holds together there.
-std::optional<Structure> takeStructure(std::string_view& table) {
+std::optional<SmbiosStructure> takeStructure(std::string_view& table) {
   if (table.size() < kHeader) {
     return std::nullopt;
   }
@@ -57,32 +32,64 @@ std::optional<Structure> takeStructure(std::string_view& table) {
   if (end == std::string_view::npos) {
     return std::nullopt;
   }
-  const Structure structure(table.substr(0, length), table.substr(length, end - length));
+  const SmbiosStructure structure(table.substr(0, length), table.substr(length, end - length));
   table.remove_prefix(end + 2);
   return structure;
 }
 
 }  // namespace
 
-SmbiosTexts readSmbios(std::string_view table) {
-  SmbiosTexts texts;
-  bool bios = false;
-  bool system = false;
-  while (const auto structure = takeStructure(table)) {
-    if (structure->type() == kEndOfTable) {
+std::optional<std::uint64_t> SmbiosStructure::number(std::size_t at, std::size_t size) const {
+  return littleEndian(fixed_, at, size);
+}
+
+std::string SmbiosStructure::text(std::size_t at) const {
+  const std::uint64_t wanted = number(at).value_or(0);
+  std::string_view rest = texts_;
+  for (std::uint64_t i = 1; i < wanted && !rest.empty(); ++i) {
+    const std::size_t end = rest.find('\0');
+    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+  }
+  return wanted == 0 ? std::string() : printable(rest.substr(0, rest.find('\0')));
+}
+
+SmbiosTable::SmbiosTable(std::string bytes) : bytes_(std::move(bytes)) {
+  std::string_view rest = bytes_;
+  while (const auto structure = takeStructure(rest)) {
+    if (structure->type() == SmbiosType::EndOfTable) {
       break;
     }
-    if (structure->type() == kBiosInformation && !bios) {
-      bios = true;
-      texts.biosVendor = structure->text(0x04);
-      texts.biosVersion = structure->text(0x05);
-      texts.biosDate = structure->text(0x08);
-    }
-    if (structure->type() == kSystemInformation && !system) {
-      system = true;
-      texts.manufacturer = structure->text(0x04);
-      texts.product = structure->text(0x05);
-    }
+    structures_.push_back(*structure);
+  }
+}
+
+SmbiosTable::SmbiosTable(const FileTree& files) : SmbiosTable(files.text(kTable)) {}
+
+std::vector<SmbiosStructure> SmbiosTable::all(SmbiosType type) const {
+  std::vector<SmbiosStructure> found;
+  std::copy_if(structures_.begin(), structures_.end(), std::back_inserter(found),
+               [type](const SmbiosStructure& each) { return each.type() == type; });
+  return found;
+}
+
+std::optional<SmbiosStructure> SmbiosTable::first(SmbiosType type) const {
+  const auto found =
+      std::find_if(structures_.begin(), structures_.end(),
+                   [type](const SmbiosStructure& each) { return each.type() == type; });
+  return found == structures_.end() ? std::nullopt : std::optional(*found);
+}
+
+// Sections 7.1 and 7.2.
+SmbiosTexts smbiosTexts(const SmbiosTable& table) {
+  SmbiosTexts texts;
+  if (const auto bios = table.first(SmbiosType::Bios)) {
+    texts.biosVendor = bios->text(0x04);
+    texts.biosVersion = bios->text(0x05);
+    texts.biosDate = bios->text(0x08);
+  }
+  if (const auto system = table.first(SmbiosType::System)) {
+    texts.manufacturer = system->text(0x04);
+    texts.product = system->text(0x05);
   }
   return texts;
 }

@@ -6,13 +6,19 @@
 #include <cstdlib>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "machine/caches.h"
+#include "machine/computer_states.h"
 #include "machine/connections.h"
 #include "machine/fact_text.h"
 #include "machine/hardware_database.h"
+#include "machine/memory_banks.h"
 #include "machine/module_file.h"
 #include "machine/moments.h"
 #include "machine/network_interfaces.h"
+#include "machine/processor_fields.h"
+#include "machine/slots.h"
 #include "machine/smbios.h"
 #include "machine/updates.h"
 
@@ -30,12 +36,78 @@ void checkPrintable(const std::string& text) {
   check(veltrin::printable(text) == text);
 }
 
+void checkWithin(const std::string& text, std::string_view bytes) {
+  checkPrintable(text);
+  check(text.size() <= bytes.size());
+}
+
+void checkBanks(const std::vector<veltrin::MemoryBank>& banks, std::string_view bytes) {
+  for (const veltrin::MemoryBank& bank : banks) {
+    checkWithin(bank.locator, bytes);
+    checkWithin(bank.bank, bytes);
+    check(bank.bytes != 0U && bank.speed != 0U);
+  }
+}
+
+void checkStates(const veltrin::ComputerStates& states) {
+  for (const auto& setting : {states.powerOnPassword, states.keyboardPassword,
+                              states.administratorPassword, states.frontPanelReset}) {
+    check(setting.value_or(0) <= 3);
+  }
+  for (const auto& code : {states.wakeUp, states.enclosure, states.powerSupply, states.thermal}) {
+    check(code.value_or(0) <= 0xFF);
+  }
+  check(states.resetTimeout.value_or(0) <= 0xFFFF);
+}
+
 void readTable(std::string_view bytes) {
-  const veltrin::SmbiosTexts texts = veltrin::readSmbios(bytes);
+  const veltrin::SmbiosTable table{std::string(bytes)};
+  const veltrin::SmbiosTexts texts = veltrin::smbiosTexts(table);
   for (const std::string& text :
        {texts.biosVendor, texts.biosVersion, texts.biosDate, texts.manufacturer, texts.product}) {
-    checkPrintable(text);
-    check(text.size() <= bytes.size());
+    checkWithin(text, bytes);
+  }
+  for (const veltrin::CacheFacts& cache : veltrin::cachesIn(table)) {
+    check(cache.level.value_or(1) >= 1 && cache.level.value_or(1) <= 8);
+    check(cache.location.value_or(0) <= 3);
+    check(cache.kilobytes.value_or(0) <= std::uint64_t{64} << 31);
+  }
+  for (const veltrin::SlotFacts& slot : veltrin::slotsIn(table)) {
+    checkWithin(slot.designation, bytes);
+  }
+  checkBanks(veltrin::banksIn(table), bytes);
+  checkStates(veltrin::statesIn(table));
+  for (const veltrin::SmbiosStructure& processor : table.all(veltrin::SmbiosType::Processor)) {
+    checkWithin(processor.text(0x10), bytes);
+    check(processor.handle() <= 0xFFFF);
+  }
+}
+
+// Headers that are sound around the bytes, so that every input gets into a structure: the first
+// byte chooses its type, and the second how much of the rest is its fixed part.
+void readStructure(std::string_view bytes) {
+  if (bytes.size() < 2) {
+    return;
+  }
+  constexpr std::string_view kTypes = "\x01\x03\x04\x07\x09\x11\x17\x18";
+  const char type = kTypes[static_cast<unsigned char>(bytes[0]) % kTypes.size()];
+  const std::size_t most = std::min<std::size_t>(bytes.size() - 2, 251);
+  const std::size_t length = 4 + static_cast<unsigned char>(bytes[1]) % (most + 1);
+  const std::string header{type, static_cast<char>(length), '\x07', '\x00'};
+  readTable(header + std::string(bytes.substr(2)) + std::string(2, '\0'));
+}
+
+// The kernel's list of processors.
+void readProcessors(std::string_view bytes) {
+  for (const char* machine : {"x86_64", "aarch64", ""}) {
+    veltrin::Kernel kernel;
+    kernel.machine = machine;
+    for (const auto& [number, fields] : veltrin::processorsIn(bytes)) {
+      const veltrin::ProcessorIdentity identity = veltrin::identityOf(fields, kernel);
+      checkPrintable(identity.text);
+      checkPrintable(identity.maker);
+      check(!identity.text.empty() && identity.revision.value_or(0) <= 0xFFFF);
+    }
   }
 }
 
@@ -113,6 +185,9 @@ void readLog(std::string_view bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   readTable(bytes);
+  readStructure(bytes);
+  checkBanks(veltrin::banksInNotes(bytes), bytes);
+  readProcessors(bytes);
   readDatabase(bytes);
   readMessages(bytes);
   readLeases(bytes);

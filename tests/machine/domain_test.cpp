@@ -62,5 +62,32 @@ TEST_F(Domain, OfGarbageIsUnknown) {
   EXPECT_EQ(of("mypc"), "");
 }
 
+// --- Membership ---
+
+TEST(DomainMembership, IsTrueOfANisDomain) {
+  const TemporaryTree tree;
+  tree.put("/proc/sys/kernel/domainname", "nis.example\n");
+  tree.put("/etc/samba/smb.conf", "[global]\nsecurity = user\n");
+  EXPECT_EQ(isMemberOfDomain(tree.files()), true);
+}
+
+std::optional<bool> memberWith(const std::string& security) {
+  const TemporaryTree tree;
+  tree.put("/proc/sys/kernel/domainname", "(none)\n");
+  tree.put("/etc/samba/smb.conf", "[global]\nworkgroup = HOME\nsecurity = " + security + "\n");
+  return isMemberOfDomain(tree.files());
+}
+
+TEST(DomainMembership, OfAWindowsDomainIsToldBySamba) {
+  EXPECT_EQ(memberWith("ADS"), true);
+  EXPECT_EQ(memberWith("domain"), true);
+  EXPECT_EQ(memberWith("user"), false);
+  EXPECT_EQ(memberWith("auto"), std::nullopt);
+}
+
+TEST(DomainMembership, IsUnknownWhereNobodyTellsIt) {
+  EXPECT_EQ(isMemberOfDomain(TemporaryTree().files()), std::nullopt);
+}
+
 }  // namespace
 }  // namespace veltrin

@@ -176,5 +176,117 @@ TEST(Processors, AreNoneWithoutAList) {
   EXPECT_THAT(processorFacts(TemporaryTree().files(), kernelOf("x86_64")), IsEmpty());
 }
 
+// --- Packages ---
+
+class Packages : public ::testing::Test {
+ protected:
+  void putFact(int processor, const std::string& name, const std::string& value) {
+    tree_.put("/sys/devices/system/cpu/cpu" + std::to_string(processor) + "/" + name, value);
+  }
+
+  std::vector<ProcessorPackage> packages(const std::string& list,
+                                         const std::string& machine = "x86_64") {
+    tree_.put("/proc/cpuinfo", list);
+    return processorPackages(tree_.files(), kernelOf(machine));
+  }
+
+  // Of the only package; an empty one when there is another number of them.
+  ProcessorPackage package(const std::string& list, const std::string& machine = "x86_64") {
+    const auto all = packages(list, machine);
+    EXPECT_EQ(all.size(), 1U);
+    return all.size() == 1 ? all[0] : ProcessorPackage();
+  }
+
+  TemporaryTree tree_;
+};
+
+TEST_F(Packages, HoldTheirLogicalProcessors) {
+  const auto all = packages(x86(0, 0) + x86(1, 1) + x86(2, 0) + x86(3, 1));
+  ASSERT_EQ(all.size(), 2U);
+  EXPECT_THAT(all[0].processors, ElementsAre(0, 2));
+  EXPECT_THAT(all[1].processors, ElementsAre(1, 3));
+}
+
+TEST_F(Packages, AreNamedAndIdentified) {
+  const ProcessorPackage package = this->package(x86(0, 0));
+  EXPECT_EQ(package.name, "Example Processor");
+  EXPECT_EQ(package.identity.text, "Intel64 Family 6 Model 37 Stepping 5");
+  EXPECT_EQ(package.identity.maker, "GenuineIntel");
+  EXPECT_EQ(package.identity.revision, 0x2505U);
+}
+
+TEST_F(Packages, WithoutASteppingHaveNoRevision) {
+  EXPECT_EQ(package("processor : 0\nvendor_id : GenuineIntel\ncpu family : 6\nmodel : 158\n")
+                .identity.revision,
+            std::nullopt);
+  EXPECT_EQ(package("processor : 0\nvendor_id : GenuineIntel\ncpu family : 6\nmodel : 256\n"
+                    "stepping : 1\n")
+                .identity.revision,
+            std::nullopt);
+}
+
+constexpr const char* kArm =
+    "processor\t: 0\nCPU implementer\t: 0x51\nCPU architecture: 8\nCPU variant\t: 0xd\n"
+    "CPU part\t: 0x805\nCPU revision\t: 14\n\n";
+
+TEST_F(Packages, OfArmAreIdentifiedByVariantAndRevision) {
+  const ProcessorPackage package = this->package(kArm, "aarch64");
+  EXPECT_EQ(package.identity.text, "ARMv8 (64-bit) Family 8 Model 805 Revision r13p14");
+  EXPECT_EQ(package.identity.maker, "Qualcomm");
+  EXPECT_EQ(package.identity.revision, 0xD0EU);
+}
+
+TEST_F(Packages, OfArmAreNamedByTheDeviceTree) {
+  EXPECT_EQ(package(kArm, "aarch64").name, "");
+  putFact(0, "of_node/compatible", std::string("arm,cortex-a72\0arm,armv8\0", 25));
+  EXPECT_EQ(package(kArm, "aarch64").name, "arm,cortex-a72");
+}
+
+TEST_F(Packages, OfOtherKindsAreNamedByTheirOwnFields) {
+  EXPECT_EQ(package("processor : 0\ncpu : POWER9\n", "ppc64le").name, "POWER9");
+  EXPECT_EQ(package("processor : 0\ncpu model : MIPS 24Kc\n", "mips").name, "MIPS 24Kc");
+  EXPECT_EQ(package("processor : 0\nuarch : example,u7\n", "riscv64").name, "example,u7");
+}
+
+TEST_F(Packages, ComputeWithAsManyBitsAsTheirKindCan) {
+  EXPECT_EQ(package("processor : 0\n", "x86_64").width, 64U);
+  EXPECT_EQ(package("processor : 0\nflags : fpu lm sse\n", "i686").width, 64U);
+  EXPECT_EQ(package("processor : 0\nflags : fpu lmx sse\n", "i686").width, 32U);
+  EXPECT_EQ(package("processor : 0\nCPU architecture: 7\n", "armv7l").width, 32U);
+  EXPECT_EQ(package("processor : 0\nCPU architecture: 8\n", "armv8l").width, 64U);
+  EXPECT_EQ(package("processor : 0\n", "ppc64le").width, 64U);
+  EXPECT_EQ(package("processor : 0\n", "s390x").width, 64U);
+  EXPECT_EQ(package("processor : 0\nCPU architecture: 8\n", "armv7l").width, std::nullopt);
+  EXPECT_EQ(package("processor : 0\n", "sh4").width, std::nullopt);
+}
+
+TEST_F(Packages, TellTheHighestFrequencyOfTheirCores) {
+  putFact(0, "cpufreq/cpuinfo_max_freq", "3900000\n");
+  putFact(1, "cpufreq/cpuinfo_max_freq", "5200000\n");
+  putFact(2, "cpufreq/cpuinfo_max_freq", "4400000\n");
+  putFact(3, "cpufreq/cpuinfo_max_freq", "6000000000\n");  // none that there is
+  putFact(0, "cpufreq/base_frequency", "9000000\n");
+  EXPECT_EQ(package(x86(0, 0) + x86(1, 0) + x86(2, 0) + x86(3, 0)).highest, 5200U);
+}
+
+TEST_F(Packages, TellTheNominalFrequencyWhereThereIsNoGovernor) {
+  EXPECT_EQ(package("processor : 0\nmodel name : Example @ 2.67GHz\n").highest, 2670U);
+  EXPECT_EQ(package("processor : 0\nmodel name : Example\ncpu MHz : 800\n").highest, std::nullopt);
+}
+
+TEST_F(Packages, TellTheFastestCoreAtPresent) {
+  EXPECT_EQ(package("processor : 0\nphysical id : 0\ncpu MHz : 799.6\n\n"
+                    "processor : 1\nphysical id : 0\ncpu MHz : 4300.2\n")
+                .present,
+            4300U);
+  putFact(0, "cpufreq/scaling_cur_freq", "1500000\n");
+  EXPECT_EQ(package("processor : 0\n", "aarch64").present, 1500U);
+  EXPECT_EQ(package("processor : 0\ncpu MHz : 600\n").present, 600U);
+}
+
+TEST_F(Packages, AreNoneWithoutAList) {
+  EXPECT_THAT(processorPackages(TemporaryTree().files(), kernelOf("x86_64")), IsEmpty());
+}
+
 }  // namespace
 }  // namespace veltrin

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 #include <vector>
 
+#include "smbios_table.h"
+#include "temporary_tree.h"
+
 namespace veltrin {
 namespace {
 
@@ -26,6 +29,8 @@ const std::string kSystemFixed("\x01\x02\x00\x03", 4);
 std::string bios() { return structure(0, kBiosFixed, {"Example Firmware", "F.20", "08/10/2025"}); }
 
 std::string system() { return structure(1, kSystemFixed, {"Example Works", "Model 7", "serial"}); }
+
+SmbiosTexts readSmbios(const std::string& bytes) { return smbiosTexts(SmbiosTable(bytes)); }
 
 const SmbiosTexts kBoth{"Example Firmware", "F.20", "08/10/2025", "Example Works", "Model 7"};
 
@@ -77,6 +82,61 @@ TEST(Smbios, StopsAtAStructureThatTheTableCutsOff) {
 TEST(Smbios, MarksBytesThatAreNoText) {
   EXPECT_EQ(readSmbios(structure(1, kSystemFixed, {"\xFF\xFF", " two\r\n", "3"})).manufacturer,
             "??");
+}
+
+TEST(Smbios, ReadsTheTableOfTheSystem) {
+  const TemporaryTree tree;
+  tree.put("/sys/firmware/dmi/tables/DMI", bios() + system());
+  EXPECT_EQ(smbiosTexts(SmbiosTable(tree.files())), kBoth);
+}
+
+TEST(Smbios, HasNoStructuresWhereThereIsNoTable) {
+  const SmbiosTable table(TemporaryTree().files());
+  EXPECT_FALSE(table.first(SmbiosType::Bios));
+  EXPECT_TRUE(table.all(SmbiosType::Bios).empty());
+}
+
+TEST(Smbios, GivesAllStructuresOfATypeInTheirOrder) {
+  const SmbiosTable table(structure(9, "\x01", {"first"}) + system() +
+                          structure(9, "\x01", {"second"}));
+  const auto slots = table.all(SmbiosType::Slot);
+  ASSERT_EQ(slots.size(), 2U);
+  EXPECT_EQ(slots[0].text(4), "first");
+  EXPECT_EQ(slots[1].text(4), "second");
+}
+
+TEST(Smbios, GivesNumbersOfAnySizeWithTheLowestByteFirst) {
+  const SmbiosTable table(structure(7, "\x12\x34\x56\x78", {}));
+  const auto cache = table.first(SmbiosType::Cache);
+  ASSERT_TRUE(cache);
+  EXPECT_EQ(cache->number(4), 0x12U);
+  EXPECT_EQ(cache->number(5, 2), 0x5634U);
+  EXPECT_EQ(cache->number(4, 4), 0x78563412U);
+}
+
+TEST(Smbios, GivesNoNumberThatTheFixedPartEndsWithin) {
+  const SmbiosTable table(structure(7, "\x12\x34", {"a text behind"}));
+  const auto cache = table.first(SmbiosType::Cache);
+  ASSERT_TRUE(cache);
+  EXPECT_EQ(cache->number(5), 0x34U);
+  EXPECT_EQ(cache->number(5, 2), std::nullopt);
+  EXPECT_EQ(cache->number(6), std::nullopt);
+  EXPECT_EQ(cache->number(1000), std::nullopt);
+}
+
+TEST(Smbios, GivesTheHandleOfAStructure) {
+  const SmbiosTable table(std::string("\x07\x04\x34\x12\0\0", 6));
+  EXPECT_EQ(table.first(SmbiosType::Cache)->handle(), 0x1234U);
+}
+
+// --- The tables that tests make ---
+
+TEST(SmbiosTableOfATest, IsMadeByteByByte) {
+  const std::string table = smbiosTable(
+      {SmbiosPart(9, 8).text(4, "one").number(5, 0x0201, 2).text(7, "two").handle(0x0304)});
+  EXPECT_EQ(table, std::string("\x09\x08\x04\x03\x01\x01\x02\x02one\0two\0\0"
+                               "\x7F\x04\x00\x01\0\0",
+                               23));
 }
 
 }  // namespace

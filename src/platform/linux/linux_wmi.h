@@ -33,7 +33,7 @@ struct WmiSources {
 // object that is taken, anew for each query.
 //
 // Every object has all the properties that the report prints; what the machine does not tell is
-// null.
+// null, or the code that the class has for that.
 class LinuxWmi : public Wmi {
  public:
   explicit LinuxWmi(WmiSources sources)
