@@ -14,6 +14,7 @@
 #include <sys/utsname.h>
 #include <unistd.h>
 
+#include "machine/display_modes.h"
 #include "machine/interface_dump.h"
 
 namespace veltrin {
@@ -128,8 +129,8 @@ std::optional<FileSystemRoom> LinuxMachine::room(const std::string& folder) cons
   return FileSystemRoom{told.f_frsize, told.f_blocks, told.f_bfree, told.f_bavail};
 }
 
-std::vector<DisplayMode> LinuxMachine::displayModes(const std::string& /*card*/) const {
-  return {};
+std::vector<DisplayMode> LinuxMachine::displayModes(const std::string& card) const {
+  return displayModesOf("/dev/dri/" + card);
 }
 
 }  // namespace veltrin
