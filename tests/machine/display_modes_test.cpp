@@ -91,6 +91,7 @@ class Driver {
   bool connector(drm_mode_get_connector& about) {
     EXPECT_EQ(about.count_modes, 1U) << "asks the driver to look for monitors";
     EXPECT_NE(about.modes_ptr, 0U);
+    EXPECT_NE(about.connector_id, 0U) << "asks for a connector that is gone";
     const auto found =
         std::find_if(connectors.begin(), connectors.end(),
                      [&](const Connector& each) { return each.number == about.connector_id; });

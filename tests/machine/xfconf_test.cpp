@@ -50,7 +50,7 @@ TEST(Xfconf, LeavesOutListsAndRemarks) {
   EXPECT_THAT(xfconfValues(R"(<property name="list" type="array">
                                 <value type="string" value="one"/>
                               </property>
-                              <!-- <property name="no" value="1"/> -->
+                              <!-- <property name="no" value="1"/><property name="none" value="1"/> -->
                               <property name="yes" value="2"/>)"),
               ElementsAre(Pair("/yes", "2")));
 }

@@ -327,6 +327,14 @@ TEST_F(ScreensTest, TheFirmwaresFrameBufferIsThatOfTheOnlyCard) {
   EXPECT_EQ(cards()[1].width, "-");
 }
 
+TEST_F(ScreensTest, AFrameBufferBesideAScreenElsewhereIsNotThatOfTheOnlyCard) {
+  putPci("0000:00:02.0", "0x030000", kIntel, "");
+  putScreen("card0", "platform/gpu");
+  putFrameBuffer("gpudrmfb", "1280,1024", "32");
+  ASSERT_EQ(cards().size(), 2U);
+  EXPECT_EQ(cards()[0].width, "-");
+}
+
 TEST_F(ScreensTest, OfAFrameBufferCountsWhatIsSeen) {
   putFrameBuffer("EFI VGA", "1024,1536", "16", "U:1024x768p-75");
   EXPECT_THAT(cards(), ElementsAre(Card{"EFI VGA", "-", "16", "1024", "768"}));
