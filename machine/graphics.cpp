@@ -1,6 +1,7 @@
 #include "machine/graphics.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 #include <utility>
 
@@ -16,6 +17,9 @@ const std::string kFrameBuffer = "/sys/class/graphics/fb0/";
 // The base class of display controllers, the first byte of three (PCI Code and ID Assignment
 // Specification, section 1.4).
 constexpr std::string_view kDisplayClass = "0x03";
+
+// Of what a monitor tells, no more than the base block is read.
+constexpr std::size_t kEdidBlock = 128;
 
 // A card as the kernel's direct rendering manager knows it.
 struct Screen {
@@ -64,7 +68,8 @@ std::vector<MonitorFacts> monitorsOf(const FileTree& files, const std::string& c
   for (const std::string& name : files.names(kScreens)) {
     if (name.starts_with(start) && files.line(kScreens + name + "/status") == "connected") {
       monitors.push_back(
-          {printable(name.substr(start.size())), readEdid(files.text(kScreens + name + "/edid"))});
+          {printable(name.substr(start.size())),
+           readEdid(files.read(kScreens + name + "/edid", kEdidBlock).value_or(""))});
     }
   }
   return monitors;
