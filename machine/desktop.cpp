@@ -102,8 +102,9 @@ class SettingFolders {
   // The texts of a file in each of them.
   std::vector<std::string> texts(const std::string& name) const {
     std::vector<std::string> texts;
+    texts.reserve(folders_.size());
     for (const std::string& folder : folders_) {
-      texts.push_back(files_.text(folder + "/" + name));
+      texts.push_back(files_.text(std::string(folder).append("/").append(name)));
     }
     return texts;
   }
