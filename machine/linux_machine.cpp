@@ -10,6 +10,7 @@
 #include <sys/utsname.h>
 #include <systemd/sd-id128.h>
 
+#include "machine/display_modes.h"
 #include "machine/network_interfaces.h"
 #include "machine/route_socket.h"
 
@@ -77,8 +78,8 @@ std::optional<Id128> LinuxMachine::applicationId(const Id128& application) const
   return std::to_array(told.bytes);
 }
 
-std::vector<DisplayMode> LinuxMachine::displayModes(const std::string& /*card*/) const {
-  return {};
+std::vector<DisplayMode> LinuxMachine::displayModes(const std::string& card) const {
+  return displayModesOf("/dev/dri/" + card);
 }
 
 }  // namespace veltrin

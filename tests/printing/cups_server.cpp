@@ -158,7 +158,8 @@ void CupsServer::fillFolder(const std::vector<Queue>& queues, bool hasDefault) c
   for (const Queue& queue : queues) {
     const std::string kind = hasDefault && &queue == &queues.front() ? "DefaultPrinter" : "Printer";
     printers.append("<" + kind).append(" " + queue.name).append(">\nDeviceURI paper:");
-    printers.append(folder_.path("paper")).append("\nState Idle\nAccepting Yes\nShared No\n");
+    printers.append(folder_.path("paper")).append(queue.info.empty() ? "" : "\nInfo " + queue.info);
+    printers.append("\nState Idle\nAccepting Yes\nShared No\n");
     printers.append("</" + kind).append(">\n");
     folder_.fill("root/ppd/" + queue.name + ".ppd", descriptionOf(queue));
   }

@@ -33,6 +33,7 @@ class CupsServer {
     std::string name;
     std::string size = "A4";  // or "Letter"
     bool isFiltered = false;  // the paper goes through the system's filter of PDF
+    std::string info{};       // its owner's description
   };
 
   // Why there can be none on this machine; empty when there can.

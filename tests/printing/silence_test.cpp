@@ -10,6 +10,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "machine/linux_machine.h"
+#include "platform/linux/wmi_classes.h"
 #include "tests/printing/printing_test.h"
 
 extern char** environ;
@@ -60,6 +62,44 @@ TEST_F(PrinterListTest, WithoutADefaultPrinterItsNameIsEmpty) {
   serve({{"Plain"}}, false);
   EXPECT_THAT(printers.deviceNames(), ElementsAre("Plain"));
   EXPECT_EQ(printers.defaultDeviceName(), "");
+}
+
+// What the system report tells of the printers.
+class PrinterReportTest : public PrinterListTest {
+ protected:
+  // "NAME: DESCRIPTION" of each.
+  std::vector<std::string> told() {
+    const WmiSources sources{FileTree(), std::make_shared<LinuxMachine>(),
+                             [this] { return printers.facts(); }};
+    std::vector<std::string> lines;
+    for (const WmiObject& printer : win32Printer(sources)) {
+      lines.push_back(printer.value("Name").text() + ": " + printer.value("Description").text());
+    }
+    return lines;
+  }
+};
+
+TEST_F(PrinterReportTest, NamesEveryPrinterWithItsOwnersDescription) {
+  serve(
+      {{"Plain", "A4", false, "The printer by the window"}, {"Other", "A4", false, "Spare, 2nd"}});
+  EXPECT_THAT(told(),
+              UnorderedElementsAre("Plain: The printer by the window", "Other: Spare, 2nd"));
+}
+
+TEST_F(PrinterReportTest, NamesPrintersWhoseDescriptionsAreLate) {
+  serve({{"Plain", "A4", false, "The printer by the window"}});
+  ASSERT_THAT(printers.deviceNames(), ElementsAre("Plain"));
+  server->silence();
+  const int asked = millisecondsOf([&] { EXPECT_THAT(told(), ElementsAre("Plain: ")); });
+  EXPECT_GE(asked, 1400);
+  EXPECT_LT(asked, 2500);
+}
+
+TEST_F(PrinterReportTest, IsEmptyInTimeWhenTheServerStaysSilent) {
+  const SilentPlace place;
+  ASSERT_TRUE(place.isThere());
+  usePrintServer(place.name(), home_.path(""));
+  EXPECT_LT(millisecondsOf([&] { EXPECT_THAT(told(), IsEmpty()); }), 2500);
 }
 
 TEST_F(PrinterListTest, IsEmptyWithoutPrinters) {

@@ -7,24 +7,21 @@
 #include <utility>
 #include <vector>
 
+#include "machine/desktop.h"
 #include "machine/device_database.h"
 #include "machine/file_tree.h"
 #include "machine/machine.h"
+#include "platform/printer_facts.h"
 #include "platform/wmi.h"
 
 namespace veltrin {
-
-// A printer that programs may use.
-struct PrinterFacts {
-  std::string name;
-  std::string description;  // as its owner describes it; empty without
-};
 
 // Where the facts come from. Tests put a recorded machine here.
 struct WmiSources {
   FileTree files;
   std::shared_ptr<const Machine> machine;
   std::function<std::vector<PrinterFacts>()> printers;  // in the system's order
+  SettingOf setting = nullptr;                          // of GNOME and its kin
 };
 
 // Answers "Select * from CLASS" for the classes of the list in linux_wmi.cpp. The names of

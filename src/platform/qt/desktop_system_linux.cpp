@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "machine/linux_machine.h"
+#include "platform/linux/gsettings.h"
 #include "platform/linux/linux_clock.h"
 #include "platform/linux/linux_counters.h"
 #include "platform/linux/linux_drives.h"
@@ -70,11 +71,12 @@ class LinuxDesktopSystem : public DesktopSystem {
   QtSockets sockets_;
   std::shared_ptr<AdapterNames> adapters_ = std::make_shared<AdapterNames>();
   LinuxCounters counters_{"/proc", adapters_};
-  LinuxWmi wmi_{{FileTree(), std::make_shared<LinuxMachine>(), nullptr}};
   LinuxIcmp icmp_;
   QtDownloads downloads_;
   LinuxInterfaces interfaces_{adapters_};
   QtPrinters printers_{events_};
+  LinuxWmi wmi_{
+      {FileTree(), std::make_shared<LinuxMachine>(), [this] { return printers_.facts(); }}};
   LinuxDrives drives_;
   LinuxProcessList processList_;
   QtDesktop desktop_;

@@ -30,30 +30,47 @@ milliseconds since(steady_clock::time_point start) {
   return duration_cast<milliseconds>(steady_clock::now() - start);
 }
 
+// Whether a question is to be put anew.
+template <class Question>
+bool isOutOfDate(const Question& question) {
+  const milliseconds limit = question.wasRead ? kAnswerHolds : kSilenceHolds;
+  return since(question.since) > limit;
+}
+
 }  // namespace
 
-QtPrinters::Question::Question()
-    : call([answer = answer] {
-        for (const QString& name : QPrinterInfo::availablePrinterNames()) {
-          answer->names.push_back(fromQt(name));
-        }
-        answer->defaultName = fromQt(QPrinterInfo::defaultPrinterName());
-      }) {}
+QtPrinters::Answer QtPrinters::namesNow() {
+  Answer answer;
+  for (const QString& name : QPrinterInfo::availablePrinterNames()) {
+    answer.names.push_back(fromQt(name));
+  }
+  answer.defaultName = fromQt(QPrinterInfo::defaultPrinterName());
+  return answer;
+}
+
+// Costs a question to the server for each printer, which the names alone do not.
+QtPrinters::Descriptions QtPrinters::descriptionsNow(const std::vector<std::string>& names) {
+  Descriptions descriptions;
+  for (const std::string& name : names) {
+    descriptions[name] = fromQt(QPrinterInfo::printerInfo(toQt(name)).description());
+  }
+  return descriptions;
+}
 
 QtPrinters::QtPrinters(QtEventLoop& events) : events_(events) {}
 
 std::vector<std::string> QtPrinters::deviceNames() {
-  const Answer* answer = ask();
+  const Answer* answer = askNames();
   return answer == nullptr ? std::vector<std::string>() : answer->names;
 }
 
 std::string QtPrinters::defaultDeviceName() {
-  const Answer* answer = ask();
+  const Answer* answer = askNames();
   return answer == nullptr ? std::string() : answer->defaultName;
 }
 
 std::unique_ptr<Printer> QtPrinters::open(const std::string& deviceName) {
-  Question now;
+  Question<Answer> now(namesNow);
   if (!now.call.wait(events_, kOpenTime)) {
     throw StatementFailed("The printers do not answer");
   }
@@ -64,23 +81,34 @@ std::unique_ptr<Printer> QtPrinters::open(const std::string& deviceName) {
   return std::make_unique<QtPrinter>(events_, deviceName);
 }
 
-// What the system tells; null while it is silent. The time for it counts from the question
-// on, so that several calls in a row do not wait several times.
-const QtPrinters::Answer* QtPrinters::ask() {
-  if (isOutOfDate()) question_.reset();
-  if (!question_) question_.emplace();
-  if (!question_->call.wait(events_, kNamesTime - since(question_->since))) return nullptr;
-  if (!question_->wasRead) {
-    question_->wasRead = true;
-    question_->since = steady_clock::now();
+std::vector<PrinterFacts> QtPrinters::facts() {
+  const std::vector<std::string> names = deviceNames();
+  if (names.empty()) return {};
+  const auto* told = ask<Descriptions>(descriptions_, [names] { return descriptionsNow(names); });
+  std::vector<PrinterFacts> facts;
+  facts.reserve(names.size());
+  for (const std::string& name : names) {
+    const bool isTold = told != nullptr && told->count(name) != 0;
+    facts.push_back({name, isTold ? told->at(name) : std::string()});
   }
-  return question_->answer.get();
+  return facts;
 }
 
-bool QtPrinters::isOutOfDate() const {
-  if (!question_) return false;
-  const milliseconds limit = question_->wasRead ? kAnswerHolds : kSilenceHolds;
-  return since(question_->since) > limit;
+// What the system tells; null while it is silent. The time for it counts from the question
+// on, so that several calls in a row do not wait several times.
+template <class Told>
+const Told* QtPrinters::ask(std::optional<Question<Told>>& question,
+                            const std::function<Told()>& work) {
+  if (question && isOutOfDate(*question)) question.reset();
+  if (!question) question.emplace(work);
+  if (!question->call.wait(events_, kNamesTime - since(question->since))) return nullptr;
+  if (!question->wasRead) {
+    question->wasRead = true;
+    question->since = steady_clock::now();
+  }
+  return question->answer.get();
 }
+
+const QtPrinters::Answer* QtPrinters::askNames() { return ask<Answer>(names_, namesNow); }
 
 }  // namespace veltrin

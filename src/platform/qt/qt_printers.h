@@ -3,11 +3,15 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "platform/printer_facts.h"
 #include "platform/printers.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/side_call.h"
@@ -25,27 +29,40 @@ class QtPrinters : public Printers {
   std::string defaultDeviceName() override;
   std::unique_ptr<Printer> open(const std::string& deviceName) override;
 
+  // The printers by their names and their owners' descriptions, within the same time; without
+  // the descriptions when these alone need longer.
+  std::vector<PrinterFacts> facts();
+
  private:
   struct Answer {
     std::vector<std::string> names;
     std::string defaultName;
   };
 
-  // A question, and when it was put or its answer first read.
-  struct Question {
-    Question();
+  using Descriptions = std::map<std::string, std::string>;  // by the names
 
-    std::shared_ptr<Answer> answer = std::make_shared<Answer>();
+  // A question, and when it was put or its answer first read.
+  template <class Told>
+  struct Question {
+    explicit Question(std::function<Told()> work)
+        : call([answer = answer, work = std::move(work)] { *answer = work(); }) {}
+
+    std::shared_ptr<Told> answer = std::make_shared<Told>();
     SideCall call;
     std::chrono::steady_clock::time_point since = std::chrono::steady_clock::now();
     bool wasRead = false;
   };
 
-  const Answer* ask();
-  bool isOutOfDate() const;
+  static Answer namesNow();
+  static Descriptions descriptionsNow(const std::vector<std::string>& names);
+
+  template <class Told>
+  const Told* ask(std::optional<Question<Told>>& question, const std::function<Told()>& work);
+  const Answer* askNames();
 
   QtEventLoop& events_;
-  std::optional<Question> question_;  // the last one
+  std::optional<Question<Answer>> names_;  // the last one of each kind
+  std::optional<Question<Descriptions>> descriptions_;
 };
 
 }  // namespace veltrin

@@ -1,0 +1,97 @@
+#include "machine/xfconf.h"
+
+#include <array>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "machine/fact_text.h"
+
+namespace veltrin {
+namespace {
+
+// Deeper than any setting lies; what is deeper is left out.
+constexpr std::size_t kDeepest = 32;
+
+// Undoes the five names of characters that XML writes in values (XML 1.0, section 4.6).
+std::string decoded(std::string_view text) {
+  constexpr std::array<std::pair<std::string_view, char>, 5> kNames{
+      {{"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}}};
+  std::string value;
+  while (!text.empty()) {
+    std::size_t length = 1;
+    char character = text[0];
+    for (const auto& [name, meant] : kNames) {
+      if (text.starts_with(name)) {
+        length = name.size();
+        character = meant;
+      }
+    }
+    value += character;
+    text.remove_prefix(length);
+  }
+  return value;
+}
+
+// The value of name="value" in a tag; null when there is none.
+std::string_view attributeIn(std::string_view tag, std::string_view name) {
+  const std::string start = " " + std::string(name) + "=\"";
+  const std::size_t at = tag.find(start);
+  if (at == std::string_view::npos) {
+    return {};
+  }
+  tag.remove_prefix(at + start.size());
+  return tag.substr(0, tag.find('"'));
+}
+
+// The end of a tag: the next ">" that stands in no value.
+std::size_t endOfTag(std::string_view text) {
+  bool quoted = false;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (text[at] == '"') {
+      quoted = !quoted;
+    } else if (text[at] == '>' && !quoted) {
+      return at;
+    }
+  }
+  return std::string_view::npos;
+}
+
+}  // namespace
+
+std::map<std::string, std::string> xfconfValues(std::string_view text) {
+  std::map<std::string, std::string> values;
+  std::vector<std::string> path;  // of the properties that are open
+  for (std::size_t at = text.find('<'); at != std::string_view::npos; at = text.find('<')) {
+    text.remove_prefix(at + 1);
+    if (text.starts_with("!--")) {
+      const std::size_t end = text.find("-->");
+      text.remove_prefix(end == std::string_view::npos ? text.size() : end);
+      continue;
+    }
+    const std::size_t end = endOfTag(text);
+    if (end == std::string_view::npos) {
+      break;
+    }
+    const std::string_view tag = text.substr(0, end);
+    text.remove_prefix(end);
+    if (tag.starts_with("/property")) {
+      if (!path.empty()) {
+        path.pop_back();
+      }
+    } else if (tag.starts_with("property ")) {
+      const std::string own =
+          (path.empty() ? "" : path.back()) + "/" + decoded(attributeIn(tag, "name"));
+      const std::string value = decoded(attributeIn(tag, "value"));
+      if (!value.empty() && path.size() < kDeepest) {
+        values[own] = value;
+      }
+      if (!tag.ends_with('/')) {
+        path.push_back(path.size() < kDeepest ? own : "");
+      }
+    }
+  }
+  return values;
+}
+
+}  // namespace veltrin
