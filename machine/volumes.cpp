@@ -127,6 +127,19 @@ std::string linkNameOf(const FileTree& files, const std::string& folder,
   return "";
 }
 
+// The size of a volume's device, or of the one that it encrypts as a whole: what the
+// encryption needs for itself is in use, too.
+std::uint64_t bytesOfVolume(const FileTree& files, std::string device) {
+  constexpr int kMostLayers = 8;
+  for (int layer = 0; layer < kMostLayers; ++layer) {
+    const std::string folder = "/sys/class/block/" + device;
+    const auto below = files.names(folder + "/slaves");
+    if (below.size() != 1 || !files.line(folder + "/dm/uuid").starts_with("CRYPT-")) break;
+    device = below.front();
+  }
+  return bytesOfDevice(files, device).value_or(0);
+}
+
 }  // namespace
 
 std::vector<Volume> volumesOf(const FileTree& files) {
@@ -186,8 +199,7 @@ std::optional<FileSystemRoom> roomOf(const FileTree& files, const Machine& machi
   }
   std::optional<FileSystemRoom> room = machine.room(volume.mount.folder);
   if (room && room->block > 0 && !volume.device.empty()) {
-    const std::uint64_t bytes = bytesOfDevice(files, volume.device).value_or(0);
-    room->total = std::max(room->total, bytes / room->block);
+    room->total = std::max(room->total, bytesOfVolume(files, volume.device) / room->block);
   }
   return room;
 }

@@ -54,8 +54,9 @@ std::string labelOf(const FileTree& files, const Volume& volume);
 // The room of a file system that is mounted, as Windows counts it: the whole of its device,
 // of which what the file system needs for itself is in use. (Linux leaves that out of the
 // total: of ext4 up to 2 percent, by which a volume would be too small to be found on its
-// disk.) On several devices a file system may be larger than the one that it is named by, and
-// then counts as it is. Nothing when the system does not tell.
+// disk.) That of an encrypted volume is its partition. On several devices a file system may be
+// larger than the one that it is named by, and then counts as it is. Nothing when the system does
+// not tell.
 std::optional<FileSystemRoom> roomOf(const FileTree& files, const Machine& machine,
                                      const Volume& volume);
 

@@ -272,6 +272,27 @@ TEST_F(RoomOfVolume, CountsTheWholeDevice) {
   EXPECT_EQ(told->available, 9'000U);
 }
 
+TEST_F(RoomOfVolume, CountsWhatIsEncryptedAsAWhole) {
+  tree_.stacked("dm-0", "254:0", 190'000, {"sda3"});
+  tree_.mount("254:0", "/home", "ext4", "/dev/mapper/home");
+  machine_.rooms["/home"] = {4096, 20'000, 10'000, 9'000};
+  tree_.fact("dm/uuid", "LVM-xyz");
+  EXPECT_EQ(room("D:")->total, 23'750U);
+  tree_.fact("dm/uuid", "CRYPT-LUKS2-xyz");
+  EXPECT_EQ(room("D:")->total, 25'000U);
+  tree_.link("/sys/class/block/dm-0/slaves/sda4", "../../sda4");
+  EXPECT_EQ(room("D:")->total, 23'750U);
+}
+
+TEST_F(RoomOfVolume, OfAVolumeThatEncryptsItselfComesToAnEnd) {
+  tree_.stacked("dm-0", "254:0", 190'000, {});
+  tree_.fact("dm/uuid", "CRYPT-x");
+  tree_.link("/sys/class/block/dm-0/slaves/dm-0", "../../dm-0");
+  tree_.mount("254:0", "/home", "ext4", "/dev/mapper/home");
+  machine_.rooms["/home"] = {4096, 20'000, 10'000, 9'000};
+  EXPECT_EQ(room("D:")->total, 23'750U);
+}
+
 TEST_F(RoomOfVolume, CountsTheBlocksOfAFileSystemOnSeveralDevices) {
   machine_.rooms["/"] = {4096, 50'000, 10'000, 9'000};
   EXPECT_EQ(room("C:")->total, 50'000U);

@@ -2,23 +2,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "frame/language.h"
 #include "platform/linux/linux_drives.h"
 #include "platform/linux/linux_wmi.h"
-#include "support/simulation.h"
 #include "sysinfo/DosApp.h"
 #include "sysinfo/frmSysInfo.h"
 #include "tests/machine/block_tree.h"
 #include "tests/machine/fake_machine.h"
-#include "toolbox/toolbox.h"
+#include "tests/platform/partly_real.h"
 
 namespace veltrin {
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::Not;
-using testing::StartsWith;
+using testing::HasSubstr;
 
 constexpr const char* kNvme = "pci0000:00/0000:00:1d.0/0000:04:00.0/nvme/nvme0";
 constexpr const char* kFirstAta = "pci0000:00/0000:00:17.0/ata1/host0/target0:0:0/0:0:0:0";
@@ -39,27 +34,22 @@ class DriveTruth : public testing::Test {
     if (!label.empty()) tree_.udev(numbers, "E:ID_FS_LABEL_ENC=" + label + "\n");
   }
 
-  // The report's lines, each behind the number of its picture.
-  std::vector<std::string> report() {
+  // The report's lines, each behind the number of its picture and up to a bar.
+  std::string report() {
     LinuxWmi wmi({tree_.files(), machine_, nullptr});
     LinuxDrives drives(tree_.files(), machine_);
     Simulation& all = simulation_;
     all.environment.variables["Computername"] = "DESK";
-    Platform platform{all.loop,       all.loop,     all.clock,    all.desktop,     all.files,
-                      all.processes,  all.profiles, all.registry, all.shell,       all.environment,
-                      all.sockets,    all.counters, wmi,          all.icmp,        all.downloads,
-                      all.interfaces, all.printers, drives,       all.processList, "Veltrin"};
+    Platform platform = partlyReal(all, all.processes, wmi, drives);
     Program program(platform);
-    program.LanguageId = kEnglish;
-    chooseLanguage(program.LanguageId, program.texts);
-    provideTools(program);
+    prepare(program);
     const auto window = program.show<frmSysInfo>();
     (program.keep<DosApp>()->TEST)("2");
     settings_ = all.profiles.contents[program.settingsFile];
-    std::vector<std::string> lines;
+    std::string lines;
     const ListView& list = window->SYSView.ListView1;
     for (std::size_t index = 0; index < list.count(); ++index) {
-      lines.push_back(std::to_string(list.line(index).SmallIcon) + " " + list.line(index).Text);
+      lines += std::to_string(list.line(index).SmallIcon) + " " + list.line(index).Text + "|\n";
     }
     return lines;
   }
@@ -87,7 +77,31 @@ TEST_F(DriveTruth, OfALaptop) {
   tree_.partition("nvme0n1p2", "259:2", 999'163'904);
   mount("259:2", "/", "ext4", "/dev/nvme0n1p2", 999'163'904, "System");
   mount("259:1", "/boot/efi", "vfat", "/dev/nvme0n1p1", 1'048'576);
-  EXPECT_THAT(report(), ElementsAre("x"));
+  EXPECT_EQ(report(), R"(0      |
+0 Physical Hard Drive Information|
+15 PHYSICAL DRIVE 0   2 Partition|
+0      C: (System)  512 GB   (511,571,289,600 Bytes)|
+0      D: ()  535 MB   (534,643,200 Bytes)|
+0     |
+0                   Logical Drive Information|
+0  |
+15 C:   (System)   512 GB   (511,571,289,600 Bytes)|
+15 D:|
+0  |
+0                   Detailed Physical Drive Information|
+15 /dev/nvme0n1|
+0 Logical Drive: C   (System)|
+0 Logical Drive: D   ()|
+0     Model: Example NVMe 512GB|
+0     InterfaceType: SCSI|
+0     Size: 512,105,932,800|
+0     Partitions: 2|
+0     BytesPerSector: 512|
+0     SectorsPerTrack: 63|
+0     TotalCylinders: 62,260|
+0     TotalTracks: 15,876,300|
+0     TracksPerCylinder: 255|
+)");
   EXPECT_EQ(lettersOf(0), "CD");
 }
 
@@ -110,7 +124,57 @@ TEST_F(DriveTruth, OfADesktop) {
   mount("8:1", "/", "ext4", "/dev/sda1", 468'858'880, "System");
   mount("8:17", "/home", "ext4", "/dev/sdb1", 3'907'026'944, "Data");
   mount("8:33", "/media/me/STICK", "vfat", "/dev/sdc1", 60'060'452, "STICK");
-  EXPECT_THAT(report(), ElementsAre("x"));
+  EXPECT_EQ(report(), R"(0      |
+0 Physical Hard Drive Information|
+15 PHYSICAL DRIVE 0   1 Partition|
+0      C: (System)  240 GB   (240,054,796,800 Bytes)|
+15 PHYSICAL DRIVE 1   1 Partition|
+0      D: (Data)  2 TB   (2,000,396,321,280 Bytes)|
+34 PHYSICAL DRIVE 2   1 Partition|
+0      F: (STICK)  31 GB   (30,754,321,920 Bytes)|
+0     |
+0                   Logical Drive Information|
+0  |
+15 C:   (System)   240 GB   (240,054,796,800 Bytes)|
+15 D:   (Data)   2 TB   (2,000,396,321,280 Bytes)|
+8 E:   (Empty)|
+34 F:   (STICK)   31 GB   (30,754,321,920 Bytes)|
+0  |
+0                   Detailed Physical Drive Information|
+15 /dev/sda|
+0 Logical Drive: C   (System)|
+0     Model: Example SSD 240GB|
+0     InterfaceType: IDE|
+0     Size: 240,054,796,800|
+0     Partitions: 1|
+0     BytesPerSector: 512|
+0     SectorsPerTrack: 63|
+0     TotalCylinders: 29,185|
+0     TotalTracks: 7,442,175|
+0     TracksPerCylinder: 255|
+15 /dev/sdb|
+0 Logical Drive: D   (Data)|
+0     Model: Example HDD 2TB|
+0     InterfaceType: IDE|
+0     Size: 2,000,396,321,280|
+0     Partitions: 1|
+0     BytesPerSector: 512|
+0     SectorsPerTrack: 63|
+0     TotalCylinders: 243,201|
+0     TotalTracks: 62,016,255|
+0     TracksPerCylinder: 255|
+34 /dev/sdc|
+0 Logical Drive: F   (STICK)|
+0     Model: Maker Stick|
+0     InterfaceType: USB|
+0     Size: 30,746,096,640|
+0     Partitions: 1|
+0     BytesPerSector: 512|
+0     SectorsPerTrack: 63|
+0     TotalCylinders: 3,738|
+0     TotalTracks: 953,190|
+0     TracksPerCylinder: 255|
+)");
   EXPECT_EQ(lettersOf(0), "C");
   EXPECT_EQ(lettersOf(1), "D");
   EXPECT_EQ(lettersOf(2), "F");
@@ -130,7 +194,35 @@ TEST_F(DriveTruth, OfAServer) {
   mount("253:0", "/", "ext4", "/dev/mapper/vg-root", 104'857'600, "root");
   mount("253:1", "/srv", "xfs", "/dev/mapper/vg-srv", 7'600'000'000);
   mount("0:60", "/backup", "nfs4", "store:/backup", 9'000'000'000);
-  EXPECT_THAT(report(), ElementsAre("x"));
+  EXPECT_EQ(report(), R"(0      |
+0 Physical Hard Drive Information|
+0     |
+0                   Logical Drive Information|
+0  |
+15 C:   (root)   54 GB   (53,686,402,560 Bytes)|
+15 D:|
+14 E:   (Empty)|
+0  |
+0                   Detailed Physical Drive Information|
+0     Model: Example HDD 4TB|
+0     InterfaceType: IDE|
+0     Size: 4,000,784,417,280|
+0     Partitions: 1|
+0     BytesPerSector: 512|
+0     SectorsPerTrack: 63|
+0     TotalCylinders: 486,401|
+0     TotalTracks: 124,032,255|
+0     TracksPerCylinder: 255|
+0     Model: Example HDD 4TB|
+0     InterfaceType: IDE|
+0     Size: 4,000,784,417,280|
+0     Partitions: 1|
+0     BytesPerSector: 512|
+0     SectorsPerTrack: 63|
+0     TotalCylinders: 486,401|
+0     TotalTracks: 124,032,255|
+0     TracksPerCylinder: 255|
+)");
   EXPECT_EQ(lettersOf(0), "");
   EXPECT_EQ(lettersOf(1), "");
 }
@@ -139,14 +231,46 @@ TEST_F(DriveTruth, OfAServer) {
 TEST_F(DriveTruth, OfAVirtualMachine) {
   tree_.disk("pci0000:00/0000:00:02.0/virtio1", "vda", "254:0", 536'870'912);
   mount("254:0", "/", "ext4", "/dev/vda", 536'870'912);
-  EXPECT_THAT(report(), ElementsAre("x"));
+  EXPECT_EQ(report(), R"(0      |
+0 Physical Hard Drive Information|
+15 PHYSICAL DRIVE 0   1 Partition|
+0      C: ()  275 GB   (274,880,632,320 Bytes)|
+0     |
+0                   Logical Drive Information|
+0  |
+15 C:|
+0  |
+0                   Detailed Physical Drive Information|
+15 /dev/vda|
+0 Logical Drive: C   ()|
+0     Model: |
+0     InterfaceType: SCSI|
+0     Size: 274,872,407,040|
+0     Partitions: 1|
+0     BytesPerSector: 512|
+0     SectorsPerTrack: 63|
+0     TotalCylinders: 33,418|
+0     TotalTracks: 8,521,590|
+0     TracksPerCylinder: 255|
+)");
   EXPECT_EQ(lettersOf(0), "C");
 }
 
 TEST_F(DriveTruth, OfAContainer) {
   mount("0:50", "/", "overlay", "overlay", 400'000'000);
-  EXPECT_THAT(report(), ElementsAre("x"));
-  EXPECT_EQ(settings_, "x");
+  EXPECT_EQ(report(), R"(0      |
+0 Physical Hard Drive Information|
+0     |
+0                   Logical Drive Information|
+0  |
+15 C:   (Empty)|
+0  |
+0                   Detailed Physical Drive Information|
+)");
+  EXPECT_EQ(settings_,
+            "[System]\r\n"
+            "C Drive Label=\r\n"
+            "C Drive Size=201,387,755,520\r\n");
 }
 
 // By the blocks that ext4 tells, a partition would be 1.6 percent smaller than its disk.
@@ -158,19 +282,17 @@ TEST_F(DriveTruth, ADiskIsFoundThoughItsFileSystemTellsFewerBlocks) {
   EXPECT_EQ(lettersOf(0), "C");
 }
 
-// What is encrypted begins 16 MB behind the start of its partition.
-TEST_F(DriveTruth, ADiskIsFoundThoughItsVolumeIsEncrypted) {
-  tree_.disk(kFirstAta, "sda", "8:0", 468'862'128);
-  tree_.partition("sda1", "8:1", 468'858'880);
-  tree_.disk(kSecondAta, "sdb", "8:16", 976'773'168);
-  tree_.partition("sdb1", "8:17", 976'771'072);
-  tree_.stacked("dm-0", "253:0", 976'738'304, {"sdb1"});
-  mount("8:1", "/", "ext4", "/dev/sda1", 468'858'880);
-  mount("253:0", "/home", "ext4", "/dev/mapper/home", 976'738'304);
-  mount("0:51", "/srv", "nfs", "store:/srv", 1000);
-  tree_.disk(kThirdAta, "sdc", "8:32", 976'773'168);
+// An encrypted root begins 16 MB behind the start of its partition, which is two cylinders.
+TEST_F(DriveTruth, ADiskIsFoundThoughItsRootIsEncrypted) {
+  tree_.disk(kNvme, "nvme0n1", "259:0", 1'000'215'216);
+  tree_.partition("nvme0n1p1", "259:1", 1'048'576);
+  tree_.partition("nvme0n1p2", "259:2", 999'163'904);
+  tree_.stacked("dm-0", "253:0", 999'131'136, {"nvme0n1p2"});
+  tree_.fact("dm/uuid", "CRYPT-LUKS2-0123456789abcdef-root");
+  mount("253:0", "/", "ext4", "/dev/mapper/root", 999'131'136);
+  mount("259:1", "/boot/efi", "vfat", "/dev/nvme0n1p1", 1'048'576);
   report();
-  EXPECT_EQ(lettersOf(0), "C");
+  EXPECT_EQ(lettersOf(0), "CD");
 }
 
 TEST_F(DriveTruth, AStickWithoutATableIsFound) {
@@ -179,7 +301,7 @@ TEST_F(DriveTruth, AStickWithoutATableIsFound) {
   tree_.disk(kUsb, "sdb", "8:16", 60'062'500);
   mount("8:1", "/", "ext4", "/dev/sda1", 468'858'880);
   mount("8:16", "/media/me/STICK", "vfat", "/dev/sdb", 60'062'500, "STICK");
-  EXPECT_THAT(report(), Contains("34 /dev/sdb"));
+  EXPECT_THAT(report(), HasSubstr("\n34 /dev/sdb|\n0 Logical Drive: D   (STICK)|\n"));
   EXPECT_EQ(lettersOf(1), "D");
 }
 
