@@ -95,7 +95,7 @@ std::string blockDeviceOf(const FileTree& files, const Mount& mount) {
   if (std::string name = nameOf(files, mount.numbers); !name.empty()) {
     return name;
   }
-  if (!mount.source.starts_with(kDevices) || mount.source == kRoot) {
+  if (!mount.source.starts_with(kDevices)) {
     return "";
   }
   const std::string target = files.linkTarget(mount.source);

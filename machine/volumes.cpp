@@ -17,7 +17,6 @@ namespace {
 constexpr char kFirstFloppy = 'A';
 constexpr char kRootLetter = 'C';
 constexpr char kLastLetter = 'Z';
-constexpr std::size_t kMostFloppies = 2;
 
 // File systems that other machines serve.
 constexpr std::array<std::string_view, 12> kNetworkTypes{
@@ -119,8 +118,12 @@ void giveLetters(char first, char last, std::vector<Volume> volumes, std::vector
 // The name of the link in a folder of /dev/disk that points to a device.
 std::string linkNameOf(const FileTree& files, const std::string& folder,
                        const std::string& device) {
+  const std::string end = "/" + device;
+  std::string link;
   for (const std::string& name : files.names(folder)) {
-    if (files.linkTarget(folder + "/" + name).ends_with("/" + device)) {
+    link = folder;
+    link.append("/").append(name);
+    if (files.linkTarget(link).ends_with(end)) {
       return undoHexEscapes(name);
     }
   }
@@ -160,7 +163,6 @@ std::vector<Volume> volumesOf(const FileTree& files) {
   rest.insert(rest.end(), external, disks.end());
 
   std::vector<Volume> named;
-  floppies.resize(std::min(floppies.size(), kMostFloppies));
   giveLetters(kFirstFloppy, kRootLetter - 1, std::move(floppies), named);
   giveLetters(kRootLetter, kLastLetter, std::move(rest), named);
   return named;

@@ -235,7 +235,8 @@ TEST_F(VolumesTest, HaveTheNameThatUdevKnows) {
 }
 
 TEST_F(VolumesTest, HaveTheNameOfTheLinkWhereThereIsNoUdev) {
-  tree_.link("/dev/disk/by-label/Other", "../../sda12");
+  tree_.link("/dev/disk/by-label/Another", "../../xsda2");
+  tree_.link("/dev/disk/by-label/Longer", "../../sda21");
   tree_.link("/dev/disk/by-label/My\\x20System", "../../sda2");
   EXPECT_EQ(labelOf(tree_.files(), volumesOf(tree_.files()).at(0)), "My System");
 }
