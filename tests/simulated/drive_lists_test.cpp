@@ -27,5 +27,16 @@ TEST_F(DriveLists, TakeTheOnlyDriveForADiskOfAnotherSizeInEachReport) {
   }
 }
 
+// The letters of those that were found, and the numbers of their disks.
+TEST_F(DriveLists, HaveADriveThatWasFoundOnce) {
+  addDrive("C:", 12, "SYSTEM", 100);
+  addDisk(3, 1, 100 * kCylinder);
+  for (int report = 0; report < 2; ++report) {
+    runChain("1");
+    EXPECT_THAT(itemsOf(form->List4), ElementsAre("C"));
+    EXPECT_THAT(itemsOf(form->List5), ElementsAre("3"));
+  }
+}
+
 }  // namespace
 }  // namespace veltrin
