@@ -24,7 +24,6 @@ TEST(DriveMedium, IsOneForEveryOtherNumber) {
 
 TEST(DriveMedium, IsNotKnownToBeNoneWhereItIsNotTold) {
   EXPECT_FALSE(isOfNoMedium(WmiValue()));
-  EXPECT_FALSE(DriveSlot().isOfNoMedium());
 }
 
 }  // namespace
