@@ -56,6 +56,7 @@ inline void printClassTimes(Wmi& wmi, int runs) {
   std::printf("the classes of which the report is made:\n");
   for (const ReportClass& each : kReportClasses) {
     std::vector<Cost> costs;
+    costs.reserve(static_cast<std::size_t>(runs));
     std::size_t count = 0;
     for (int run = 0; run < runs; ++run) costs.push_back(costOf([&] { count = walk(wmi, each); }));
     printRow(each.name, median(costs), count, "objects");
