@@ -1,0 +1,16 @@
+// Values as the service of WMI hands them over.
+#pragma once
+
+#include <oaidl.h>
+#include <windows.h>
+
+#include "platform/wmi.h"
+
+namespace veltrin {
+
+// Null for what is no single value of its own: an object within an object, a table of more
+// than one dimension. A number of 32 bits has a sign, as the service gives even those that are
+// declared without.
+WmiValue wmiValueOf(const VARIANT& variant);
+
+}  // namespace veltrin
