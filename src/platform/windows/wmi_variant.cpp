@@ -3,7 +3,6 @@
 #include <array>
 #include <charconv>
 #include <cstddef>
-#include <oleauto.h>
 #include <optional>
 #include <string>
 #include <vector>

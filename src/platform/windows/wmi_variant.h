@@ -1,8 +1,9 @@
 // Values as the service of WMI hands them over.
 #pragma once
 
-#include <oaidl.h>
 #include <windows.h>
+
+#include <oleauto.h>
 
 #include "platform/wmi.h"
 
