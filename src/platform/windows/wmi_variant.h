@@ -1,9 +1,11 @@
 // Values as the service of WMI hands them over.
 #pragma once
 
+// The second stands on the first.
+// clang-format off
 #include <windows.h>
-
 #include <oleauto.h>
+// clang-format on
 
 #include "platform/wmi.h"
 
