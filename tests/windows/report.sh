@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Starts veltrin.exe under Wine in a virtual desktop, opens the report of the system from About,
-# runs it, saves it, and finds no printer to print it on.
+# runs it, saves it, runs it with all of its sections, compares what it saved then with what
+# Wine's own tool gets from the same service, and finds no printer to print it on.
 # Usage: report.sh FOLDER_OF_THE_PROGRAM FOLDER_FOR_PICTURES
 . "$(dirname "$(readlink -f "$0")")/program.sh"
 
@@ -18,6 +19,36 @@ choose() {
   sleep 0.5
   for ((step = 0; step < $1; ++step)); do xdotool key Down; done
   xdotool key Return
+}
+
+# The first value of a property that Wine's service tells of a class; empty when the class is
+# unknown to it, has no objects, or not that property. The tool prints two bytes a letter.
+told() {
+  "$here/under-wine.sh" wmic path "$1" get "$2" 2>/dev/null | tr -d '\0\r\377\376' |
+    awk -v name="$2" 'found { sub(/ +$/, ""); print; exit } tolower($1) == tolower(name) { found = 1 }'
+}
+
+# The report holds a line with that value of the class: what stands before it, and behind.
+# Where the service tells none there is no such line, and that is said.
+expect_line() {
+  local value
+  value=$(told "$1" "$2")
+  if [ -z "$value" ]; then
+    printf 'not compared: the service here tells no %s of %s\n' "$2" "$1"
+    silent=$((silent + 1))
+    return
+  fi
+  grep -qxF -- "$3$value$4" "$report" || fail "the report lacks the line \"$3$value$4\" of $1"
+  printf 'found: "%s"\n' "$3$value$4"
+  compared=$((compared + 1))
+}
+
+# Nothing has moved on the screen for two seconds.
+is_still() {
+  local before
+  before=$(import -window root rgb:- | md5sum)
+  sleep 2
+  [ "$before" = "$(import -window root rgb:- | md5sum)" ]
 }
 
 start_program
@@ -48,6 +79,86 @@ look report-saved
 xdotool key Return
 await "the end of the message" 20 has_exactly "$alone"
 grep -q "Operating System" "$work"/SystemInfo*.txt || fail "The report is not in its file"
+
+# All of the sections. ALL stands above the button, at its left.
+rm "$work"/SystemInfo*.txt
+read -r left top <<<"$get_info"
+click $((left - 59)) $((top - 28))
+sleep 1
+click $get_info
+xdotool mousemove 5 5
+sleep 8
+await "the end of the run" 20 is_still
+look report-all
+xdotool mousemove $((left - 400)) $((top - 200)) click --repeat 8 --delay 100 5
+sleep 1
+look report-all-devices
+xdotool mousemove 5 5
+choose 1
+await "the saved report of all" 60 has_saved
+await "the message about it" 20 has_exactly $((alone + 1))
+xdotool key Return
+await "the end of the message" 20 has_exactly "$alone"
+# Text behind text: the first run, which had fewer sections, is in the file as well.
+report=$work/all.txt
+tr -d '\r' <"$(compgen -G "$work/SystemInfo (*.txt")" >"$report"
+cp "$report" "$pictures/windows-report-all.txt"
+
+for heading in Processors Cache "Physical Memory" MotherBoard "Video Card" Monitor Sound Keyboard \
+  "Mouse - Pointer" Printer "Net Card" USB "PnP Signed" System DeskTOP "Start UP" \
+  "System Drivers" "Installed Software" Users "HOT Fixes" "Windows Errors"; do
+  grep -qxF -- "$heading" "$report" || fail "the report lacks the heading $heading"
+done
+compared=0
+silent=0
+expect_line Win32_Processor Name "Name: " ""
+expect_line Win32_Processor Manufacturer "    Manufacturer: " ""
+expect_line Win32_Processor DataWidth "    DataWidth: " ""
+expect_line Win32_CacheMemory Level "    Level: " ""
+# A slot of memory is shown when its place begins with "A".
+case $(told Win32_PhysicalMemory DeviceLocator) in
+  A*)
+    grep -q "^   Slot 1:   " "$report" || fail "the report lacks the first slot of memory"
+    compared=$((compared + 1))
+    ;;
+  *)
+    printf 'not compared: the service here tells no DeviceLocator of Win32_PhysicalMemory with an A\n'
+    silent=$((silent + 1))
+    ;;
+esac
+expect_line Win32_SystemSlot SlotDesignation "    " ""
+expect_line Win32_IDEController Name "       Name: " ""
+expect_line Win32_FloppyController Caption "   " ""
+expect_line Win32_VideoController Caption "" " "
+expect_line Win32_VideoController VideoProcessor "    " ""
+expect_line Win32_VideoController CurrentBitsPerPixel "    Bits Per Pixel: " ""
+expect_line Win32_DesktopMonitor Description "" ""
+expect_line Win32_SoundDevice Name "    " ""
+expect_line Win32_Keyboard Name "" ""
+expect_line Win32_PointingDevice Description "" ""
+expect_line Win32_Printer Name "    Name: " ""
+expect_line Win32_USBHub Description "" ""
+expect_line Win32_PnPSignedDriver Description "" ""
+expect_line Win32_ComputerSystem Description "    Description: " ""
+expect_line Win32_ComputerSystem Domain "    Domain: " ""
+expect_line Win32_ComputerSystem Model "    Model: " ""
+expect_line Win32_ComputerSystem Name "    Name: " ""
+expect_line Win32_Desktop Name "Name: " " "
+expect_line Win32_StartupCommand Caption "Name: " ""
+expect_line Win32_SystemDriver Name "" ""
+expect_line Win32_Product Name "" ""
+expect_line Win32_Account Name "    Name: " ""
+expect_line Win32_NTLogEvent EventCode "    EventCode: " ""
+# The list of drives ends with the first that does not tell its medium.
+if [ -n "$(told Win32_LogicalDisk MediaType)" ]; then
+  expect_line Win32_DiskDrive Model "    Model: " ""
+  expect_line Win32_DiskDrive InterfaceType "    InterfaceType: " ""
+else
+  printf 'not compared: the service here tells no MediaType of Win32_LogicalDisk, and so no drive\n'
+  silent=$((silent + 1))
+fi
+printf '%s lines compared, %s that the service here does not tell\n' "$compared" "$silent"
+[ "$compared" -ge 10 ] || fail "no more than $compared lines could be compared"
 
 choose 2
 await "the print window" 60 has_exactly $((alone + 2))

@@ -1,6 +1,5 @@
 #include <utility>
 
-#include "platform/portable/no_wmi.h"
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_downloads.h"
@@ -21,6 +20,7 @@
 #include "platform/windows/windows_registry.h"
 #include "platform/windows/windows_shell.h"
 #include "platform/windows/windows_waitable_timers.h"
+#include "platform/windows/windows_wmi.h"
 
 namespace veltrin {
 namespace {
@@ -38,6 +38,7 @@ class WindowsDesktopSystem : public DesktopSystem {
                        FormLooks looks)
       : timers_(events_.gate()),
         processes_([this](void* event) { sleepUntilSignalled(events_, event); }),
+        wmi_([this](void* event) { sleepUntilSignalled(events_, event); }),
         icmp_([this](void* event) { sleepUntilSignalled(events_, event); }),
         desktop_(events_, files_, applicationTitle, std::move(looks)),
         platform_{events_,     timers_,   clock_,    desktop_,     files_,
@@ -60,7 +61,7 @@ class WindowsDesktopSystem : public DesktopSystem {
   WindowsEnvironment environment_;
   QtSockets sockets_;
   WindowsCounters counters_;
-  NoWmi wmi_;
+  WindowsWmi wmi_;
   WindowsIcmp icmp_;
   QtDownloads downloads_;
   WindowsInterfaces interfaces_;

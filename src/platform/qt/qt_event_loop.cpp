@@ -53,7 +53,7 @@ void QtEventLoop::waitForEvent() {
   if (!gate().hasWaiting()) sleep();
 }
 
-void QtEventLoop::sleep() { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); }
+void QtEventLoop::sleep() { sleep_.sleep(); }
 
 void QtEventLoop::arm() {
   const auto next = timers().nextDue();

@@ -7,6 +7,7 @@
 
 #include "platform/event_loop.h"
 #include "platform/qt/held_input.h"
+#include "platform/qt/light_sleep.h"
 
 namespace veltrin {
 
@@ -35,6 +36,7 @@ class QtEventLoop : public EventLoop {
   void tick();
 
   HeldInput held_;
+  LightSleep sleep_;
   QTimer due_;  // single shot, at the next tick of the timers
 };
 
