@@ -7,7 +7,6 @@
 namespace veltrin {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Texts = std::map<std::string, std::string>;
 
