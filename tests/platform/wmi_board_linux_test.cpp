@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "recorded_machine.h"
 #include "tests/machine/smbios_table.h"
+#include "wmi_answers.h"
 
 namespace veltrin {
 namespace {
@@ -12,7 +12,7 @@ using Texts = std::map<std::string, std::string>;
 
 // --- Win32_BaseBoard ---
 
-class Win32BaseBoard : public RecordedMachine, public ::testing::Test {};
+class Win32BaseBoard : public AskedMachine, public ::testing::Test {};
 
 TEST_F(Win32BaseBoard, IsTheMainBoard) {
   tree.put("/sys/class/dmi/id/board_vendor", "Example Works\n");
@@ -27,7 +27,7 @@ TEST_F(Win32BaseBoard, IsNoneWhereNobodyTellsIt) { EXPECT_THAT(all("Win32_BaseBo
 
 // --- Win32_SystemSlot ---
 
-class Win32SystemSlot : public RecordedMachine, public ::testing::Test {
+class Win32SystemSlot : public AskedMachine, public ::testing::Test {
  protected:
   // A property of a slot with this byte of the firmware's structure.
   std::string valueWith(std::size_t at, unsigned code, const char* property) {

@@ -1,15 +1,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "recorded_machine.h"
 #include "tests/machine/smbios_table.h"
+#include "wmi_answers.h"
 
 namespace veltrin {
 namespace {
 
 using Texts = std::map<std::string, std::string>;
 
-class Win32ComputerSystem : public RecordedMachine, public ::testing::Test {
+class Win32ComputerSystem : public AskedMachine, public ::testing::Test {
  protected:
   std::string value(const char* property) const {
     return values("Win32_ComputerSystem", property).at(0);

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
-#include "recorded_machine.h"
 #include "tests/machine/smbios_table.h"
+#include "wmi_answers.h"
 
 namespace veltrin {
 namespace {
@@ -30,7 +30,7 @@ constexpr const char* kFiles[] = {
     "/sys/devices/system/cpu/cpu0/topology/physical_package_id",
 };
 
-class HardwareOfGarbage : public RecordedMachine, public ::testing::Test {
+class HardwareOfGarbage : public AskedMachine, public ::testing::Test {
  protected:
   // Asks for everything; each property can be printed on a line.
   void expectPrintable() {

@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "answered.h"
 #include "tests/machine/device_tree.h"
+#include "wmi_answers.h"
 
 namespace veltrin {
 namespace {

@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "recorded_machine.h"
 #include "sysinfo/memory_slots.h"
 #include "tests/machine/smbios_table.h"
+#include "wmi_answers.h"
 
 namespace veltrin {
 namespace {
@@ -23,7 +23,7 @@ SmbiosPart module(const std::string& locator, const std::string& bank, unsigned 
       .number(0x15, speed, 2);
 }
 
-class Win32PhysicalMemory : public RecordedMachine, public ::testing::Test {};
+class Win32PhysicalMemory : public AskedMachine, public ::testing::Test {};
 
 TEST_F(Win32PhysicalMemory, TellsAModuleInBytesAndTransfers) {
   tree.put(kSmbiosFile,

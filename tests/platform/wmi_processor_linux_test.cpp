@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "recorded_machine.h"
 #include "tests/machine/smbios_table.h"
+#include "wmi_answers.h"
 
 namespace veltrin {
 namespace {
@@ -13,7 +13,7 @@ using Texts = std::map<std::string, std::string>;
 
 // --- Win32_Processor ---
 
-class Win32Processor : public RecordedMachine, public ::testing::Test {
+class Win32Processor : public AskedMachine, public ::testing::Test {
  protected:
   void putProcessors(int packages) {
     std::string list;
@@ -36,7 +36,7 @@ class Win32Processor : public RecordedMachine, public ::testing::Test {
   }
 
   std::vector<std::string> values(const char* property) const {
-    return RecordedMachine::values("Win32_Processor", property);
+    return AskedMachine::values("Win32_Processor", property);
   }
 };
 
@@ -152,7 +152,7 @@ TEST_F(Win32Processor, IsNoneWhereTheKernelListsNone) {
 class Win32CacheMemory : public Win32Processor {
  protected:
   std::vector<std::string> values(const char* property) const {
-    return RecordedMachine::values("Win32_CacheMemory", property);
+    return AskedMachine::values("Win32_CacheMemory", property);
   }
 };
 
