@@ -8,6 +8,7 @@
 
 #include "machine/fact_text.h"
 #include "platform/linux/wmi_classes.h"
+#include "platform/portable/wmi_moniker.h"
 
 namespace veltrin {
 namespace {
@@ -135,33 +136,6 @@ class LinuxWmiService : public WmiService {
   Sources sources_;
 };
 
-// Takes a text off the start of another, whatever the case of either.
-bool takeStart(std::string_view& text, std::string_view start) {
-  if (!lowerCase(text).starts_with(start)) {
-    return false;
-  }
-  text.remove_prefix(start.size());
-  return true;
-}
-
-// The machine of "winmgmts: {how to ask}!\\MACHINE\root\cimv2"; nothing for another text.
-std::optional<std::string> machineIn(std::string_view moniker) {
-  if (!takeStart(moniker, "winmgmts:")) {
-    return std::nullopt;
-  }
-  moniker = trimmed(moniker);
-  if (moniker.starts_with("{")) {
-    const std::size_t end = moniker.find("}!");
-    moniker = end == std::string_view::npos ? "" : moniker.substr(end + 2);
-  }
-  const std::size_t end = moniker.find('\\', 2);
-  if (!moniker.starts_with("\\\\") || end == std::string_view::npos ||
-      lowerCase(moniker.substr(end)) != "\\root\\cimv2") {
-    return std::nullopt;
-  }
-  return std::string(moniker.substr(2, end - 2));
-}
-
 // A machine goes by its name with or without its domain.
 bool isThis(const std::string& wanted, const Machine& machine) {
   const std::string name = lowerCase(wanted);
@@ -172,8 +146,9 @@ bool isThis(const std::string& wanted, const Machine& machine) {
 }  // namespace
 
 std::unique_ptr<WmiService> LinuxWmi::connect(const std::string& moniker) {
-  const auto wanted = machineIn(moniker);
-  if (!wanted || !isThis(*wanted, *sources_->machine)) {
+  const auto wanted = wmiMonikerOf(moniker);
+  if (!wanted || lowerCase(wanted->spaceName) != "root\\cimv2" ||
+      !isThis(wanted->machine, *sources_->machine)) {
     throw StatementFailed("Nothing answers at " + moniker, kInvalidProcedureCall);
   }
   return std::make_unique<LinuxWmiService>(sources_);
