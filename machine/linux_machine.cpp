@@ -125,7 +125,8 @@ std::optional<FileSystemRoom> LinuxMachine::room(const std::string& folder) cons
   if (statvfs(folder.c_str(), &told) != 0) {
     return std::nullopt;
   }
-  return FileSystemRoom{told.f_frsize, told.f_blocks, told.f_bfree, told.f_bavail};
+  return FileSystemRoom{told.f_frsize,  told.f_blocks, told.f_bfree, told.f_bavail,
+                        told.f_namemax, told.f_files,  told.f_ffree};
 }
 
 std::vector<DisplayMode> LinuxMachine::displayModes(const std::string& /*card*/) const {

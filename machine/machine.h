@@ -50,7 +50,10 @@ struct FileSystemRoom {
   std::uint64_t block = 0;
   std::uint64_t total = 0;
   std::uint64_t free = 0;
-  std::uint64_t available = 0;  // to users who are not root
+  std::uint64_t available = 0;    // to users who are not root
+  std::uint64_t longestName = 0;  // of a file, in bytes; 0 where it is not told
+  std::uint64_t files = 0;        // files and folders that it has room for; 0 the same
+  std::uint64_t filesFree = 0;
 };
 
 // What a connector of a graphics card shows at present.

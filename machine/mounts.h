@@ -1,11 +1,30 @@
-// What the system was started from.
+// What is mounted where.
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "machine/file_tree.h"
 
 namespace veltrin {
+
+// A file system at the place where it is mounted (proc_pid_mountinfo(5)).
+struct Mount {
+  std::string numbers;  // of its device, "259:2"; the first is 0 where the kernel counts none
+  std::string part;     // the folder of the file system that is mounted; "/" for all of it
+  std::string folder;   // where it is
+  std::string type;     // "ext4"
+  std::string source;   // "/dev/nvme0n1p2", "server:/home"; "none" or the like without one
+  std::string options;  // of the file system, "rw,errors=remount-ro"
+};
+
+// All that this process sees, in the kernel's order, one for each folder: what is mounted there
+// last hides the rest. Plain files that are mounted are none.
+std::vector<Mount> mountsOf(const FileTree& files);
+
+// The kernel's name of the block device of a file system ("sda2", "dm-0"), which is its folder
+// in /sys/class/block; empty when it lies on none, and when /sys does not tell.
+std::string blockDeviceOf(const FileTree& files, const Mount& mount);
 
 // The device that holds /boot, or / where that is no file system of its own:
 // "/dev/nvme0n1p2". Empty when it lies on no device, as in a container.

@@ -63,5 +63,84 @@ TEST(BootDevice, IsUnknownWithoutASoundList) {
   }
 }
 
+TEST(Mounts, TellWhatIsMountedWhere) {
+  const TemporaryTree tree;
+  tree.put("/proc/self/mountinfo",
+           "25 1 259:2 /@ /my\\040home rw,relatime shared:1 master:2 - btrfs /dev/sda\\0112 "
+           "rw,errors=x\\040y\n"
+           "26 1 0:5 / /dev rw - devtmpfs none\n");
+  const std::vector<Mount> mounts = mountsOf(tree.files());
+  ASSERT_EQ(mounts.size(), 2U);
+  EXPECT_EQ(mounts[0].numbers, "259:2");
+  EXPECT_EQ(mounts[0].part, "/@");
+  EXPECT_EQ(mounts[0].folder, "/my home");
+  EXPECT_EQ(mounts[0].type, "btrfs");
+  EXPECT_EQ(mounts[0].source, "/dev/sda\t2");
+  EXPECT_EQ(mounts[0].options, "rw,errors=x y");
+  EXPECT_EQ(mounts[1].folder, "/dev");
+  EXPECT_EQ(mounts[1].options, "");
+}
+
+TEST(Mounts, DoNotTellWhatIsHidden) {
+  const TemporaryTree tree;
+  tree.put("/proc/self/mountinfo",
+           "25 1 8:1 / /a rw - ext4 /dev/sda1 rw\n"
+           "26 1 8:2 / /b rw - ext4 /dev/sda2 rw\n"
+           "27 1 8:3 / /a rw - ext4 /dev/sda3 rw\n");
+  const std::vector<Mount> mounts = mountsOf(tree.files());
+  ASSERT_EQ(mounts.size(), 2U);
+  EXPECT_EQ(mounts[0].source, "/dev/sda2");
+  EXPECT_EQ(mounts[1].source, "/dev/sda3");
+}
+
+// A file of the network's might never be told of.
+TEST(Mounts, LookForPlainFilesAmongThePartsOfDevicesAlone) {
+  const TemporaryTree tree;
+  tree.put("/a", "");
+  tree.put("/b", "");
+  tree.put("/c", "");
+  tree.put("/proc/self/mountinfo",
+           "25 1 8:1 /part /a rw - ext4 /dev/sda1 rw\n"
+           "26 1 0:50 /part /b rw - nfs server:/x rw\n"
+           "27 1 8:2 / /c rw - ext4 /dev/sda2 rw\n");
+  const std::vector<Mount> mounts = mountsOf(tree.files());
+  ASSERT_EQ(mounts.size(), 2U);
+  EXPECT_EQ(mounts[0].folder, "/b");
+  EXPECT_EQ(mounts[1].folder, "/c");
+}
+
+std::string blockDevice(const TemporaryTree& tree, const std::string& numbers,
+                        const std::string& source) {
+  return blockDeviceOf(tree.files(), {numbers, "/", "/", "btrfs", source, "rw"});
+}
+
+TEST(BlockDeviceOf, GoesByTheNumbersAndThenByTheSource) {
+  const TemporaryTree tree;
+  tree.link("/sys/dev/block/8:2", "../../devices/x/block/sda/sda2");
+  tree.put("/sys/class/block/sda3/dev", "8:3\n");
+  EXPECT_EQ(blockDevice(tree, "8:2", "/dev/sda3"), "sda2");
+  EXPECT_EQ(blockDevice(tree, "0:25", "/dev/sda3"), "sda3");
+}
+
+TEST(BlockDeviceOf, FollowsALinkInDev) {
+  const TemporaryTree tree;
+  tree.put("/sys/class/block/dm-0/dev", "254:0\n");
+  tree.link("/dev/mapper/vg-root", "../dm-0");
+  EXPECT_EQ(blockDevice(tree, "0:25", "/dev/mapper/vg-root"), "dm-0");
+}
+
+TEST(BlockDeviceOf, KnowsNamesWithASlash) {
+  const TemporaryTree tree;
+  tree.put("/sys/class/block/cciss!c0d0p1/dev", "104:1\n");
+  EXPECT_EQ(blockDevice(tree, "0:25", "/dev/cciss/c0d0p1"), "cciss!c0d0p1");
+}
+
+TEST(BlockDeviceOf, IsEmptyForWhatTheKernelDoesNotKnow) {
+  const TemporaryTree tree;
+  for (const char* source : {"/dev/sda9", "/dev/root", "none", "server:/dev/sda", ""}) {
+    EXPECT_EQ(blockDevice(tree, "0:25", source), "") << source;
+  }
+}
+
 }  // namespace
 }  // namespace veltrin
