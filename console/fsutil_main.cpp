@@ -1,0 +1,34 @@
+// fsutil for systems that have none. It needs no privilege and changes nothing.
+#include <cstdlib>
+#include <signal.h>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+#include "console/fsutil.h"
+#include "console/output.h"
+#include "machine/file_tree.h"
+#include "machine/linux_machine.h"
+
+namespace {
+
+std::string realFolder(const std::string& folder) {
+  char* path = realpath(folder.c_str(), nullptr);
+  std::string real = path != nullptr ? path : "";
+  free(path);
+  struct stat kind {};
+  return stat(real.c_str(), &kind) == 0 && S_ISDIR(kind.st_mode) ? real : std::string();
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  // A reader that is gone shows as a failed write, and the tool ends in order.
+  signal(SIGPIPE, SIG_IGN);
+  const veltrin::FileTree files;
+  const veltrin::LinuxMachine machine;
+  veltrin::FileOutput output(STDOUT_FILENO);
+  return veltrin::FsUtil(files, machine, realFolder, output)
+      .run(std::vector<std::string>(arguments + 1, arguments + count));
+}
