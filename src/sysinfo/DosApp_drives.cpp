@@ -15,6 +15,16 @@ const char* const kSection = "System";
 
 constexpr std::int16_t kPlainDiskPicture = 12;  // one that no disk gets
 
+constexpr int kInvalidUseOfNull = 94;
+
+// The service's number of a disk. One without is not disk 0: the statement fails, as it does
+// where the property cannot be read.
+const WmiValue& indexOf(const WmiObject& disk) {
+  const WmiValue& index = disk.value("Index");
+  if (index.isNull()) throw StatementFailed("Invalid use of Null", kInvalidUseOfNull);
+  return index;
+}
+
 }  // namespace
 
 void DosApp::TEST(const Loose& Mode) {
@@ -132,9 +142,9 @@ void DosApp::storeDisk(const Guard& guard, const WmiObject& disk, const std::vec
     guard.run(
         [&] { labels += (number == slots.front() ? "" : "|") + Drives.slot(number).DriveLabel; });
   }
-  guard.run([&] { Drives.PhysicalLetters(toLong(disk.value("Index").number())) = letters; });
+  guard.run([&] { Drives.PhysicalLetters(toLong(indexOf(disk).number())) = letters; });
   const auto write = [&](const std::string& key, const std::string& value) {
-    guard.run([&] { program_.writeSetting(kSection, key + disk.value("Index").text(), value); });
+    guard.run([&] { program_.writeSetting(kSection, key + indexOf(disk).text(), value); });
   };
   write("Drive", letters);
   write("Label", labels);

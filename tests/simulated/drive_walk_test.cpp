@@ -245,11 +245,19 @@ TEST_F(DriveWalkTest, WritesTheKeysOfDrivesAndDisksInTheirOrder) {
             "Type0=DVD\r\n");
 }
 
-TEST_F(DriveWalkTest, WritesTheLabelOfADriveTwice) {
+TEST_F(DriveWalkTest, WritesTheLabelOfADriveAndThenTheWordForItsKind) {
   addDrive("C:", 12, "System", 100);
+  simulation.keepJournal();
   form->Test2();
-  EXPECT_EQ(simulation.profiles.writes, 6);  // three in each of two walks
-  EXPECT_EQ(setting("C Drive Label"), "HDR");
+  Journal writes;
+  std::copy_if(simulation.journal.begin(), simulation.journal.end(), std::back_inserter(writes),
+               [](const std::string& entry) { return entry.starts_with("write "); });
+  EXPECT_THAT(writes, ElementsAre("write System/C Drive Label=System",      //
+                                  "write System/C Drive Size=822,528,000",  //
+                                  "write System/C Drive Label=HDR",         //
+                                  "write System/C Drive Label=System",      // the third does
+                                  "write System/C Drive Size=822,528,000",  // the same
+                                  "write System/C Drive Label=HDR"));
 }
 
 TEST_F(DriveWalkTest, TakesTheLettersOfDriveKeysAsTheyStand) {
@@ -395,6 +403,17 @@ TEST_F(DriveWalkTest, ADiskWithoutAnIndexIsFoundAndNotWritten) {
   EXPECT_THAT(itemsOf(form->List5), IsEmpty());
   EXPECT_THAT(itemsOf(form->List4), ElementsAre("C"));
   form->Test2();
+  EXPECT_EQ(simulation.settings(), "[System]\r\nC Drive Label=HDR\r\nC Drive Size=822,528,000\r\n");
+}
+
+TEST_F(DriveWalkTest, ADiskWhoseIndexIsNullIsNotDiskZero) {
+  addDrive("C:", 12, "System", 100);
+  addDisk(0, 1, 100 * kCylinder);
+  disks[0].properties["Index"] = WmiValue();
+  answerQueries();
+  form->Test2();
+  EXPECT_EQ(form->Drives.PhysicalLetters(0), "");
+  EXPECT_EQ(iconOf(1), "15");
   EXPECT_EQ(simulation.settings(), "[System]\r\nC Drive Label=HDR\r\nC Drive Size=822,528,000\r\n");
 }
 
