@@ -1,65 +1,15 @@
-// The room on the drives of Linux, and the letters that they have.
-#include <gmock/gmock.h>
+// The room on the drives of Linux.
+#include <condition_variable>
 #include <gtest/gtest.h>
+#include <mutex>
 #include <sys/statvfs.h>
 
-#include "platform/linux/drive_folders.h"
 #include "platform/linux/linux_drives.h"
-#include "tests/platform/scratch_folder.h"
+#include "tests/machine/block_tree.h"
+#include "tests/machine/fake_machine.h"
 
 namespace veltrin {
 namespace {
-
-using testing::ElementsAre;
-
-const char* const kMounts =
-    "proc /proc proc rw 0 0\n"
-    "/dev/sda2 / ext4 rw 0 0\n"
-    "/dev/loop3 /snap/core squashfs ro 0 0\n"
-    "/dev/sda1 /boot/efi vfat rw 0 0\n"
-    "tmpfs /run tmpfs rw 0 0\n"
-    "/dev/sdb1 /media/My\\040Stick\\134 vfat rw 0 0\n"
-    "/dev/sdb1 /srv/again vfat rw 0 0\n";
-
-TEST(DriveFolders, AreTheRootAndWhereOtherDevicesAreMounted) {
-  EXPECT_THAT(driveFolders(kMounts), ElementsAre("/", "/boot/efi", "/media/My Stick\\"));
-}
-
-TEST(DriveFolders, GiveTheDeviceOfTheRootNoSecondLetter) {
-  EXPECT_THAT(driveFolders("/dev/sda2 /sysroot ext4 rw 0 0\n"
-                           "/dev/sda2 / ext4 rw 0 0\n"
-                           "/dev/sda3 /home ext4 rw 0 0\n"),
-              ElementsAre("/", "/home"));
-}
-
-TEST(DriveFolders, HaveARootThatIsOnNoDevice) {
-  EXPECT_THAT(driveFolders("overlay / overlay rw 0 0\n"), ElementsAre("/"));
-  EXPECT_THAT(driveFolders(""), ElementsAre("/"));
-}
-
-TEST(DriveFolders, EndWithTheAlphabet) {
-  std::string mounts;
-  for (int number = 0; number < 100; ++number) {
-    mounts +=
-        "/dev/sd" + std::to_string(number) + " /m" + std::to_string(number) + " ext4 rw 0 0\n";
-  }
-  const auto folders = driveFolders(mounts);
-  EXPECT_EQ(folders.size(), 24U);
-  EXPECT_EQ(folderOfDrive("Z:", folders), "/m22");
-}
-
-TEST(FolderOfDrive, GoesByTheLetterFromCOn) {
-  const auto folders = driveFolders(kMounts);
-  EXPECT_EQ(folderOfDrive("C:", folders), "/");
-  EXPECT_EQ(folderOfDrive("d:\\", folders), "/boot/efi");
-}
-
-TEST(FolderOfDrive, IsEmptyForWhatIsNoDrive) {
-  const auto folders = driveFolders(kMounts);
-  for (const char* root : {"", "C", "A:", "F:", "C:/", "C:\\x", "\xC3\xB6:"}) {
-    EXPECT_EQ(folderOfDrive(root, folders), "") << root;
-  }
-}
 
 TEST(ClustersOf, AreTheBlocks) {
   const ClusterCount clusters = clustersOf(4096, 1000, 5000);
@@ -77,56 +27,130 @@ TEST(ClustersOf, TakeSeveralBlocksWhereTheirNumberIsTooLarge) {
 
 class LinuxDrivesTest : public testing::Test {
  protected:
-  ScratchFolder scratch;
-  std::uint32_t sectors = 1;
-  std::uint32_t bytes = 2;
-  std::uint32_t free = 3;
-  std::uint32_t total = 4;
+  LinuxDrivesTest() {
+    tree_.disk("pci0000:00/nvme/nvme0", "nvme0n1", "259:0", 1'000'000);
+    tree_.partition("nvme0n1p2", "259:2", 800'000);
+    tree_.mount("259:2", "/", "ext4", "/dev/nvme0n1p2");
+  }
+
+  LinuxDrives drives() const { return LinuxDrives(tree_.files(), machine_); }
+
+  BlockTree tree_;
+  std::shared_ptr<FakeMachine> machine_ = std::make_shared<FakeMachine>();
+  std::uint32_t sectors_ = 1;
+  std::uint32_t bytes_ = 2;
+  std::uint32_t free_ = 3;
+  std::uint32_t total_ = 4;
+  std::uint64_t toCaller_ = 5;
+  std::uint64_t all_ = 6;
+  std::uint64_t allFree_ = 7;
 };
 
-TEST_F(LinuxDrivesTest, TellTheRootFileSystem) {
+TEST_F(LinuxDrivesTest, CountTheWholeVolumeInClustersAndWhatItsUserMayTake) {
+  machine_->rooms["/"] = {4096, 96'000, 50'000, 40'000};
+  ASSERT_TRUE(drives().GetDiskFreeSpaceA("C:\\", sectors_, bytes_, free_, total_));
+  EXPECT_EQ(sectors_, 8U);
+  EXPECT_EQ(bytes_, 512U);
+  EXPECT_EQ(free_, 40'000U);
+  EXPECT_EQ(total_, 100'000U);
+}
+
+TEST_F(LinuxDrivesTest, CountTheWholeVolumeInBytes) {
+  machine_->rooms["/"] = {4096, 96'000, 50'000, 40'000};
+  ASSERT_TRUE(drives().GetDiskFreeSpaceExA("c:", toCaller_, all_, allFree_));
+  EXPECT_EQ(toCaller_, 163'840'000U);
+  EXPECT_EQ(all_, 409'600'000U);
+  EXPECT_EQ(allFree_, 204'800'000U);
+}
+
+TEST_F(LinuxDrivesTest, RefuseADriveThatIsNotThereAndLeaveWhatTheyWereGiven) {
+  machine_->rooms["/"] = {4096, 96'000, 50'000, 40'000};
+  EXPECT_FALSE(drives().GetDiskFreeSpaceA("D:\\", sectors_, bytes_, free_, total_));
+  EXPECT_EQ(sectors_, 1U);
+  EXPECT_EQ(bytes_, 2U);
+  EXPECT_EQ(free_, 3U);
+  EXPECT_EQ(total_, 4U);
+  EXPECT_FALSE(drives().GetDiskFreeSpaceExA("D:", toCaller_, all_, allFree_));
+  EXPECT_EQ(toCaller_, 5U);
+  EXPECT_EQ(all_, 6U);
+  EXPECT_EQ(allFree_, 7U);
+}
+
+TEST_F(LinuxDrivesTest, RefuseADriveWhoseRoomTheSystemDoesNotTell) {
+  EXPECT_FALSE(drives().GetDiskFreeSpaceA("C:\\", sectors_, bytes_, free_, total_));
+  EXPECT_FALSE(drives().GetDiskFreeSpaceExA("C:", toCaller_, all_, allFree_));
+}
+
+TEST_F(LinuxDrivesTest, SeeADriveThatCameLater) {
+  machine_->rooms["/home"] = {4096, 25'000, 3, 2};
+  LinuxDrives drives(tree_.files(), machine_);
+  EXPECT_FALSE(drives.GetDiskFreeSpaceA("D:\\", sectors_, bytes_, free_, total_));
+  tree_.mount("0:50", "/home", "nfs", "server:/home");
+  EXPECT_TRUE(drives.GetDiskFreeSpaceA("D:\\", sectors_, bytes_, free_, total_));
+  EXPECT_EQ(total_, 25'000U);
+}
+
+// A server that is gone: the answer about its folder does not come until it is let go.
+class SilentServer : public FakeMachine {
+ public:
+  std::optional<FileSystemRoom> room(const std::string& folder) const override {
+    if (folder == "/") return FileSystemRoom{4096, 96'000, 50'000, 40'000};
+    std::unique_lock lock(mutex_);
+    ++asked_;
+    changed_.notify_all();
+    changed_.wait(lock, [&] { return back_; });
+    --asked_;
+    changed_.notify_all();
+    return FileSystemRoom{4096, 10, 5, 4};
+  }
+
+  // Lets all answers go, and waits until they have.
+  void comeBack() {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [&] { return asked_ > 0; });
+    back_ = true;
+    changed_.notify_all();
+    changed_.wait(lock, [&] { return asked_ == 0; });
+  }
+
+ private:
+  mutable std::mutex mutex_;
+  mutable std::condition_variable changed_;
+  mutable int asked_ = 0;
+  bool back_ = false;
+};
+
+TEST_F(LinuxDrivesTest, DoNotWaitForAServerThatIsGone) {
+  const auto server = std::make_shared<SilentServer>();
+  tree_.mount("0:50", "/share", "nfs", "server:/share");
+  LinuxDrives drives(tree_.files(), server, LinuxDrives::Patience(5));
+  EXPECT_FALSE(drives.GetDiskFreeSpaceA("D:\\", sectors_, bytes_, free_, total_));
+  EXPECT_EQ(total_, 4U);
+  EXPECT_TRUE(drives.GetDiskFreeSpaceA("C:\\", sectors_, bytes_, free_, total_));
+  server->comeBack();
+}
+
+// --- On the machine of the test ---
+
+TEST(LinuxDrivesHere, TellTheRootFileSystem) {
   struct statvfs told {};
   ASSERT_EQ(statvfs("/", &told), 0);
+  const std::uint64_t blocks = std::uint64_t{told.f_blocks} * told.f_frsize;
   std::uint64_t toCaller = 0;
   std::uint64_t all = 0;
   std::uint64_t allFree = 0;
   ASSERT_TRUE(LinuxDrives().GetDiskFreeSpaceExA("C:", toCaller, all, allFree));
-  EXPECT_EQ(all, std::uint64_t{told.f_blocks} * told.f_frsize);
+  EXPECT_GE(all, blocks);
   EXPECT_LE(toCaller, allFree);
   EXPECT_LE(allFree, all);
+  std::uint32_t sectors = 0;
+  std::uint32_t bytes = 0;
+  std::uint32_t free = 0;
+  std::uint32_t total = 0;
   ASSERT_TRUE(LinuxDrives().GetDiskFreeSpaceA("C:\\", sectors, bytes, free, total));
   EXPECT_EQ(bytes, 512U);
   EXPECT_LE(free, total);
   EXPECT_NEAR(static_cast<double>(total) * sectors * bytes, static_cast<double>(all), 1e6);
-}
-
-TEST_F(LinuxDrivesTest, RefuseADriveThatIsNotThereAndLeaveWhatTheyWereGiven) {
-  LinuxDrives drives(scratch.path("none"));
-  EXPECT_FALSE(drives.GetDiskFreeSpaceA("D:\\", sectors, bytes, free, total));
-  EXPECT_EQ(sectors, 1U);
-  EXPECT_EQ(bytes, 2U);
-  EXPECT_EQ(free, 3U);
-  EXPECT_EQ(total, 4U);
-  std::uint64_t toCaller = 5;
-  std::uint64_t all = 6;
-  std::uint64_t allFree = 7;
-  EXPECT_FALSE(drives.GetDiskFreeSpaceExA("D:", toCaller, all, allFree));
-  EXPECT_EQ(toCaller, 5U);
-  EXPECT_EQ(all, 6U);
-  EXPECT_EQ(allFree, 7U);
-}
-
-TEST_F(LinuxDrivesTest, RefuseADriveWhoseFolderIsGone) {
-  scratch.fill("mounts", "/dev/sdx1 " + scratch.path("gone") + " ext4 rw 0 0\n");
-  EXPECT_FALSE(
-      LinuxDrives(scratch.path("mounts")).GetDiskFreeSpaceA("D:\\", sectors, bytes, free, total));
-}
-
-TEST_F(LinuxDrivesTest, SeeADriveThatCameLater) {
-  LinuxDrives drives(scratch.path("mounts"));
-  EXPECT_FALSE(drives.GetDiskFreeSpaceA("D:\\", sectors, bytes, free, total));
-  scratch.fill("mounts", "/dev/sdx1 " + scratch.folder().string() + " ext4 rw 0 0\n");
-  EXPECT_TRUE(drives.GetDiskFreeSpaceA("D:\\", sectors, bytes, free, total));
 }
 
 }  // namespace

@@ -1,21 +1,15 @@
 #include "platform/linux/linux_drives.h"
 
 #include <algorithm>
-#include <fstream>
+#include <future>
 #include <limits>
-#include <sstream>
-#include <sys/statvfs.h>
-
-#include "platform/linux/drive_folders.h"
+#include <system_error>
+#include <thread>
 
 namespace veltrin {
 namespace {
 
 constexpr std::uint32_t kSector = 512;  // bytes
-
-bool ask(const std::string& folder, struct statvfs& told) {
-  return !folder.empty() && statvfs(folder.c_str(), &told) == 0;
-}
 
 }  // namespace
 
@@ -33,9 +27,9 @@ ClusterCount clustersOf(std::uint64_t blockSize, std::uint64_t free, std::uint64
 bool LinuxDrives::GetDiskFreeSpaceA(const std::string& Root, std::uint32_t& SectorsPerCluster,
                                     std::uint32_t& BytesPerSector, std::uint32_t& FreeClusters,
                                     std::uint32_t& TotalClusters) {
-  struct statvfs told {};
-  if (!ask(folderOf(Root), told)) return false;
-  const ClusterCount clusters = clustersOf(told.f_frsize, told.f_bavail, told.f_blocks);
+  const auto told = room(Root);
+  if (!told) return false;
+  const ClusterCount clusters = clustersOf(told->block, told->available, told->total);
   SectorsPerCluster = clusters.sectorsPerCluster;
   BytesPerSector = kSector;
   FreeClusters = clusters.free;
@@ -45,19 +39,36 @@ bool LinuxDrives::GetDiskFreeSpaceA(const std::string& Root, std::uint32_t& Sect
 
 bool LinuxDrives::GetDiskFreeSpaceExA(const std::string& Root, std::uint64_t& FreeToCaller,
                                       std::uint64_t& Total, std::uint64_t& Free) {
-  struct statvfs told {};
-  if (!ask(folderOf(Root), told)) return false;
-  FreeToCaller = std::uint64_t{told.f_bavail} * told.f_frsize;
-  Total = std::uint64_t{told.f_blocks} * told.f_frsize;
-  Free = std::uint64_t{told.f_bfree} * told.f_frsize;
+  const auto told = room(Root);
+  if (!told) return false;
+  FreeToCaller = told->available * told->block;
+  Total = told->total * told->block;
+  Free = told->free * told->block;
   return true;
 }
 
 // What is mounted may have changed since the last question.
-std::string LinuxDrives::folderOf(const std::string& root) const {
-  std::ostringstream table;
-  table << std::ifstream(mounts_).rdbuf();
-  return folderOfDrive(root, driveFolders(table.str()));
+std::optional<FileSystemRoom> LinuxDrives::room(const std::string& root) const {
+  const auto volume = volumeAt(files_, root);
+  if (!volume) return std::nullopt;
+  return volume->kind == VolumeKind::Network ? roomInTime(*volume)
+                                             : roomOf(files_, *machine_, *volume);
+}
+
+// A thread whose answer nobody waits for any more ends with it, whenever that comes.
+std::optional<FileSystemRoom> LinuxDrives::roomInTime(const Volume& volume) const {
+  std::promise<std::optional<FileSystemRoom>> promise;
+  auto answer = promise.get_future();
+  try {
+    std::thread([files = files_, machine = machine_, volume,
+                 promise = std::move(promise)]() mutable {
+      promise.set_value(roomOf(files, *machine, volume));
+    }).detach();
+  } catch (const std::system_error&) {
+    return std::nullopt;
+  }
+  if (answer.wait_for(patience_) != std::future_status::ready) return std::nullopt;
+  return answer.get();
 }
 
 }  // namespace veltrin

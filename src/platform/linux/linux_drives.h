@@ -1,19 +1,35 @@
 // The room on the drives of Linux.
 #pragma once
 
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
+#include "machine/file_tree.h"
+#include "machine/linux_machine.h"
+#include "machine/machine.h"
+#include "machine/volumes.h"
 #include "platform/drives.h"
 
 namespace veltrin {
 
-// Asks the file systems (statvfs(3)) that bear the letters of drive_folders.h. A cluster is
-// a file system's block, and on one of more than 2^32 blocks several of them.
+// The drives are those of machine/volumes.h, which also tells what counts as their room. A
+// cluster is a file system's block, and on one of more than 2^32 blocks several of them.
+//
+// A server that is gone would hold up whoever asks for the room on it, for ever. So drives of
+// the network are asked on a thread beside, and one that does not answer in time is refused.
 class LinuxDrives : public Drives {
  public:
-  // `mounts` is the kernel's table of what is mounted.
-  explicit LinuxDrives(std::string mounts = "/proc/self/mounts") : mounts_(std::move(mounts)) {}
+  using Patience = std::chrono::milliseconds;
+  static constexpr Patience kPatience{1000};
+
+  explicit LinuxDrives(FileTree files = FileTree(),
+                       std::shared_ptr<const Machine> machine = std::make_shared<LinuxMachine>(),
+                       Patience patience = kPatience)
+      : files_(std::move(files)), machine_(std::move(machine)), patience_(patience) {}
 
   bool GetDiskFreeSpaceA(const std::string& Root, std::uint32_t& SectorsPerCluster,
                          std::uint32_t& BytesPerSector, std::uint32_t& FreeClusters,
@@ -22,9 +38,12 @@ class LinuxDrives : public Drives {
                            std::uint64_t& Total, std::uint64_t& Free) override;
 
  private:
-  std::string folderOf(const std::string& root) const;
+  std::optional<FileSystemRoom> room(const std::string& root) const;
+  std::optional<FileSystemRoom> roomInTime(const Volume& volume) const;
 
-  std::string mounts_;
+  FileTree files_;
+  std::shared_ptr<const Machine> machine_;
+  Patience patience_;
 };
 
 // Blocks of a file system as clusters that fit into 32 bits.
