@@ -206,6 +206,17 @@ TEST_F(FsUtilTest, TakesAFolderForWhatItLiesOn) {
   EXPECT_THAT(run({"fsinfo", "volumeinfo", "../data"}), HasSubstr("Mounted At : /\r\n"));
 }
 
+TEST_F(FsUtilTest, FindsWhatAFolderLiesOnInAnyOrderOfTheList) {
+  BlockTree tree;
+  tree.mount("0:21", "/proc", "proc", "proc");
+  tree.mount("0:22", "/", "overlay", "overlay");
+  const FileTree files = tree.files();
+  KeptOutput output;
+  const auto same = [](const std::string& folder) { return folder; };
+  FsUtil(files, machine_, same, output).run({"fsinfo", "volumeinfo", "/proc/self"});
+  EXPECT_THAT(output.text, HasSubstr("Mounted At : /proc\r\n"));
+}
+
 TEST_F(FsUtilTest, CallsAFolderAsItIsWritten) {
   folders_["/root"] = "/root";
   EXPECT_EQ(run({"dirty", "query", "/root"}), "Volume - /root is NOT Dirty\r\n[0]");
