@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "hardware_database_file.h"
+#include "journal_file.h"
 #include "machine/fact_text.h"
 #include "recorded_devices.h"
 #include "recording_bytes.h"
@@ -59,6 +60,7 @@ class Unpacking {
         Kind{"written", &Unpacking::written},
         Kind{"smbios", &Unpacking::smbios},
         Kind{"hwdb", &Unpacking::hardware},
+        Kind{"journal", &Unpacking::journal},
         Kind{"host", &Unpacking::host},
         Kind{"kernel", &Unpacking::kernel},
         Kind{"architecture", &Unpacking::architecture},
@@ -78,8 +80,12 @@ class Unpacking {
     (this->*kind->unpack)(section);
   }
 
-  // Writes what has been gathered of all sections.
-  void end() {
+  // Writes what has been gathered of all sections. Returns what cannot be written here.
+  std::string end() {
+    const bool canTell = messages_.empty() || canMakeJournals();
+    if (!messages_.empty() && canTell) {
+      EXPECT_TRUE(makeJournal(recorded_.tree, messages_)) << "no journal was made";
+    }
     if (!smbios_.empty()) {
       recorded_.tree.put("/sys/firmware/dmi/tables/DMI", smbios_ + smbiosEnd());
     }
@@ -92,6 +98,7 @@ class Unpacking {
           std::chrono::sys_seconds(std::chrono::seconds(seconds)));
       std::filesystem::last_write_time(recorded_.tree.real(path), moment);
     }
+    return canTell ? "" : "systemd-journal-remote is not installed";
   }
 
  private:
@@ -174,6 +181,30 @@ class Unpacking {
       hardware_.push_back({section.rest, " " + line.text.substr(0, equals),
                            line.text.substr(equals + 1), static_cast<std::uint32_t>(line.number)});
     }
+  }
+
+  void journal(const Section& section) {
+    std::string rest = section.kind + " " + section.rest;
+    const Repetition repetition = takeRepetition(rest, section.line);
+    for (std::uint64_t number = repetition.first; number <= repetition.last; ++number) {
+      for (const RecordingLine& line : section.body) {
+        messages_.push_back(
+            messageIn({line.number, filledIn(line.text, repetition, number, line.number)}));
+      }
+    }
+  }
+
+  // In the journal's export form.
+  static std::string messageIn(const RecordingLine& line) {
+    const std::vector<std::string_view> words = wordsOf(line.text);
+    const std::size_t colon = line.text.find(": ");
+    if (words.size() < 4 || colon == std::string::npos || !words[2].ends_with(":")) {
+      throw RecordingMistake(line.number, "no message of the journal: " + line.text);
+    }
+    return "MESSAGE=" + line.text.substr(colon + 2) +
+           "\nPRIORITY=" + std::to_string(numberIn(words[1], line.number)) +
+           "\nSYSLOG_FACILITY=" + std::to_string(numberIn(words[0], line.number)) +
+           "\nSYSLOG_IDENTIFIER=" + std::string(words[2].substr(0, words[2].size() - 1)) + "\n";
   }
 
   void host(const Section& section) { recorded_.machine.kernelFacts.host = section.rest; }
@@ -300,6 +331,7 @@ class Unpacking {
                                    std::size_t line) { makeLink(path, target, line); }}};
   std::string smbios_;
   std::vector<DatabaseEntry> hardware_;
+  std::vector<std::string> messages_;
   std::vector<std::pair<std::string, std::uint64_t>> written_;
 };
 
@@ -329,7 +361,7 @@ void RecordedMachine::unpack(std::string_view text, const std::string& name) {
         tell(mistake);
       }
     }
-    unpacking.end();
+    lacks_ = unpacking.end();
   } catch (const RecordingMistake& mistake) {
     tell(mistake);
   }

@@ -28,6 +28,9 @@ namespace veltrin {
 //   smbios TYPE HANDLE           a structure of the firmware's table; its fields stand below, as
 //                                recording_bytes.h tells. All make /sys/firmware/dmi/tables/DMI.
 //   hwdb PATTERN                 devices that the hardware database knows; NAME=VALUE below
+//   journal [repeated 0-95]      messages of the journal, the oldest first, as
+//                                  FACILITY PRIORITY PROGRAM: MESSAGE
+//                                in the numbers of RFC 5424 section 6.2.1
 //   host NAME                    what uname(2) tells
 //   kernel RELEASE VERSION
 //   architecture NAME
@@ -57,6 +60,9 @@ class RecordedMachine {
   // What is wrong, as "NAME:LINE: what".
   const std::vector<std::string>& mistakes() const { return mistakes_; }
 
+  // What of it cannot be made on this computer, in words; empty when all is there.
+  const std::string& lacks() const { return lacks_; }
+
   TemporaryTree tree;
   FakeMachine machine;
   std::vector<std::pair<std::string, std::string>> printers;  // names and descriptions
@@ -65,6 +71,7 @@ class RecordedMachine {
   void unpack(std::string_view text, const std::string& name);
 
   std::vector<std::string> mistakes_;
+  std::string lacks_;
 };
 
 // The recorded machines of the tests by their names, "laptop", sorted.

@@ -1,5 +1,6 @@
 #include "recorded_machine.h"
 
+#include <cstdio>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -163,6 +164,23 @@ TEST(RecordedMachine, TheDatabaseKnowsItsDevices) {
             "Example=Works");
 }
 
+TEST(RecordedMachine, TheJournalHasItsMessages) {
+  const RecordedMachine recorded("journal repeated 1-3\n  0 4 kernel: event {n}: all is well\n",
+                                 "test");
+  EXPECT_THAT(recorded.mistakes(), IsEmpty());
+  if (!recorded.lacks().empty()) GTEST_SKIP() << recorded.lacks();
+  const std::string folder =
+      recorded.tree.real("/var/log/journal/00112233445566778899aabbccddeeff");
+  FILE* tool = popen(("journalctl -q -o short-unix --directory=" + folder).c_str(), "r");
+  ASSERT_NE(tool, nullptr);
+  std::string printed;
+  for (int byte = 0; (byte = fgetc(tool)) != EOF;) printed += static_cast<char>(byte);
+  if (pclose(tool) != 0) GTEST_SKIP() << "journalctl does not run here";
+  EXPECT_THAT(printed, ::testing::ContainsRegex("kernel: event 1: all is well\n"
+                                                ".*kernel: event 2: all is well\n"
+                                                ".*kernel: event 3: all is well\n"));
+}
+
 TEST(RecordedMachine, TheKernelTellsWhatItIs) {
   const RecordedMachine recorded("host a.example\nkernel 6.1.0 #1 SMP X\narchitecture riscv64\n",
                                  "test");
@@ -255,6 +273,8 @@ INSTANTIATE_TEST_SUITE_P(
         Mistake{"smbios 1 2\n  0xFE word 1\n", "test.machine:2: a field outside of its structure"},
         Mistake{"smbios 1 2\n  0x04 byte x\n", "test.machine:2: no number: \"x\""},
         Mistake{"hwdb a*\n  b\n", "test.machine:2: no property: b"},
+        Mistake{"journal\n  0 kernel: text\n",
+                "test.machine:2: no message of the journal: 0 kernel: text"},
         Mistake{"environment a\n", "test.machine:1: no variable: a"},
         Mistake{"interface 2\n", "test.machine:1: an interface has an index and a name"},
         Mistake{"interface 2 a\n  192.0.2.7\n",

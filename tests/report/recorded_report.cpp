@@ -105,7 +105,7 @@ int writeReports(const std::string& folder) {
     std::ofstream file(path, std::ios::binary);
     file << wholeReport(recorded);
     file.close();
-    const bool isWritten = file.good() && recorded.mistakes().empty();
+    const bool isWritten = file.good() && recorded.mistakes().empty() && recorded.lacks().empty();
     std::printf("%s %s\n", isWritten ? "written:" : "NOT written:", path.c_str());
     if (!isWritten) code = EXIT_FAILURE;
   }

@@ -20,7 +20,7 @@ std::string wholeReport(const RecordedMachine& recorded);
 std::string reportFile(const std::string& folder, const std::string& machine);
 
 // Writes the reports of all recorded machines into a folder. Returns the exit code of a program:
-// other than 0 when a recording is wrong, or a file cannot be written.
+// other than 0 when a recording is wrong or cannot be made here, or a file cannot be written.
 int writeReports(const std::string& folder);
 
 }  // namespace veltrin
