@@ -70,6 +70,7 @@ class Unpacking {
         Kind{"interface", &Unpacking::interface},
         Kind{"room", &Unpacking::room},
         Kind{"screen", &Unpacking::screen},
+        Kind{"setting", &Unpacking::setting},
         Kind{"printer", &Unpacking::printer},
     };
     const auto* kind = std::find_if(kKinds.begin(), kKinds.end(),
@@ -289,6 +290,16 @@ class Unpacking {
         {std::string(words[1]), number(2), number(3), number(4), number(5)});
   }
 
+  void setting(const Section& section) {
+    const std::vector<std::string_view> words = wordsOf(section.rest);
+    if (words.size() < 3) {
+      throw RecordingMistake(section.line, "a setting has a schema, a key and a value");
+    }
+    const auto value = static_cast<std::size_t>(words[2].data() - section.rest.data());
+    recorded_.settings[std::string(words[0]) + " " + std::string(words[1])] =
+        section.rest.substr(value);
+  }
+
   void printer(const Section& section) {
     recorded_.printers.emplace_back(section.rest,
                                     section.body.empty() ? "" : section.body.front().text);
@@ -346,6 +357,12 @@ RecordedMachine::RecordedMachine(const std::string& path) {
 
 RecordedMachine::RecordedMachine(std::string_view text, const std::string& name) {
   unpack(text, name);
+}
+
+std::optional<std::string> RecordedMachine::setting(const std::string& schema,
+                                                    const std::string& key) const {
+  const auto found = settings.find(schema + " " + key);
+  return found == settings.end() ? std::nullopt : std::optional(found->second);
 }
 
 void RecordedMachine::unpack(std::string_view text, const std::string& name) {

@@ -2,6 +2,8 @@
 // their files, and what else may be asked of it.
 #pragma once
 
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -42,6 +44,7 @@ namespace veltrin {
 //                                "running" stands below it, too, when it is
 //   room FOLDER BLOCK TOTAL FREE AVAILABLE   the blocks of a file system
 //   screen CARD CONNECTOR WIDTH HEIGHT REFRESH DEPTH
+//   setting SCHEMA KEY VALUE     a setting of GNOME and its kin; a text stands as it is
 //   printer NAME                 a printer; its description stands below
 //
 // PATH and FOLDER of file, in, link and folder may hold a range, /sys/cpu/cpu{0-95}, which stands
@@ -63,9 +66,13 @@ class RecordedMachine {
   // What of it cannot be made on this computer, in words; empty when all is there.
   const std::string& lacks() const { return lacks_; }
 
+  // A setting of GNOME and its kin by its schema and key; nothing when there is none.
+  std::optional<std::string> setting(const std::string& schema, const std::string& key) const;
+
   TemporaryTree tree;
   FakeMachine machine;
   std::vector<std::pair<std::string, std::string>> printers;  // names and descriptions
+  std::map<std::string, std::string> settings;                // by "SCHEMA KEY"
 
  private:
   void unpack(std::string_view text, const std::string& name);

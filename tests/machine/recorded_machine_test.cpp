@@ -228,6 +228,12 @@ TEST(RecordedMachine, ScreensAndFileSystemsAreAskedOfIt) {
               ElementsAre(std::pair<std::string, std::string>("Office", "In the hall")));
 }
 
+TEST(RecordedMachine, SettingsAreKnownBySchemaAndKey) {
+  const RecordedMachine recorded("setting org.example.ground file  a picture.png\n", "test");
+  EXPECT_EQ(recorded.setting("org.example.ground", "file"), "a picture.png");
+  EXPECT_EQ(recorded.setting("org.example.ground", "colour"), std::nullopt);
+}
+
 TEST(RecordedMachine, AFileWasWrittenWhenItIsTold) {
   const RecordedMachine recorded("file /a/b\nwritten /a/b 1000000000\nwritten /a 900000000\n",
                                  "test");
@@ -275,6 +281,7 @@ INSTANTIATE_TEST_SUITE_P(
         Mistake{"hwdb a*\n  b\n", "test.machine:2: no property: b"},
         Mistake{"journal\n  0 kernel: text\n",
                 "test.machine:2: no message of the journal: 0 kernel: text"},
+        Mistake{"setting a b\n", "test.machine:1: a setting has a schema, a key and a value"},
         Mistake{"environment a\n", "test.machine:1: no variable: a"},
         Mistake{"interface 2\n", "test.machine:1: an interface has an index and a name"},
         Mistake{"interface 2 a\n  192.0.2.7\n",
