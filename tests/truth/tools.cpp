@@ -104,6 +104,16 @@ std::string InxiSection::value(const std::string& name) const {
   return all.empty() ? "" : all.front();
 }
 
+// What belongs to a device stands behind it.
+std::vector<std::string> InxiSection::devices(bool withUsb) const {
+  std::vector<std::string> devices;
+  for (const auto& [name, value] : facts_) {
+    if (name == "Device") devices.push_back(value);
+    if (name == "type" && value == "USB" && !withUsb && !devices.empty()) devices.pop_back();
+  }
+  return devices;
+}
+
 std::vector<WmiObject> objectsOf(const std::string& name) {
   LinuxWmi wmi(
       {FileTree(), std::make_shared<LinuxMachine>(), [] { return std::vector<PrinterFacts>(); }});

@@ -3,6 +3,8 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "machine/fact_text.h"
@@ -30,6 +32,9 @@ class InxiSection {
 
   // The first of them, empty when there is none.
   std::string value(const std::string& name) const;
+
+  // The names of the devices of a section, without those on USB unless they are wanted.
+  std::vector<std::string> devices(bool withUsb) const;
 
  private:
   std::vector<std::pair<std::string, std::string>> facts_;
