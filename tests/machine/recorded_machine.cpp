@@ -112,7 +112,7 @@ class Unpacking {
       for (std::uint64_t number = repetition.first; number <= repetition.last; ++number) {
         for (const RecordingLine& line : section.body) {
           const std::string once = filledIn(line.text, repetition, number, line.number);
-          content += filledIn(once, range, each, line.number) + "\n";
+          content.append(filledIn(once, range, each, line.number)).append("\n");
         }
       }
       put(filledIn(path, range, each, section.line), content, section.line);
@@ -132,15 +132,17 @@ class Unpacking {
   // Makes the small files and links of a folder.
   void filesIn(const std::string& folder, const std::vector<RecordingLine>& lines,
                const Repetition& range, std::uint64_t number) {
+    const std::string start = folder + "/";
+    std::string path;
     for (const RecordingLine& line : lines) {
       const std::string text = filledIn(line.text, range, number, line.number);
       if (text.find(" -> ") != std::string::npos) {
         const auto [name, target] = linkIn(text, line.number);
-        makeLink(folder + "/" + name, target, line.number);
+        makeLink(path.assign(start).append(name), target, line.number);
       } else if (!trimmed(text).empty() && !text.starts_with("#")) {
-        const std::string name(text.substr(0, text.find(' ')));
-        const std::string value(trimmed(std::string_view(text).substr(name.size())));
-        put(folder + "/" + name, value + "\n", line.number);
+        const std::string_view name = std::string_view(text).substr(0, text.find(' '));
+        std::string value(trimmed(std::string_view(text).substr(name.size())));
+        put(path.assign(start).append(name), value.append("\n"), line.number);
       }
     }
   }

@@ -52,6 +52,7 @@ class RecordedParts {
   static std::vector<PrinterFacts> printersOf(
       const std::vector<std::pair<std::string, std::string>>& printers) {
     std::vector<PrinterFacts> facts;
+    facts.reserve(printers.size());
     for (const auto& [name, description] : printers) facts.push_back({name, description});
     return facts;
   }
@@ -102,10 +103,13 @@ int writeReports(const std::string& folder) {
   for (const std::string& machine : recordedMachines()) {
     const RecordedMachine recorded(recordingsFolder() + machine + ".machine");
     const std::string path = reportFile(folder, machine);
-    std::ofstream file(path, std::ios::binary);
-    file << wholeReport(recorded);
-    file.close();
-    const bool isWritten = file.good() && recorded.mistakes().empty() && recorded.lacks().empty();
+    bool isWritten = recorded.mistakes().empty() && recorded.lacks().empty();
+    if (isWritten) {
+      std::ofstream file(path, std::ios::binary);
+      file << wholeReport(recorded);
+      file.close();
+      isWritten = file.good();
+    }
     std::printf("%s %s\n", isWritten ? "written:" : "NOT written:", path.c_str());
     if (!isWritten) code = EXIT_FAILURE;
   }
