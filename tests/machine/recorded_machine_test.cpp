@@ -45,6 +45,10 @@ TEST(RecordedMachine, ARepeatedFileHasItsLinesForEachNumber) {
             "n 0, 1 {x}\nn 1, 11 {x}\nn 2, 1 {x}\n");
 }
 
+TEST(RecordedMachine, ANumberIsCalculatedFromTheLeftToTheRight) {
+  EXPECT_EQ(fileOf("file /a repeated 7-7\n  {n-1*2+10/4%3}\n", "/a"), "2\n");
+}
+
 TEST(RecordedMachine, BracesOfAFileThatIsNotRepeatedStay) {
   EXPECT_EQ(fileOf("file /a\n  {n}\n", "/a"), "{n}\n");
 }
