@@ -16,6 +16,25 @@ namespace veltrin {
 
 class Simulation {
  public:
+  // Parts of the platform that a test has of its own; where there is none, the simulated one.
+  struct OwnParts {
+    Wmi* wmi = nullptr;
+    Drives* drives = nullptr;
+    ProcessList* processList = nullptr;
+  };
+
+  Simulation() = default;
+  explicit Simulation(const OwnParts& parts) : own_(parts) {}
+
+ private:
+  template <class Part>
+  static Part& chosen(Part* own, Part& simulated) {
+    return own == nullptr ? simulated : *own;
+  }
+
+  OwnParts own_;
+
+ public:
   SimulatedLoop loop;
   SimulatedDesktop desktop{loop};
   SimulatedClock clock{loop};
@@ -34,9 +53,26 @@ class Simulation {
   SimulatedPrinters printers;
   SimulatedDrives drives;
   SimulatedProcessList processList;
-  Platform platform{loop,      loop,       clock,       desktop, files,       processes, profiles,
-                    registry,  shell,      environment, sockets, counters,    wmi,       icmp,
-                    downloads, interfaces, printers,    drives,  processList, "Veltrin"};
+  Platform platform{loop,
+                    loop,
+                    clock,
+                    desktop,
+                    files,
+                    processes,
+                    profiles,
+                    registry,
+                    shell,
+                    environment,
+                    sockets,
+                    counters,
+                    chosen<Wmi>(own_.wmi, wmi),
+                    icmp,
+                    downloads,
+                    interfaces,
+                    printers,
+                    chosen<Drives>(own_.drives, drives),
+                    chosen<ProcessList>(own_.processList, processList),
+                    "Veltrin"};
 
   // Keeps what the program asks of all parts of the platform from now on, in one order.
   void keepJournal();
