@@ -251,8 +251,12 @@ void readPlasmaWallpaper(DesktopFacts& facts, const std::string& text) {
     }
     // By the modes of Qt's Image: 0 is stretched, 3 to 5 repeat the picture.
     const auto mode = wholeNumber(containment.fill);
-    const auto stretched = mode ? std::optional(*mode == 0) : std::nullopt;
-    const auto tiled = mode ? std::optional(*mode >= 3 && *mode <= 5) : std::nullopt;
+    std::optional<bool> stretched;
+    std::optional<bool> tiled;
+    if (mode) {
+      stretched = *mode == 0;
+      tiled = *mode >= 3 && *mode <= 5;
+    }
     setWallpaper(facts, pathOf(containment.image), stretched, tiled);
     return;
   }

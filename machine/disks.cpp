@@ -184,7 +184,8 @@ std::vector<Disk> disksOf(const FileTree& files) {
   }
   std::vector<Disk> disks;
   for (const std::string& name : files.names("/sys/block")) {
-    if (isDisk(files, name)) {
+    // A disk that its bus has just lost, or whose folder a container hides, has no size file.
+    if (isDisk(files, name) && files.read(kClass + name + "/size")) {
       disks.push_back(diskOf(files, name, mounted));
     }
   }

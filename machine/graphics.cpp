@@ -128,7 +128,11 @@ class Cards {
     }
     for (const Screen& screen : screens_) {
       if (std::find(slots_.begin(), slots_.end(), screen.slot) == slots_.end()) {
-        cards.push_back(cardBeside(screen));
+        GraphicsCard card = cardBeside(screen);
+        // Of what has no device, as in a container, nothing is known but a folder's name.
+        if (!card.name.empty() || card.shown.width != 0) {
+          cards.push_back(std::move(card));
+        }
       }
     }
     if (cards.empty() && !files_.line(kFrameBuffer + "name").empty()) {

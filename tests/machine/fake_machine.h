@@ -43,7 +43,7 @@ class FakeMachine : public Machine {
 
   std::optional<Id128> applicationId(const Id128& application) const override {
     const auto found = ids.find(application);
-    return found == ids.end() ? std::nullopt : std::optional(found->second);
+    return found == ids.end() ? anyId : std::optional(found->second);
   }
 
   std::vector<DisplayMode> displayModes(const std::string& card) const override {
@@ -59,6 +59,7 @@ class FakeMachine : public Machine {
   std::optional<std::int64_t> rootBorn;
   std::optional<std::vector<NetworkInterface>> network;
   std::map<Id128, Id128> ids;                               // by the programs' constants
+  std::optional<Id128> anyId;                               // for every other program
   std::map<std::string, FileSystemRoom> rooms;              // by their folders
   std::map<std::string, std::vector<DisplayMode>> screens;  // by the cards
 };

@@ -62,6 +62,7 @@ class Unpacking {
         Kind{"hwdb", &Unpacking::hardware},
         Kind{"journal", &Unpacking::journal},
         Kind{"host", &Unpacking::host},
+        Kind{"identity", &Unpacking::identity},
         Kind{"kernel", &Unpacking::kernel},
         Kind{"architecture", &Unpacking::architecture},
         Kind{"clock", &Unpacking::clock},
@@ -211,6 +212,19 @@ class Unpacking {
   }
 
   void host(const Section& section) { recorded_.machine.kernelFacts.host = section.rest; }
+
+  void identity(const Section& section) {
+    Id128 id{};
+    const bool isWhole = section.rest.size() == 2 * id.size();
+    for (std::size_t i = 0; i < id.size(); ++i) {
+      const auto byte = isWhole ? wholeNumber(section.rest.substr(2 * i, 2), 16) : std::nullopt;
+      if (!byte) {
+        throw RecordingMistake(section.line, "no 32 hexadecimal digits: " + section.rest);
+      }
+      id[i] = static_cast<std::uint8_t>(*byte);
+    }
+    recorded_.machine.anyId = id;
+  }
 
   void kernel(const Section& section) {
     const std::size_t end = section.rest.find(' ');

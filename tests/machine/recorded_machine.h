@@ -34,6 +34,7 @@ namespace veltrin {
 //                                  FACILITY PRIORITY PROGRAM: MESSAGE
 //                                in the numbers of RFC 5424 section 6.2.1
 //   host NAME                    what uname(2) tells
+//   identity DIGITS              what programs are told of the machine's ID, 32 hexadecimal digits
 //   kernel RELEASE VERSION
 //   architecture NAME
 //   clock SECONDS OFFSET ZONE    now, since 1970; the zone's minutes ahead of UTC, and its name

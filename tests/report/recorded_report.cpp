@@ -40,9 +40,12 @@ class RecordedParts {
  public:
   explicit RecordedParts(const RecordedMachine& recorded)
       : wmi({recorded.files(), std::make_shared<FakeMachine>(recorded.machine),
-             [printers = recorded.printers] { return printersOf(printers); }}),
-        drives(recorded.tree.real("/proc/self/mounts")),
-        processList(recorded.tree.real("/proc")) {}
+             [printers = recorded.printers] { return printersOf(printers); },
+             [&recorded](const std::string& schema, const std::string& key) {
+               return recorded.setting(schema, key);
+             }}),
+        drives(recorded.files(), std::make_shared<FakeMachine>(recorded.machine)),
+        processList(recorded.files()) {}
 
   LinuxWmi wmi;
   LinuxDrives drives;
