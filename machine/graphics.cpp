@@ -129,8 +129,8 @@ class Cards {
     for (const Screen& screen : screens_) {
       if (std::find(slots_.begin(), slots_.end(), screen.slot) == slots_.end()) {
         GraphicsCard card = cardBeside(screen);
-        // Of what has no device, as in a container, nothing is known but a folder's name.
-        if (!card.name.empty() || card.shown.width != 0) {
+        // Without a device, as in a container, it is no more than a folder's name.
+        if (!files_.linkTarget(kScreens + screen.card + "/device").empty()) {
           cards.push_back(std::move(card));
         }
       }

@@ -174,6 +174,12 @@ TEST_F(DisksTest, TellTheNameOfAMemoryCard) {
   EXPECT_EQ(disk().model, "SD32G");
 }
 
+TEST_F(DisksTest, WithoutAFolderOfTheirOwnAreNone) {
+  tree_.link("/sys/block/sdy", "../devices/gone/block/sdy");
+  tree_.makeFolder("/sys/block/sdz");
+  EXPECT_EQ(disksOf(tree_.files()).size(), 0U);
+}
+
 TEST_F(DisksTest, WithoutAModelHaveNone) {
   tree_.disk("pci0000:00/0000:00:02.0/virtio1", "vda", "254:0", 1000);
   tree_.fact("device/vendor", "0x1af4");

@@ -178,7 +178,7 @@ TEST(Processors, AreNoneWithoutAList) {
 
 // --- Packages ---
 
-class Packages : public ::testing::Test {
+class ProcessorPackages : public ::testing::Test {
  protected:
   void putFact(int processor, const std::string& name, const std::string& value) {
     tree_.put("/sys/devices/system/cpu/cpu" + std::to_string(processor) + "/" + name, value);
@@ -200,14 +200,14 @@ class Packages : public ::testing::Test {
   TemporaryTree tree_;
 };
 
-TEST_F(Packages, HoldTheirLogicalProcessors) {
+TEST_F(ProcessorPackages, HoldTheirLogicalProcessors) {
   const auto all = packages(x86(0, 0) + x86(1, 1) + x86(2, 0) + x86(3, 1));
   ASSERT_EQ(all.size(), 2U);
   EXPECT_THAT(all[0].processors, ElementsAre(0, 2));
   EXPECT_THAT(all[1].processors, ElementsAre(1, 3));
 }
 
-TEST_F(Packages, AreNamedAndIdentified) {
+TEST_F(ProcessorPackages, AreNamedAndIdentified) {
   const ProcessorPackage package = this->package(x86(0, 0));
   EXPECT_EQ(package.name, "Example Processor");
   EXPECT_EQ(package.identity.text, "Intel64 Family 6 Model 37 Stepping 5");
@@ -215,7 +215,7 @@ TEST_F(Packages, AreNamedAndIdentified) {
   EXPECT_EQ(package.identity.revision, 0x2505U);
 }
 
-TEST_F(Packages, WithoutASteppingHaveNoRevision) {
+TEST_F(ProcessorPackages, WithoutASteppingHaveNoRevision) {
   EXPECT_EQ(package("processor : 0\nvendor_id : GenuineIntel\ncpu family : 6\nmodel : 158\n")
                 .identity.revision,
             std::nullopt);
@@ -229,26 +229,26 @@ constexpr const char* kArm =
     "processor\t: 0\nCPU implementer\t: 0x51\nCPU architecture: 8\nCPU variant\t: 0xd\n"
     "CPU part\t: 0x805\nCPU revision\t: 14\n\n";
 
-TEST_F(Packages, OfArmAreIdentifiedByVariantAndRevision) {
+TEST_F(ProcessorPackages, OfArmAreIdentifiedByVariantAndRevision) {
   const ProcessorPackage package = this->package(kArm, "aarch64");
   EXPECT_EQ(package.identity.text, "ARMv8 (64-bit) Family 8 Model 805 Revision r13p14");
   EXPECT_EQ(package.identity.maker, "Qualcomm");
   EXPECT_EQ(package.identity.revision, 0xD0EU);
 }
 
-TEST_F(Packages, OfArmAreNamedByTheDeviceTree) {
+TEST_F(ProcessorPackages, OfArmAreNamedByTheDeviceTree) {
   EXPECT_EQ(package(kArm, "aarch64").name, "");
   putFact(0, "of_node/compatible", std::string("arm,cortex-a72\0arm,armv8\0", 25));
   EXPECT_EQ(package(kArm, "aarch64").name, "arm,cortex-a72");
 }
 
-TEST_F(Packages, OfOtherKindsAreNamedByTheirOwnFields) {
+TEST_F(ProcessorPackages, OfOtherKindsAreNamedByTheirOwnFields) {
   EXPECT_EQ(package("processor : 0\ncpu : POWER9\n", "ppc64le").name, "POWER9");
   EXPECT_EQ(package("processor : 0\ncpu model : MIPS 24Kc\n", "mips").name, "MIPS 24Kc");
   EXPECT_EQ(package("processor : 0\nuarch : example,u7\n", "riscv64").name, "example,u7");
 }
 
-TEST_F(Packages, ComputeWithAsManyBitsAsTheirKindCan) {
+TEST_F(ProcessorPackages, ComputeWithAsManyBitsAsTheirKindCan) {
   EXPECT_EQ(package("processor : 0\n", "x86_64").width, 64U);
   EXPECT_EQ(package("processor : 0\nflags : fpu lm sse\n", "i686").width, 64U);
   EXPECT_EQ(package("processor : 0\nflags : fpu lmx sse\n", "i686").width, 32U);
@@ -260,7 +260,7 @@ TEST_F(Packages, ComputeWithAsManyBitsAsTheirKindCan) {
   EXPECT_EQ(package("processor : 0\n", "sh4").width, std::nullopt);
 }
 
-TEST_F(Packages, TellTheHighestFrequencyOfTheirCores) {
+TEST_F(ProcessorPackages, TellTheHighestFrequencyOfTheirCores) {
   putFact(0, "cpufreq/cpuinfo_max_freq", "3900000\n");
   putFact(1, "cpufreq/cpuinfo_max_freq", "5200000\n");
   putFact(2, "cpufreq/cpuinfo_max_freq", "4400000\n");
@@ -269,12 +269,12 @@ TEST_F(Packages, TellTheHighestFrequencyOfTheirCores) {
   EXPECT_EQ(package(x86(0, 0) + x86(1, 0) + x86(2, 0) + x86(3, 0)).highest, 5200U);
 }
 
-TEST_F(Packages, TellTheNominalFrequencyWhereThereIsNoGovernor) {
+TEST_F(ProcessorPackages, TellTheNominalFrequencyWhereThereIsNoGovernor) {
   EXPECT_EQ(package("processor : 0\nmodel name : Example @ 2.67GHz\n").highest, 2670U);
   EXPECT_EQ(package("processor : 0\nmodel name : Example\ncpu MHz : 800\n").highest, std::nullopt);
 }
 
-TEST_F(Packages, TellTheFastestCoreAtPresent) {
+TEST_F(ProcessorPackages, TellTheFastestCoreAtPresent) {
   EXPECT_EQ(package("processor : 0\nphysical id : 0\ncpu MHz : 799.6\n\n"
                     "processor : 1\nphysical id : 0\ncpu MHz : 4300.2\n")
                 .present,
@@ -284,7 +284,7 @@ TEST_F(Packages, TellTheFastestCoreAtPresent) {
   EXPECT_EQ(package("processor : 0\ncpu MHz : 600\n").present, 600U);
 }
 
-TEST_F(Packages, AreNoneWithoutAList) {
+TEST_F(ProcessorPackages, AreNoneWithoutAList) {
   EXPECT_THAT(processorPackages(TemporaryTree().files(), kernelOf("x86_64")), IsEmpty());
 }
 

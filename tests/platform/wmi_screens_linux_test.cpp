@@ -360,7 +360,7 @@ TEST_F(ScreensTest, FoldersWithoutFilesAreNoTrouble) {
   tree_.put("/sys/class/drm/version", "drm 1.1.0 20060810\n");
   tree_.makeFolder("/sys/class/drm/card");
   tree_.makeFolder("/sys/class/drm/card99999999999999999999999");
-  EXPECT_THAT(cards(), ElementsAre(Card{}));
+  EXPECT_THAT(cards(), IsEmpty());
   EXPECT_THAT(monitors(), IsEmpty());
 }
 
