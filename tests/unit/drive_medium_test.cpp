@@ -22,9 +22,7 @@ TEST(DriveMedium, IsOneForEveryOtherNumber) {
   for (const int medium : {1, 2, 11, 12}) EXPECT_FALSE(isOfNoMedium(WmiValue(medium))) << medium;
 }
 
-TEST(DriveMedium, IsNotKnownToBeNoneWhereItIsNotTold) {
-  EXPECT_FALSE(isOfNoMedium(WmiValue()));
-}
+TEST(DriveMedium, IsNotKnownToBeNoneWhereItIsNotTold) { EXPECT_FALSE(isOfNoMedium(WmiValue())); }
 
 }  // namespace
 }  // namespace veltrin
