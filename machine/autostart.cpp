@@ -7,21 +7,10 @@
 #include <utility>
 
 #include "machine/fact_text.h"
+#include "machine/setting_folders.h"
 
 namespace veltrin {
 namespace {
-
-std::vector<std::string> piecesOf(std::string_view text, char separator) {
-  std::vector<std::string> pieces;
-  while (!text.empty()) {
-    const std::string_view piece = text.substr(0, text.find(separator));
-    if (!piece.empty()) {
-      pieces.emplace_back(piece);
-    }
-    text.remove_prefix(std::min(piece.size() + 1, text.size()));
-  }
-  return pieces;
-}
 
 // Undoes the escapes of a text (Desktop Entry Specification, "Possible value types").
 std::string unescapedText(std::string_view value) {
@@ -120,20 +109,11 @@ class Autostart {
 
 }  // namespace
 
-std::string userSettings(const Machine& machine) {
-  const std::string told = machine.environment("XDG_CONFIG_HOME");
-  return told.starts_with('/') ? told : machine.environment("HOME") + "/.config";
-}
-
-std::vector<std::string> systemSettings(const Machine& machine) {
-  auto folders = piecesOf(machine.environment("XDG_CONFIG_DIRS"), ':');
-  std::erase_if(folders, [](const std::string& folder) { return !folder.starts_with('/'); });
-  return folders.empty() ? std::vector<std::string>{"/etc/xdg"} : folders;
-}
-
 std::vector<AutostartFacts> autostartPrograms(const FileTree& files, const Machine& machine) {
   Autostart autostart(files, machine);
-  autostart.addFolder(userSettings(machine) + "/autostart");
+  if (const std::string own = userSettings(machine); !own.empty()) {
+    autostart.addFolder(own + "/autostart");
+  }
   for (const std::string& folder : systemSettings(machine)) {
     autostart.addFolder(folder + "/autostart");
   }

@@ -9,12 +9,6 @@
 
 namespace veltrin {
 
-// The folders of settings: the user's own ($XDG_CONFIG_HOME, or ~/.config), and the system's by
-// their rank ($XDG_CONFIG_DIRS, or /etc/xdg), by the XDG Base Directory Specification.
-// A path that is not absolute does not count.
-std::string userSettings(const Machine& machine);
-std::vector<std::string> systemSettings(const Machine& machine);
-
 struct AutostartFacts {
   std::string file;     // its name, "clipboard.desktop"
   std::string folder;   // where that lies

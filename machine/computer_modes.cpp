@@ -59,12 +59,10 @@ std::optional<bool> restartsAfterFailure(const FileTree& files) {
   return seconds.empty() ? std::nullopt : std::optional(seconds != "0");
 }
 
-// The remote controls that speak by HDMI have no device here (drivers/media/rc/lirc_dev.c).
+// The remote controls that speak by HDMI have no device here (drivers/media/rc/lirc_dev.c). Without
+// a device the port may be there all the same, and its driver not loaded.
 std::optional<bool> hasInfraredPort(const FileTree& files) {
-  if (files.names("/sys/class").empty()) {
-    return std::nullopt;
-  }
-  return !files.names("/sys/class/lirc").empty();
+  return files.names("/sys/class/lirc").empty() ? std::nullopt : std::optional(true);
 }
 
 std::optional<bool> sharesFiles(const FileTree& files) {

@@ -17,8 +17,8 @@ std::optional<bool> startedForRescue(const FileTree& files);
 // kernel.rst, panic). Nothing when that is not told.
 std::optional<bool> restartsAfterFailure(const FileTree& files);
 
-// Whether the computer has a port for infrared light that the kernel serves. Nothing when the
-// kernel lists no devices.
+// Whether the computer has a port for infrared light: true when the kernel serves one, nothing
+// else.
 std::optional<bool> hasInfraredPort(const FileTree& files);
 
 // Whether the computer serves its files to others by SMB: Samba's server or the kernel's own runs.

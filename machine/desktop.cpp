@@ -8,6 +8,7 @@
 
 #include "machine/fact_text.h"
 #include "machine/graphics.h"
+#include "machine/setting_folders.h"
 #include "machine/xfconf.h"
 
 namespace veltrin {
@@ -44,19 +45,6 @@ std::optional<bool> opposite(std::optional<bool> flag) {
   return flag ? std::optional(!*flag) : std::nullopt;
 }
 
-// The pieces between colons, without empty ones.
-std::vector<std::string> piecesOf(const std::string& text) {
-  std::vector<std::string> pieces;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = std::min(text.find(':', at), text.size());
-    if (end > at) {
-      pieces.push_back(text.substr(at, end - at));
-    }
-    at = end + 1;
-  }
-  return pieces;
-}
-
 // The path of "file:///home/a%20b.png" (RFC 8089); anything else as it is.
 std::string pathOf(std::string_view address) {
   constexpr std::string_view kScheme = "file://";
@@ -88,14 +76,9 @@ void setWallpaper(DesktopFacts& facts, const std::string& file, std::optional<bo
 class SettingFolders {
  public:
   SettingFolders(const FileTree& files, const Machine& machine) : files_(files) {
-    const std::string own = machine.environment("XDG_CONFIG_HOME");
-    const std::string home = machine.environment("HOME");
-    if (!own.empty() || !home.empty()) {
-      folders_.push_back(own.empty() ? home + "/.config" : own);
-    }
-    const std::string shared = machine.environment("XDG_CONFIG_DIRS");
-    for (std::string& folder : piecesOf(shared.empty() ? "/etc/xdg" : shared)) {
-      folders_.push_back(std::move(folder));
+    folders_ = systemSettings(machine);
+    if (std::string own = userSettings(machine); !own.empty()) {
+      folders_.insert(folders_.begin(), std::move(own));
     }
   }
 
@@ -356,7 +339,8 @@ DesktopFacts factsOfXfce(const SettingFolders& folders, const FileTree& files) {
 
 DesktopFacts desktopFacts(const FileTree& files, const Machine& machine, const SettingOf& setting) {
   // Some name their own desktop and the one that it is made of, "ubuntu:GNOME".
-  for (const std::string& name : piecesOf(lowerCase(machine.environment("XDG_CURRENT_DESKTOP")))) {
+  for (const std::string& name :
+       piecesOf(lowerCase(machine.environment("XDG_CURRENT_DESKTOP")), ':')) {
     if (name == "kde") {
       return factsOfPlasma(SettingFolders(files, machine));
     }

@@ -57,16 +57,14 @@ std::string domainOf(const FileTree& files, const std::string& host) {
   return printable(domain);
 }
 
-// smb.conf(5): "security" is "ads" or "domain" for a member, and "user" for a server of its own.
+// smb.conf(5): "security" is "ads" or "domain" for a member. Any other word is no proof that it is
+// none, as Samba need not know who else has joined the machine to a domain.
 std::optional<bool> isMemberOfDomain(const FileTree& files) {
   if (!nisDomain(files).empty()) {
     return true;
   }
   const std::string security = lowerCase(sambaSetting(files, "security"));
-  if (security == "ads" || security == "domain") {
-    return true;
-  }
-  return security == "user" ? std::optional(false) : std::nullopt;
+  return security == "ads" || security == "domain" ? std::optional(true) : std::nullopt;
 }
 
 }  // namespace veltrin

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <utility>
 
-#include "machine/autostart.h"
 #include "machine/fact_text.h"
+#include "machine/setting_folders.h"
 
 namespace veltrin {
 namespace {
@@ -169,6 +169,9 @@ std::vector<UnitFacts> enabledUnits(const FileTree& files, const Machine& machin
   units.addEnabledIn("/etc/systemd/system", systemUnits());
   Folders userUnits = sharedUserUnits();
   units.addEnabledIn("/etc/systemd/user", userUnits);
+  if (userSettings(machine).empty()) {
+    return std::move(units.facts);
+  }
   const std::string own = userSettings(machine) + "/systemd/user";
   userUnits.insert(userUnits.begin(), own);
   userUnits.push_back(machine.environment("HOME") + "/.local/share/systemd/user");

@@ -112,6 +112,18 @@ std::vector<std::string_view> wordsOf(std::string_view text) {
   return words;
 }
 
+std::vector<std::string> piecesOf(std::string_view text, char separator) {
+  std::vector<std::string> pieces;
+  while (!text.empty()) {
+    const std::string_view piece = text.substr(0, text.find(separator));
+    if (!piece.empty()) {
+      pieces.emplace_back(piece);
+    }
+    text.remove_prefix(std::min(piece.size() + 1, text.size()));
+  }
+  return pieces;
+}
+
 std::optional<std::uint64_t> wholeNumber(std::string_view text, int base) {
   std::uint64_t number = 0;
   const char* end = text.data() + text.size();

@@ -29,6 +29,9 @@ std::string_view trimmed(std::string_view text);
 // The pieces between blanks and tabs.
 std::vector<std::string_view> wordsOf(std::string_view text);
 
+// The pieces between separators, without empty ones.
+std::vector<std::string> piecesOf(std::string_view text, char separator);
+
 // The whole text as a number without sign; nothing for any other text, and for a
 // number beyond 64 bits.
 std::optional<std::uint64_t> wholeNumber(std::string_view text, int base = 10);

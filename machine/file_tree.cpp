@@ -170,7 +170,8 @@ std::string FileTree::resolved(const std::string& path) const {
     if (target.empty()) {
       return place;
     }
-    place = target.starts_with('/') ? target : place.substr(0, place.rfind('/') + 1) + target;
+    place.resize(target.starts_with('/') ? 0 : place.rfind('/') + 1);
+    place += target;
   }
   return "";
 }

@@ -2,6 +2,7 @@
 // saves it, and finds no printer to print it on. It takes about 20 s.
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -61,6 +62,15 @@ class ReportOnADesk : public ProgramRun {
     return message.name;
   }
 
+  // What the kernel calls this machine's first processor; empty where it has no name.
+  static std::string processorName() {
+    std::ifstream list("/proc/cpuinfo");
+    for (std::string line; std::getline(list, line);) {
+      if (line.starts_with("model name")) return line.substr(line.find(": ") + 2);
+    }
+    return "";
+  }
+
   // The one file in the program's folder that a report was saved to; empty without one.
   std::filesystem::path savedFile() const {
     for (const auto& entry : std::filesystem::directory_iterator(data_ / "veltrin")) {
@@ -87,6 +97,8 @@ TEST_F(ReportOnADesk, TheReportIsRunSavedAndNotPrintedWithoutAPrinter) {
   const std::string text = contentOf(file);
   EXPECT_EQ(text.find("\r\nSystem Information "), 0U) << text;
   EXPECT_NE(text.find("\r\nOperating System\r\nOS: "), std::string::npos) << text;
+  EXPECT_NE(text.find("\r\nName: " + processorName() + "\r\nSpeed: "), std::string::npos) << text;
+  EXPECT_NE(text.find("\r\nPhysical Hard Drive Information\r\n"), std::string::npos) << text;
 
   chooseOption("Print");
   ASSERT_TRUE(eventually(kSoon, [&] { return desk_->hasWindow(kPrintWindow); }));

@@ -49,8 +49,8 @@ TEST(ComputerModes, TellWhetherTheComputerRestartsAfterAFailure) {
 TEST(ComputerModes, TellAnInfraredPort) {
   const TemporaryTree tree;
   EXPECT_EQ(hasInfraredPort(tree.files()), std::nullopt);
-  tree.makeFolder("/sys/class/net");
-  EXPECT_EQ(hasInfraredPort(tree.files()), false);
+  tree.makeFolder("/sys/class/lirc");
+  EXPECT_EQ(hasInfraredPort(tree.files()), std::nullopt);
   tree.makeFolder("/sys/class/lirc/lirc0");
   EXPECT_EQ(hasInfraredPort(tree.files()), true);
 }

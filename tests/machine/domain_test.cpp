@@ -81,7 +81,7 @@ std::optional<bool> memberWith(const std::string& security) {
 TEST(DomainMembership, OfAWindowsDomainIsToldBySamba) {
   EXPECT_EQ(memberWith("ADS"), true);
   EXPECT_EQ(memberWith("domain"), true);
-  EXPECT_EQ(memberWith("user"), false);
+  EXPECT_EQ(memberWith("user"), std::nullopt);
   EXPECT_EQ(memberWith("auto"), std::nullopt);
 }
 

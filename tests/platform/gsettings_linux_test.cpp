@@ -5,6 +5,7 @@
 
 #include "platform/linux/gsettings.h"
 #include "tests/platform/scratch_folder.h"
+#include "wmi_answers.h"
 
 namespace veltrin {
 namespace {
@@ -51,6 +52,13 @@ TEST_F(GsettingsTest, TellNothingOfWhatThereIsNot) {
   EXPECT_EQ(gsetting(kSchema, "nothing"), std::nullopt);
   // One whose settings lie at no place of their own.
   EXPECT_EQ(gsetting("org.gnome.desktop.notifications.application", "enable"), std::nullopt);
+}
+
+TEST_F(GsettingsTest, StandInTheAnswerOfThisMachine) {
+  setenv("XDG_CURRENT_DESKTOP", "GNOME", 1);
+  const WmiAnswer desktop = wmiAnswer(sourcesOfThisMachine(nullptr), "Win32_Desktop");
+  unsetenv("XDG_CURRENT_DESKTOP");
+  EXPECT_EQ(answered(desktop, "Wallpaper"), std::vector<std::string>{"/home/a.png"});
 }
 
 }  // namespace

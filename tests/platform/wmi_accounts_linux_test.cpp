@@ -25,11 +25,11 @@ TEST_F(WmiAccounts, AreUsersAndGroupsOfTheMachine) {
             "anna:x:1000:1000:Anna Example,Room 7:/home/anna:/bin/sh\nbin:x:2:2::/bin:/bin/no\n");
   tree_.put("/etc/group", "staff:x:50:anna\n");
   EXPECT_THAT(texts(),
-              ElementsAre("Caption=mypc\\anna;Description=Anna Example;Domain=mypc;"
+              ElementsAre("Caption=MYPC\\anna;Description=Anna Example;Domain=MYPC;"
                           "LocalAccount=True;Name=anna;SID=null;SIDType=1;",
-                          "Caption=mypc\\bin;Description=null;Domain=mypc;LocalAccount=True;"
+                          "Caption=MYPC\\bin;Description=null;Domain=MYPC;LocalAccount=True;"
                           "Name=bin;SID=null;SIDType=1;",
-                          "Caption=mypc\\staff;Description=null;Domain=mypc;LocalAccount=True;"
+                          "Caption=MYPC\\staff;Description=null;Domain=MYPC;LocalAccount=True;"
                           "Name=staff;SID=null;SIDType=2;"));
 }
 

@@ -7,6 +7,8 @@
 #include <string_view>
 
 #include "machine/fact_text.h"
+#include "machine/linux_machine.h"
+#include "platform/linux/gsettings.h"
 #include "platform/linux/wmi_classes.h"
 #include "platform/portable/wmi_moniker.h"
 
@@ -144,6 +146,10 @@ bool isThis(const std::string& wanted, const Machine& machine) {
 }
 
 }  // namespace
+
+WmiSources sourcesOfThisMachine(std::function<std::vector<PrinterFacts>()> printers) {
+  return {FileTree(), std::make_shared<LinuxMachine>(), std::move(printers), gsetting};
+}
 
 std::unique_ptr<WmiService> LinuxWmi::connect(const std::string& moniker) {
   const auto wanted = wmiMonikerOf(moniker);

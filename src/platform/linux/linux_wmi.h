@@ -24,13 +24,17 @@ struct WmiSources {
   SettingOf setting = nullptr;                          // of GNOME and its kin
 };
 
+// Those of the machine that this program runs on.
+WmiSources sourcesOfThisMachine(std::function<std::vector<PrinterFacts>()> printers);
+
 // Answers "Select * from CLASS" for the classes of the list in linux_wmi.cpp. The names of
 // classes and the words of a query ignore case. A class that is not there fails with the first
 // object, as the service's semisynchronous answers do. The machine is looked at with the first
 // object that is taken, anew for each query.
 //
 // Every object has all the properties that the report prints; what the machine does not tell is
-// null, or the code that the class has for that.
+// null. States of the computer that the report tells by a word have the code of their class for
+// "unknown" instead.
 class LinuxWmi : public Wmi {
  public:
   explicit LinuxWmi(WmiSources sources)

@@ -28,7 +28,7 @@ WmiObject accountOf(const AccountFacts& facts, const std::string& host) {
 std::unique_ptr<WmiObjects> win32Account(const WmiSources& sources) {
   return std::make_unique<FactObjects<AccountFacts>>(
       localAccounts(sources.files),
-      [host = printable(sources.machine->kernel().host)](const AccountFacts& facts) {
+      [host = accountDomain(*sources.machine)](const AccountFacts& facts) {
         return accountOf(facts, host);
       });
 }

@@ -90,7 +90,7 @@ Connector connectorOf(std::uint64_t type) {
   return range == kMoreConnectors.end() ? kOther : range->connector;
 }
 
-// By the end of what the kernel calls the speed of a bus (drivers/pci/probe.c); one that
+// By words in what the kernel calls the speed of a bus (drivers/pci/probe.c); one that
 // goes before another is looked for first.
 struct ConnectorOfSpeed {
   std::string_view words;

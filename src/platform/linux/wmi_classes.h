@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "machine/fact_text.h"
 #include "platform/linux/linux_wmi.h"
 #include "platform/wmi.h"
 
@@ -48,6 +49,13 @@ class FactObjects : public WmiObjects {
   std::size_t taken_ = 0;
 };
 
+// Whose an account is: the machine by its name without its domain, in capitals, as Windows
+// writes it.
+inline std::string accountDomain(const Machine& machine) {
+  const std::string host = machine.kernel().host;
+  return upperCase(printable(host.substr(0, host.find('.'))));
+}
+
 // wmi_processor.cpp
 WmiAnswer win32Processor(const WmiSources& sources);
 WmiAnswer win32CacheMemory(const WmiSources& sources);
@@ -77,6 +85,8 @@ WmiAnswer win32PointingDevice(const WmiSources& sources);
 // wmi_devices.cpp
 WmiAnswer win32SoundDevice(const WmiSources& sources);
 WmiAnswer win32UsbHub(const WmiSources& sources);
+
+// wmi_pnp.cpp
 WmiAnswer win32PnpSignedDriver(const WmiSources& sources);
 
 // wmi_printers.cpp

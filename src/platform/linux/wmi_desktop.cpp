@@ -12,10 +12,7 @@ WmiValue nameOf(const Machine& machine) {
   if (user.empty()) {
     user = printable(machine.environment("LOGNAME"));
   }
-  const std::string host = machine.kernel().host;
-  return user.empty()
-             ? WmiValue()
-             : WmiValue(upperCase(printable(host.substr(0, host.find('.')))) + "\\" + user);
+  return user.empty() ? WmiValue() : WmiValue(accountDomain(machine) + "\\" + user);
 }
 
 // What no desktop of Linux has, or none tells in the form that is meant here: the widths of

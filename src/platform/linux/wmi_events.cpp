@@ -1,8 +1,8 @@
 // Win32_NTLogEvent, by the journal of the system.
 //
-// Category is the facility of the syslog protocol: the number by which a source sorts its own
-// messages. EventCode, the number of an event among those of its source, is null: the journal
-// has a MESSAGE_ID of 128 bits for few of its events, which is no such number, and its
+// Category is the facility of the syslog protocol under which the source logged, the nearest to a
+// classification of its own. EventCode, the number of an event among those of its source, is null:
+// the journal has a MESSAGE_ID of 128 bits for few of its events, which is no such number, and its
 // PRIORITY tells how grave an event is and not which. That is in EventType and Type.
 #include <array>
 #include <cstdint>

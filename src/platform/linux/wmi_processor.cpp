@@ -76,10 +76,7 @@ Number secondLevelOf(const FileTree& files, const ProcessorPackage& package) {
 // The kernel's word goes before that of the firmware, which is root's to read.
 WmiObject processorObject(const FileTree& files, std::size_t number,
                           const ProcessorPackage& package, const SocketFacts& socket) {
-  Number highest = package.highest;
-  for (const Number& other : {socket.highest, package.present}) {
-    highest = highest ? highest : other;
-  }
+  const Number highest = package.highest ? package.highest : socket.highest;
   WmiObject object;
   auto& properties = object.properties;
   properties["DeviceID"] = "CPU" + std::to_string(number);

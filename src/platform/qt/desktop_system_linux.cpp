@@ -2,8 +2,6 @@
 #include <memory>
 #include <utility>
 
-#include "machine/linux_machine.h"
-#include "platform/linux/gsettings.h"
 #include "platform/linux/linux_clock.h"
 #include "platform/linux/linux_counters.h"
 #include "platform/linux/linux_drives.h"
@@ -75,8 +73,7 @@ class LinuxDesktopSystem : public DesktopSystem {
   QtDownloads downloads_;
   LinuxInterfaces interfaces_{adapters_};
   QtPrinters printers_{events_};
-  LinuxWmi wmi_{
-      {FileTree(), std::make_shared<LinuxMachine>(), [this] { return printers_.facts(); }}};
+  LinuxWmi wmi_{sourcesOfThisMachine([this] { return printers_.facts(); })};
   LinuxDrives drives_;
   LinuxProcessList processList_;
   QtDesktop desktop_;
