@@ -1,4 +1,7 @@
 // The window that prints the report, on real printers.
+#include <algorithm>
+#include <cctype>
+#include <fstream>
 #include <utility>
 
 #include "support/simulation.h"
@@ -38,6 +41,23 @@ class PrintWindowTest : public PrintingTest {
     for (int line = first; line <= last; ++line) words.push_back("line " + std::to_string(line));
     words.emplace_back("---");
     return words;
+  }
+
+  // The text of a report that is kept for the tests of reports: behind six characters that tell
+  // the look of a line, with a bar behind blanks at its end.
+  static std::string recordedReport() {
+    std::ifstream file(RECORDED_REPORT);
+    std::string report;
+    for (std::string line; std::getline(file, line);) {
+      if (line.ends_with(" |")) line.pop_back();
+      report += line.substr(std::min<std::size_t>(line.size(), 6)) + "\r\n";
+    }
+    return report;
+  }
+
+  static std::string withoutBlanks(std::string text) {
+    std::erase_if(text, [](unsigned char c) { return std::isspace(c) != 0; });
+    return text;
   }
 
   Simulation rest_;
@@ -100,6 +120,28 @@ TEST_F(PrintWindowTest, APageHasItsMargins) {
   EXPECT_NEAR(places[0].left, 12 + 15, 0.1);
   EXPECT_NEAR(places[0].top, 4 * 13.8, 1);
   EXPECT_NEAR(places[4].top - places[0].top, 2 * 13.8, 0.05);
+}
+
+// A long line goes on in the next one, so what is compared is all that is no blank.
+TEST_F(PrintWindowTest, OfAWholeReportNothingIsLostOnPaper) {
+  serve({{"Plain"}});
+  const std::string report = recordedReport();
+  ASSERT_NE(report.find("Windows Errors"), std::string::npos);
+  open(0).rtfLap1.text = report;
+  window_->Combo2.text = "8";
+  window_->cmdPrint.press();
+  constexpr std::size_t kPages = 5;  // of 70 lines
+  const auto jobs = server->paper(kPages);
+  ASSERT_EQ(jobs.size(), kPages);
+  EXPECT_EQ(server->waitingJobs(), 0);
+  keep(jobs[0], "report-8");
+  std::string paper;
+  for (const PaperJob& job : jobs) {
+    for (const std::string& line : wordsOn(job)) {
+      if (line != "---") paper += line;
+    }
+  }
+  EXPECT_EQ(withoutBlanks(paper), withoutBlanks(report));
 }
 
 struct PageCase {
