@@ -107,7 +107,7 @@ int FsUtil::run(const std::vector<std::string>& arguments) {
   if (command.ask == nullptr) return print(command.problem, {}, command.usage);
   const std::string problem = findVolume(command.place);
   if (!problem.empty()) return print(problem, {}, false);
-  const VolumeAnswer answer = command.ask({files_, machine_, volume_, place_});
+  const VolumeAnswer answer = command.ask({files_, rooms_, volume_, place_});
   return print(answer.problem, answer.lines, false);
 }
 
@@ -128,8 +128,8 @@ std::string FsUtil::findVolume(const std::string& place) {
 std::string FsUtil::findDrive(const std::string& drive) {
   place_ = upperCase(printable(drive.substr(0, 2)));
   auto volume = volumeAt(files_, drive);
-  if (!volume) return "There is no drive " + place_;
-  if (volume->mount.folder.empty()) return "There is no medium in drive " + place_;
+  if (!volume) return "There is no drive " + place_ + ".";
+  if (volume->mount.folder.empty()) return "There is no medium in drive " + place_ + ".";
   volume_ = *std::move(volume);
   return "";
 }
@@ -137,16 +137,23 @@ std::string FsUtil::findDrive(const std::string& drive) {
 // A folder is on what is mounted nearest above it.
 std::string FsUtil::findFolder(const std::string& folder) {
   place_ = printable(folder);
-  const std::string real = resolve_(folder);
-  if (real.empty()) return "There is no folder " + place_;
-  for (Mount& mount : mountsOf(files_)) {
-    if (isWithin(real, mount.folder) && mount.folder.size() >= volume_.mount.folder.size()) {
+  const auto real = resolveInTime(folder);
+  if (real && real->empty()) return "There is no folder " + place_ + ".";
+  for (Mount& mount : real ? mountsOf(files_) : std::vector<Mount>()) {
+    if (isWithin(*real, mount.folder) && mount.folder.size() >= volume_.mount.folder.size()) {
       volume_.mount = std::move(mount);
     }
   }
   if (volume_.mount.folder.empty()) return "What " + place_ + " lies on is not told.";
   volume_.device = blockDeviceOf(files_, volume_.mount);
   return "";
+}
+
+// The way to a folder may lead over a server that is gone: then nothing.
+std::optional<std::string> FsUtil::resolveInTime(const std::string& folder) const {
+  const auto answer = std::make_shared<std::string>();
+  const auto question = [resolve = resolve_, folder, answer] { *answer = resolve(folder); };
+  return questions_.ask("the folder " + folder, question) ? std::optional(*answer) : std::nullopt;
 }
 
 }  // namespace veltrin

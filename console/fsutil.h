@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -10,6 +11,8 @@
 #include "console/output.h"
 #include "machine/file_tree.h"
 #include "machine/machine.h"
+#include "machine/timed_questions.h"
+#include "machine/timed_room.h"
 #include "machine/volumes.h"
 
 namespace veltrin {
@@ -21,11 +24,16 @@ inline constexpr int kFsUtilFailed = 1;  // a mistake, a fact that nobody tells,
 class FsUtil {
  public:
   // The place of a folder of this machine without links in its path; empty when there is no
-  // such folder (realpath(3)).
+  // such folder (realpath(3)). It may be asked on another thread, and longer than the tool runs.
   using Resolve = std::function<std::string(const std::string& folder)>;
 
-  FsUtil(const FileTree& files, const Machine& machine, Resolve resolve, Output& output)
-      : files_(files), machine_(machine), resolve_(std::move(resolve)), output_(output) {}
+  FsUtil(const FileTree& files, std::shared_ptr<const Machine> machine, Resolve resolve,
+         Output& output, const TimedQuestions& questions = TimedQuestions())
+      : files_(files),
+        rooms_(files, std::move(machine), questions),
+        resolve_(std::move(resolve)),
+        questions_(questions),
+        output_(output) {}
 
   // Runs the tool with its arguments, without the program's name, to the end.
   // Returns the exit code.
@@ -38,11 +46,13 @@ class FsUtil {
   std::string findVolume(const std::string& place);
   std::string findDrive(const std::string& drive);
   std::string findFolder(const std::string& folder);
+  std::optional<std::string> resolveInTime(const std::string& folder) const;
   int print(const std::string& problem, const std::vector<std::string>& lines, bool usage);
 
   const FileTree& files_;
-  const Machine& machine_;
+  TimedRoom rooms_;
   Resolve resolve_;
+  TimedQuestions questions_;
   Output& output_;
   std::string place_;  // the drive or folder as it is shown
   Volume volume_;

@@ -45,6 +45,10 @@ VolumeAnswer refusal(const std::string& sentence) { return {{}, sentence}; }
 
 const std::string& typeOf(const AskedVolume& asked) { return asked.volume.mount.type; }
 
+std::optional<FileSystemRoom> roomOf(const AskedVolume& asked) {
+  return asked.rooms.of(asked.volume);
+}
+
 UdevRecord recordOf(const AskedVolume& asked) {
   return UdevRecord(asked.files, "b" + numbersOfDevice(asked.files, asked.volume.device));
 }
@@ -117,7 +121,7 @@ std::optional<std::uint64_t> unlessZero(std::uint64_t number) {
 }  // namespace
 
 VolumeAnswer freeRoom(const AskedVolume& asked) {
-  const auto room = roomOf(asked.files, asked.machine, asked.volume);
+  const auto room = roomOf(asked);
   if (!room) return refusal("The room on " + asked.name + " is not told.");
   return {{figure("Total # of free bytes", room->free * room->block),
            figure("Total # of bytes", room->total * room->block),
@@ -129,7 +133,7 @@ VolumeAnswer volumeInfo(const AskedVolume& asked) {
   Facts facts;
   facts.add("Volume Name", labelOf(asked.files, asked.volume));
   facts.add("Volume Serial Number", printable(recordOf(asked).decoded("ID_FS_UUID_ENC")));
-  if (const auto room = roomOf(asked.files, asked.machine, asked.volume)) {
+  if (const auto room = roomOf(asked)) {
     facts.add("Max Component Length", unlessZero(room->longestName));
   }
   facts.add("File System Name", printable(typeOf(asked)));
@@ -163,7 +167,7 @@ VolumeAnswer volumeStatistics(const AskedVolume& asked) {
   if (const auto written = extNumber(asked, "lifetime_write_kbytes")) {
     facts.add("Lifetime Write Bytes", *written * 1024);
   }
-  const auto room = roomOf(asked.files, asked.machine, asked.volume);
+  const auto room = roomOf(asked);
   if (room && room->files > 0 && room->filesFree <= room->files) {
     facts.add("Files And Folders", room->files - room->filesFree);
     facts.add("Files And Folders At Most", room->files);

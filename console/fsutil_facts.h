@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "machine/file_tree.h"
-#include "machine/machine.h"
+#include "machine/timed_room.h"
 #include "machine/volumes.h"
 
 namespace veltrin {
@@ -19,7 +19,7 @@ struct VolumeAnswer {
 // A volume that is mounted, and how it is called in the answers: "C:".
 struct AskedVolume {
   const FileTree& files;
-  const Machine& machine;
+  const TimedRoom& rooms;
   const Volume& volume;
   const std::string& name;
 };

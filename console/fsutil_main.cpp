@@ -1,5 +1,6 @@
 // fsutil for systems that have none. It needs no privilege and changes nothing.
 #include <cstdlib>
+#include <memory>
 #include <signal.h>
 #include <string>
 #include <sys/stat.h>
@@ -27,8 +28,7 @@ int main(int count, char** arguments) {
   // A reader that is gone shows as a failed write, and the tool ends in order.
   signal(SIGPIPE, SIG_IGN);
   const veltrin::FileTree files;
-  const veltrin::LinuxMachine machine;
   veltrin::FileOutput output(STDOUT_FILENO);
-  return veltrin::FsUtil(files, machine, realFolder, output)
+  return veltrin::FsUtil(files, std::make_shared<veltrin::LinuxMachine>(), realFolder, output)
       .run(std::vector<std::string>(arguments + 1, arguments + count));
 }

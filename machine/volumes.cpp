@@ -194,6 +194,11 @@ std::string labelOf(const FileTree& files, const Volume& volume) {
   return label.empty() ? printable(linkNameOf(files, "/dev/disk/by-label", volume.device)) : label;
 }
 
+bool isServed(const Mount& mount) {
+  return isOfNetwork(mount) || mount.type.starts_with("fuse") || mount.type == "autofs" ||
+         mount.type == "9p";
+}
+
 std::optional<FileSystemRoom> roomOf(const FileTree& files, const Machine& machine,
                                      const Volume& volume) {
   if (volume.mount.folder.empty()) {

@@ -51,6 +51,10 @@ bool isDriveText(const std::string& root);
 // The name that its owner gave it; empty for none, and when this user is not told.
 std::string labelOf(const FileTree& files, const Volume& volume);
 
+// Whether another machine or a program serves a file system. Either may be gone, and then nothing
+// that asks for the file system comes back.
+bool isServed(const Mount& mount);
+
 // The room of a file system that is mounted, as Windows counts it: the whole of its device,
 // of which what the file system needs for itself is in use. (Linux leaves that out of the
 // total: of ext4 up to 2 percent, by which a volume would be too small to be found on its

@@ -30,14 +30,14 @@ TEST(FsUtilProgram, FollowsALinkToItsFolder) {
 TEST(FsUtilProgram, RefusesWhatIsNoFolder) {
   for (const char* place : {"/proc/self/mountinfo", "/nowhere at all"}) {
     Program tool(VELTRIN_FSUTIL, {"volume", "diskfree", place});
-    EXPECT_EQ(tool.readRest(), "There is no folder " + std::string(place) + "\r\n");
+    EXPECT_EQ(tool.readRest(), "There is no folder " + std::string(place) + ".\r\n");
     EXPECT_EQ(tool.exitCode(), 1);
   }
 }
 
 TEST(FsUtilProgram, RefusesADriveThatIsNotThere) {
   Program tool(VELTRIN_FSUTIL, {"dirty", "query", "Z:"});
-  EXPECT_EQ(tool.readRest(), "There is no drive Z:\r\n");
+  EXPECT_EQ(tool.readRest(), "There is no drive Z:.\r\n");
   EXPECT_EQ(tool.exitCode(), 1);
 }
 

@@ -6,6 +6,7 @@
 
 #include "tests/machine/block_tree.h"
 #include "tests/machine/fake_machine.h"
+#include "tests/machine/silent_server.h"
 
 namespace veltrin {
 namespace {
@@ -36,7 +37,7 @@ class FsUtilTest : public ::testing::Test {
     tree_.partition("nvme0n1p2", "259:2", 800'000);
     tree_.mount("259:2", "/", "ext4", "/dev/nvme0n1p2", "/", "rw,errors=remount-ro,x=y");
     tree_.put("/sys/fs/ext4/nvme0n1p2/errors_count", "0\n");
-    machine_.rooms["/"] = {4096, 96'000, 50'000, 40'000, 255, 24'000, 4'000};
+    machine_->rooms["/"] = {4096, 96'000, 50'000, 40'000, 255, 24'000, 4'000};
   }
 
   // What the tool prints, and "[1]" at the end with its exit code.
@@ -48,12 +49,13 @@ class FsUtilTest : public ::testing::Test {
       const auto found = folders_.find(folder);
       return found == folders_.end() ? "" : found->second;
     };
-    const int code = FsUtil(files, machine_, resolve, output).run(arguments);
+    const int code = FsUtil(files, machine_, resolve, output, questions_).run(arguments);
     return output.text + "[" + std::to_string(code) + "]";
   }
 
   BlockTree tree_;
-  FakeMachine machine_;
+  std::shared_ptr<FakeMachine> machine_ = std::make_shared<FakeMachine>();
+  TimedQuestions questions_{TimedQuestions::Patience(60'000)};
   std::map<std::string, std::string> folders_;  // by how they are written
 };
 
@@ -67,7 +69,7 @@ TEST_F(FsUtilTest, TellsTheRoomOfADriveBehind31Characters) {
 }
 
 TEST_F(FsUtilTest, RefusesADriveWhoseRoomIsNotTold) {
-  machine_.rooms.clear();
+  machine_->rooms.clear();
   EXPECT_EQ(run({"volume", "diskfree", "C:"}), "The room on C: is not told.\r\n[1]");
 }
 
@@ -86,7 +88,7 @@ TEST_F(FsUtilTest, TellsWhatAVolumeIs) {
 }
 
 TEST_F(FsUtilTest, LeavesOutWhatIsNotKnownOfAVolume) {
-  machine_.rooms.clear();
+  machine_->rooms.clear();
   tree_.mount("0:50", "/srv", "nfs", "server:/srv", "/", "ro,vers=3");
   EXPECT_EQ(run({"fsinfo", "volumeinfo", "D:"}),
             "File System Name : nfs\r\n"
@@ -120,7 +122,7 @@ TEST_F(FsUtilTest, TellsWhatWasReadAndWritten) {
 
 TEST_F(FsUtilTest, LeavesOutWhatNobodyCounts) {
   tree_.put("/sys/class/block/nvme0n1p2/stat", "1000 20\n");
-  machine_.rooms["/"] = {4096, 96'000, 50'000, 40'000, 255, 10, 11};
+  machine_->rooms["/"] = {4096, 96'000, 50'000, 40'000, 255, 10, 11};
   EXPECT_EQ(run({"fsinfo", "statistics", "C:"}),
             "File System Type : ext4\r\n"
             "Disk Reads : 1000\r\n[0]");
@@ -224,23 +226,66 @@ TEST_F(FsUtilTest, CallsAFolderAsItIsWritten) {
 
 TEST_F(FsUtilTest, RefusesADriveThatIsNotThere) {
   for (const char* query : {"diskfree", "DISKFREE"}) {
-    EXPECT_EQ(run({"Volume", query, "q:\\"}), "There is no drive Q:\r\n[1]");
+    EXPECT_EQ(run({"Volume", query, "q:\\"}), "There is no drive Q:.\r\n[1]");
   }
 }
 
 TEST_F(FsUtilTest, RefusesADriveWithoutAMedium) {
   tree_.disk("pci0000:00/ata2/host1/1:0:0:0", "sr0", "11:0", 2'000'000);
-  EXPECT_EQ(run({"fsinfo", "volumeinfo", "D:"}), "There is no medium in drive D:\r\n[1]");
+  EXPECT_EQ(run({"fsinfo", "volumeinfo", "D:"}), "There is no medium in drive D:.\r\n[1]");
 }
 
 TEST_F(FsUtilTest, RefusesAFolderThatIsNotThere) {
-  EXPECT_EQ(run({"volume", "diskfree", "/no\nwhere"}), "There is no folder /no where\r\n[1]");
+  EXPECT_EQ(run({"volume", "diskfree", "/no\nwhere"}), "There is no folder /no where.\r\n[1]");
+}
+
+// --- Servers that are gone ---
+
+class FsUtilWithoutServer : public FsUtilTest {
+ protected:
+  FsUtilWithoutServer() {
+    server_->rooms["/"] = {4096, 96'000, 50'000, 40'000, 255};
+    machine_ = server_;
+    questions_ = TimedQuestions(TimedQuestions::Patience(5));
+    tree_.mount("0:50", "/share", "nfs", "server:/share");
+  }
+
+  std::shared_ptr<SilentServer> server_ = std::make_shared<SilentServer>();
+};
+
+TEST_F(FsUtilWithoutServer, RefusesTheRoom) {
+  EXPECT_EQ(run({"volume", "diskfree", "D:"}), "The room on D: is not told.\r\n[1]");
+  server_->comeBack();
+}
+
+TEST_F(FsUtilWithoutServer, LeavesOutWhatTheServerDoesNotTell) {
+  EXPECT_EQ(run({"fsinfo", "volumeinfo", "D:"}),
+            "File System Name : nfs\r\n"
+            "Device : server:/share\r\n"
+            "Mounted At : /share\r\n"
+            "Read Only : No\r\n[0]");
+  EXPECT_EQ(run({"fsinfo", "statistics", "D:"}), "File System Type : nfs\r\n[0]");
+  EXPECT_EQ(server_->comeBack(), 1);
+}
+
+TEST_F(FsUtilWithoutServer, RefusesAFolderThatCannotBeReached) {
+  KeptOutput output;
+  const auto resolve = [server = server_](const std::string& folder) {
+    server->wait();
+    return folder;
+  };
+  const FileTree files = tree_.files();
+  const int code =
+      FsUtil(files, machine_, resolve, output, questions_).run({"volume", "diskfree", "/share/x"});
+  EXPECT_EQ(output.text, "What /share/x lies on is not told.\r\n");
+  EXPECT_EQ(code, 1);
+  server_->comeBack();
 }
 
 TEST(FsUtilWithoutMounts, RefusesEveryFolder) {
   const TemporaryTree tree;
   const FileTree files = tree.files();
-  const FakeMachine machine;
+  const auto machine = std::make_shared<FakeMachine>();
   KeptOutput output;
   const auto same = [](const std::string& folder) { return folder; };
   EXPECT_EQ(FsUtil(files, machine, same, output).run({"dirty", "query", "/"}), 1);

@@ -10,6 +10,7 @@
 #include "machine/fact_text.h"
 #include "machine/module_file.h"
 #include "machine/moments.h"
+#include "machine/mounts.h"
 #include "machine/network_interfaces.h"
 #include "machine/processor_fields.h"
 #include "machine/updates.h"
@@ -72,6 +73,22 @@ void readModule(std::string_view bytes) {
   check(veltrin::moduleValue(bytes, "").size() <= bytes.size());
 }
 
+// The kernel's list of mounts; in any other one parents may go in circles.
+void readMounts(std::string_view bytes) {
+  veltrin::MountTable table;
+  std::size_t rows = 0;
+  veltrin::LineReader lines(bytes);
+  for (std::string_view line; lines.next(line); ++rows) {
+    table.take(line);
+  }
+  const std::vector<veltrin::Mount> mounts = table.visible();
+  check(mounts.size() <= rows);
+  for (const veltrin::Mount& mount : mounts) {
+    check(!mount.folder.empty() && mount.folder.size() <= bytes.size());
+    check(!mount.type.empty() && mount.source.size() <= bytes.size());
+  }
+}
+
 template <typename Log>
 void readLog(std::string_view bytes) {
   Log log;
@@ -92,6 +109,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   readMessages(bytes);
   readLeases(bytes);
   readModule(bytes);
+  readMounts(bytes);
   readLog<veltrin::DpkgLog>(bytes);
   readLog<veltrin::PacmanLog>(bytes);
   veltrin::momentInLog(bytes);

@@ -1,8 +1,10 @@
 // A made-up machine with disks, and file systems that are mounted.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "temporary_tree.h"
@@ -48,11 +50,14 @@ class BlockTree : public TemporaryTree {
   void mount(const std::string& numbers, const std::string& folder, const std::string& type,
              const std::string& source, const std::string& part = "/",
              const std::string& options = "rw") {
-    ++mounts_;
-    table_ += std::to_string(mounts_ + 20) + " 1 " + numbers + " " + part + " " + folder +
-              " rw,relatime shared:" + std::to_string(mounts_) + " - " + type + " " + source + " " +
-              options + "\n";
-    put("/proc/self/mountinfo", table_);
+    mounts_.push_back({folder, numbers + " " + part + " " + folder + " rw,relatime shared:1 - " +
+                                   type + " " + source + " " + options + "\n"});
+    std::string table;
+    for (std::size_t mount = 0; mount < mounts_.size(); ++mount) {
+      table += std::to_string(kFirstId + mount) + " " + std::to_string(parentOf(mount)) + " " +
+               mounts_[mount].second;
+    }
+    put("/proc/self/mountinfo", table);
   }
 
   // What udev knows of the device with these numbers, a line for each.
@@ -61,6 +66,25 @@ class BlockTree : public TemporaryTree {
   }
 
  private:
+  static constexpr std::size_t kFirstId = 21;
+
+  // The ID of the one before on the same folder, or else of the nearest one above.
+  std::size_t parentOf(std::size_t mount) const {
+    const std::string& folder = mounts_[mount].first;
+    std::size_t parent = 1;
+    std::size_t length = 0;
+    for (std::size_t other = 0; other < mounts_.size(); ++other) {
+      const std::string& above = mounts_[other].first;
+      const bool isAbove =
+          above == folder ? other < mount : above == "/" || folder.starts_with(above + "/");
+      if (isAbove && above.size() >= length) {
+        parent = kFirstId + other;
+        length = above.size();
+      }
+    }
+    return parent;
+  }
+
   void device(const std::string& folder, const std::string& name, const std::string& numbers,
               std::uint64_t sectors) {
     put(folder + "/dev", numbers + "\n");
@@ -70,8 +94,7 @@ class BlockTree : public TemporaryTree {
   }
 
   std::string folderOfDisk_;
-  std::string table_;
-  int mounts_ = 0;
+  std::vector<std::pair<std::string, std::string>> mounts_;  // folders, and the rest of a line
 };
 
 }  // namespace veltrin

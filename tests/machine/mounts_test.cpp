@@ -93,6 +93,67 @@ TEST(Mounts, DoNotTellWhatIsHidden) {
   EXPECT_EQ(mounts[1].source, "/dev/sda3");
 }
 
+std::vector<std::string> visibleSources(const std::vector<std::string>& lines) {
+  MountTable table;
+  for (const std::string& line : lines) table.take(line);
+  std::vector<std::string> sources;
+  for (const Mount& mount : table.visible()) sources.push_back(mount.source);
+  return sources;
+}
+
+using Sources = std::vector<std::string>;
+
+TEST(MountTable, HidesWhatWasMountedBelowAFolderBeforeTheFolder) {
+  EXPECT_EQ(visibleSources({"25 1 8:1 / / rw - ext4 root rw", "26 25 8:2 / /mnt/a rw - ext4 old rw",
+                            "27 25 8:3 / /mnt rw - ext4 over rw",
+                            "28 25 8:4 / /mnt2 rw - ext4 other rw"}),
+            (Sources{"root", "over", "other"}));
+}
+
+TEST(MountTable, ShowsWhatIsMountedBelowAFolderAfterTheFolder) {
+  EXPECT_EQ(visibleSources({"25 1 8:1 / / rw - ext4 root rw", "26 25 8:3 / /mnt rw - ext4 first rw",
+                            "27 26 8:2 / /mnt/a rw - ext4 below rw"}),
+            (Sources{"root", "first", "below"}));
+}
+
+TEST(MountTable, HidesWhatIsMountedOnSomethingHidden) {
+  EXPECT_EQ(
+      visibleSources({"25 1 8:1 / / rw - ext4 root rw", "26 25 8:2 / /mnt/a rw - ext4 hidden rw",
+                      "27 26 8:3 / /mnt/a/b rw - ext4 deep rw",
+                      "28 25 8:4 / /mnt rw - ext4 over rw", "29 28 8:5 / /mnt/a rw - ext4 new rw"}),
+      (Sources{"root", "over", "new"}));
+}
+
+TEST(MountTable, HidesAllBelowAFolderThatIsMountedAnew) {
+  EXPECT_EQ(
+      visibleSources({"25 1 8:1 / / rw - ext4 root rw", "26 25 8:2 / /a rw - ext4 first rw",
+                      "27 26 8:3 / /a/b rw - ext4 below rw", "28 26 8:4 / /a rw - ext4 second rw"}),
+      (Sources{"root", "second"}));
+}
+
+TEST(MountTable, GoesByTheParentsWhateverTheOrder) {
+  EXPECT_EQ(
+      visibleSources({"28 25 8:4 / /mnt rw - ext4 over rw", "27 30 8:3 / /srv/x rw - ext4 below rw",
+                      "26 25 8:2 / /mnt/a rw - ext4 hidden rw",
+                      "30 25 8:5 / /srv rw - ext4 served rw", "25 1 8:1 / / rw - ext4 root rw"}),
+      (Sources{"over", "below", "served", "root"}));
+}
+
+TEST(MountTable, TakesAFirstOneThatIsItsOwnParent) {
+  EXPECT_EQ(
+      visibleSources({"1 1 0:2 / / rw - rootfs rootfs rw", "20 1 8:1 / /home rw - ext4 home rw"}),
+      (Sources{"rootfs", "home"}));
+  EXPECT_EQ(
+      visibleSources({"1 1 0:2 / / rw - rootfs rootfs rw", "20 1 8:1 / /home rw - ext4 home rw",
+                      "25 1 8:2 / / rw - ext4 root rw"}),
+      (Sources{"root"}));
+}
+
+TEST(MountTable, EndsWithParentsInACircle) {
+  EXPECT_EQ(visibleSources({"1 2 0:2 / /a rw - ext4 a rw", "2 1 8:1 / /b rw - ext4 b rw"}),
+            (Sources{"a", "b"}));
+}
+
 // A file of the network's might never be told of.
 TEST(Mounts, LookForPlainFilesAmongThePartsOfDevicesAlone) {
   const TemporaryTree tree;

@@ -1,10 +1,7 @@
 #include "platform/linux/linux_drives.h"
 
 #include <algorithm>
-#include <future>
 #include <limits>
-#include <system_error>
-#include <thread>
 
 namespace veltrin {
 namespace {
@@ -51,24 +48,7 @@ bool LinuxDrives::GetDiskFreeSpaceExA(const std::string& Root, std::uint64_t& Fr
 std::optional<FileSystemRoom> LinuxDrives::room(const std::string& root) const {
   const auto volume = volumeAt(files_, root);
   if (!volume) return std::nullopt;
-  return volume->kind == VolumeKind::Network ? roomInTime(*volume)
-                                             : roomOf(files_, *machine_, *volume);
-}
-
-// A thread whose answer nobody waits for any more ends with it, whenever that comes.
-std::optional<FileSystemRoom> LinuxDrives::roomInTime(const Volume& volume) const {
-  std::promise<std::optional<FileSystemRoom>> promise;
-  auto answer = promise.get_future();
-  try {
-    std::thread([files = files_, machine = machine_, volume,
-                 promise = std::move(promise)]() mutable {
-      promise.set_value(roomOf(files, *machine, volume));
-    }).detach();
-  } catch (const std::system_error&) {
-    return std::nullopt;
-  }
-  if (answer.wait_for(patience_) != std::future_status::ready) return std::nullopt;
-  return answer.get();
+  return rooms_.of(*volume);
 }
 
 }  // namespace veltrin
