@@ -133,6 +133,12 @@ TEST_F(WindowsWmiServiceTest, FailsWhenItMayNotBeLetAct) {
   EXPECT_EQ(failureOf([&] { wmi_.connect(kHere); }), E_ACCESSDENIED);
 }
 
+TEST_F(WindowsWmiServiceTest, AQueryFailsWhenItsAnswerMayNotBeLetAct) {
+  const auto service = wmi_.connect(kHere);
+  script_.securing = E_ACCESSDENIED;
+  EXPECT_EQ(failureOf([&] { service->ExecQuery(kQuery, 48); }), E_ACCESSDENIED);
+}
+
 TEST_F(WindowsWmiServiceTest, AConnectionThatIsRefusedFailsWithTheNumberOfTheService) {
   script_.connecting = kAccessDenied;
   EXPECT_EQ(failureOf([&] { wmi_.connect(kHere); }), kAccessDenied);
