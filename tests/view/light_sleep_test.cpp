@@ -67,7 +67,10 @@ TEST(LightSleepTest, SleepsWhileNothingComes) {
   bool isOver = false;
   const NapTimer nap([&] { isOver = true; });
   int sleeps = 0;
-  for (; !isOver; ++sleeps) light.sleep();
+  while (!isOver) {
+    light.sleep();
+    ++sleeps;
+  }
   EXPECT_LE(sleeps, kFewTimes);
 }
 
