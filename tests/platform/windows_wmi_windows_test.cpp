@@ -1,5 +1,6 @@
 // What the service of this Windows answers. Under Wine it knows some classes and no others.
 #include <functional>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <objbase.h>
 #include <regex>
@@ -15,6 +16,8 @@
 namespace veltrin {
 namespace {
 
+using testing::AnyOf;
+
 const std::string kHere = "winmgmts:\\\\.\\root\\cimv2";
 
 // The number of the next handle: the system gives the lowest that is free.
@@ -26,11 +29,17 @@ std::uintptr_t nextHandle() {
 
 class WindowsWmiTest : public testing::Test {
  protected:
+  // An object that has to be there. In its place comes one whose properties cannot be read.
+  static WmiObject nextOf(WmiObjects& objects) {
+    auto object = objects.next();
+    EXPECT_TRUE(object);
+    return object.value_or(WmiObject());
+  }
+
   // The first object of a class.
   WmiObject first(const std::string& name) {
-    auto object = wmi_.connect(kHere)->ExecQuery("Select * from " + name, 48)->next();
-    EXPECT_TRUE(object) << name;
-    return object.value_or(WmiObject());
+    SCOPED_TRACE(name);
+    return nextOf(*wmi_.connect(kHere)->ExecQuery("Select * from " + name, 48));
   }
 
   int count(WmiObjects& objects) {
@@ -57,7 +66,7 @@ TEST_F(WindowsWmiTest, KnowsThisMachineByItsName) {
   ASSERT_NE(name, "");
   const auto service = wmi_.connect("winmgmts:\\\\" + name + "\\root\\cimv2");
   const auto objects = service->ExecQuery("Select * from Win32_ComputerSystem", 48);
-  EXPECT_EQ(objects->next()->value("Name").text(), name);
+  EXPECT_EQ(nextOf(*objects).value("Name").text(), name);
 }
 
 TEST_F(WindowsWmiTest, TakesTheMonikerOfThisMachineWithSettings) {
@@ -169,7 +178,8 @@ TEST_F(WindowsWmiTest, AnUnknownClassHasNoObjectsWhateverTheFlags) {
     std::unique_ptr<WmiObjects> objects;
     ASSERT_NO_THROW(objects = service->ExecQuery("Select * from Win32_Nothing", flags));
     std::optional<WmiObject> object;
-    skip([&] { object = objects->next(); });
+    EXPECT_THAT(numberOfFailure([&] { object = objects->next(); }),
+                AnyOf(0, static_cast<int>(WBEM_E_INVALID_CLASS)));
     EXPECT_FALSE(object);
   }
 }
@@ -180,18 +190,17 @@ TEST_F(WindowsWmiTest, WalksTwoAnswersInTurn) {
   const auto same = service->ExecQuery("Select * from Win32_LogicalDisk", 48);
   int walked = 0;
   while (const auto drive = drives->next()) {
-    EXPECT_EQ(same->next()->value("Caption").text(), drive->value("Caption").text());
+    EXPECT_EQ(nextOf(*same).value("Caption").text(), drive->value("Caption").text());
     ++walked;
   }
   EXPECT_FALSE(same->next());
-  EXPECT_GE(walked, 2);
+  EXPECT_GE(walked, 1);
 }
 
 TEST_F(WindowsWmiTest, AnAnswerOutlivesItsConnectionAndWhoeverMadeIt) {
   auto wmi = std::make_unique<WindowsWmi>();
   auto service = wmi->connect(kHere);
   const auto drives = service->ExecQuery("Select * from Win32_LogicalDisk", 48);
-  ASSERT_TRUE(drives->next());
   service.reset();
   wmi.reset();
   EXPECT_GE(count(*drives), 1);
@@ -202,7 +211,7 @@ TEST_F(WindowsWmiTest, AnAnswerThatIsDroppedInItsMiddleHoldsNobodyUp) {
   auto drives = service->ExecQuery("Select * from Win32_LogicalDisk", 48);
   ASSERT_TRUE(drives->next());
   drives.reset();
-  EXPECT_GE(count(*service->ExecQuery("Select * from Win32_LogicalDisk", 48)), 2);
+  EXPECT_GE(count(*service->ExecQuery("Select * from Win32_LogicalDisk", 48)), 1);
 }
 
 TEST_F(WindowsWmiTest, WhoeverWaitsIsToldOfEachCall) {
@@ -254,23 +263,34 @@ TEST_P(CallersApartmentTest, DoesNotMatterAndStays) {
 INSTANTIATE_TEST_SUITE_P(EachWay, CallersApartmentTest,
                          testing::Values(COINIT_APARTMENTTHREADED, COINIT_MULTITHREADED));
 
-// The classes that the report asks for; under Wine those whose objects this machine has.
+// The classes that the report asks for. Wine has the objects of some on every machine.
 class ClassOfTheReportTest : public WindowsWmiTest,
-                             public testing::WithParamInterface<const char*> {};
+                             public testing::WithParamInterface<const char*> {
+ protected:
+  int countOfClass() {
+    return count(*wmi_.connect(kHere)->ExecQuery(std::string("Select * from ") + GetParam(), 48));
+  }
+};
 
-TEST_P(ClassOfTheReportTest, AnswersWithoutAFailure) {
-  const auto objects =
-      wmi_.connect(kHere)->ExecQuery(std::string("Select * from ") + GetParam(), 48);
-  EXPECT_NO_THROW(count(*objects));
-}
+std::string nameOfClass(const testing::TestParamInfo<const char*>& tested) { return tested.param; }
 
-INSTANTIATE_TEST_SUITE_P(Classes, ClassOfTheReportTest,
+using ClassOfEveryMachineTest = ClassOfTheReportTest;
+
+TEST_P(ClassOfEveryMachineTest, HasAnObject) { EXPECT_GE(countOfClass(), 1); }
+
+INSTANTIATE_TEST_SUITE_P(Classes, ClassOfEveryMachineTest,
                          testing::Values("Win32_Processor", "Win32_PhysicalMemory",
                                          "Win32_LogicalDisk", "Win32_DiskDrive", "Win32_BaseBoard",
                                          "Win32_videocontroller", "Win32_DesktopMonitor",
-                                         "Win32_SoundDevice", "Win32_Printer",
-                                         "Win32_ComputerSystem"),
-                         [](const auto& tested) { return std::string(tested.param); });
+                                         "Win32_SoundDevice", "Win32_ComputerSystem"),
+                         nameOfClass);
+
+using ClassOfSomeMachinesTest = ClassOfTheReportTest;
+
+TEST_P(ClassOfSomeMachinesTest, AnswersWithoutAFailure) { EXPECT_NO_THROW(countOfClass()); }
+
+INSTANTIATE_TEST_SUITE_P(Classes, ClassOfSomeMachinesTest, testing::Values("Win32_Printer"),
+                         nameOfClass);
 
 }  // namespace
 }  // namespace veltrin

@@ -58,6 +58,32 @@ TEST(WmiVariantTest, AnObjectWithinAnObjectIsNull) {
   EXPECT_TRUE(wmiValueOf(*Variant(VT_UNKNOWN)).isNull());
 }
 
+TEST(WmiVariantTest, ADateIsNull) {
+  Variant date(VT_DATE);
+  V_DATE(&*date) = 45000.5;
+  EXPECT_TRUE(wmiValueOf(*date).isNull());
+}
+
+TEST(WmiVariantTest, ACurrencyIsNull) {
+  Variant currency(VT_CY);
+  V_CY(&*currency).int64 = 12345;
+  EXPECT_TRUE(wmiValueOf(*currency).isNull());
+}
+
+TEST(WmiVariantTest, ADecimalIsNull) {
+  Variant decimal;
+  ASSERT_EQ(VarDecFromI4(7, &V_DECIMAL(&*decimal)), S_OK);
+  V_VT(&*decimal) = VT_DECIMAL;
+  EXPECT_TRUE(wmiValueOf(*decimal).isNull());
+}
+
+TEST(WmiVariantTest, AReferenceToANumberIsNull) {
+  LONG number = 7;
+  Variant reference(VT_BYREF | VT_I4);
+  V_I4REF(&*reference) = &number;
+  EXPECT_TRUE(wmiValueOf(*reference).isNull());
+}
+
 TEST(WmiVariantTest, AFlagIsTrueOrFalse) {
   Variant flag(VT_BOOL);
   V_BOOL(&*flag) = VARIANT_TRUE;
@@ -181,6 +207,20 @@ TEST(WmiVariantTest, ATableOfVariantsIsNull) {
   SAFEARRAYBOUND bound{2, 0};
   Variant table(VT_ARRAY | VT_VARIANT);
   V_ARRAY(&*table) = SafeArrayCreate(VT_VARIANT, 1, &bound);
+  EXPECT_TRUE(wmiValueOf(*table).isNull());
+}
+
+TEST(WmiVariantTest, ATableOfDatesIsNull) {
+  Variant table;
+  fill<DATE>(table, VT_DATE, {45000.5, 45001});
+  EXPECT_TRUE(wmiValueOf(*table).isNull());
+}
+
+TEST(WmiVariantTest, ATableWhoseElementsAreLargerThanAnyValueIsNullWhateverItsTypeSays) {
+  SAFEARRAYBOUND bound{2, 0};
+  Variant table(VT_ARRAY | VT_I4);
+  V_ARRAY(&*table) = SafeArrayCreate(VT_DECIMAL, 1, &bound);
+  ASSERT_NE(V_ARRAY(&*table), nullptr);
   EXPECT_TRUE(wmiValueOf(*table).isNull());
 }
 

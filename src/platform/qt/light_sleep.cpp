@@ -12,7 +12,10 @@ LightSleep::LightSleep() {
   QCoreApplication::instance()->installEventFilter(this);
   connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
           [this] {
-            if (isAsleep_ && hasCome_) QAbstractEventDispatcher::instance()->wakeUp();
+            // Once for what has come: a loop within the sleep is to sleep itself.
+            if (isAsleep_ && std::exchange(hasCome_, false)) {
+              QAbstractEventDispatcher::instance()->wakeUp();
+            }
           });
 }
 

@@ -21,7 +21,7 @@ class LightSleep : public QObject {
 
  private:
   bool isAsleep_ = false;
-  bool hasCome_ = false;  // something, since the innermost sleep began
+  bool hasCome_ = false;  // something that nobody was kept awake for yet
 };
 
 }  // namespace veltrin

@@ -11,7 +11,8 @@ namespace veltrin {
 
 // The service of this machine, or of any other that the user may ask. What it refuses fails
 // with its own number (an HRESULT) and its own words. A machine that is silent is given up
-// after two minutes, as the service does at the latest; a query has the time that it takes.
+// after two minutes, as the service does at the latest; a query has the time that it takes. While
+// one hangs the program cannot be ended, as the routine that asked never returns.
 class WindowsWmi : public Wmi {
  public:
   // `whileSilent` is called while the service has not answered. Without it calls block.

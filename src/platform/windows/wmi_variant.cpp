@@ -61,6 +61,9 @@ std::optional<Loose> looseOf(const VARIANT& variant) {
   }
 }
 
+// In a VARIANT, of any value that is looked at.
+constexpr UINT kMostBytes = sizeof(VARIANT::llVal);
+
 // One element of a table, as a value of its own.
 class Element {
  public:
@@ -82,7 +85,8 @@ class Element {
 WmiValue tableValueOf(SAFEARRAY* table, VARTYPE type) {
   LONG first = 0;
   LONG last = 0;
-  if (table == nullptr || SafeArrayGetDim(table) != 1 ||
+  // A table may be of another type than it is said to be.
+  if (table == nullptr || SafeArrayGetDim(table) != 1 || SafeArrayGetElemsize(table) > kMostBytes ||
       FAILED(SafeArrayGetLBound(table, 1, &first)) || FAILED(SafeArrayGetUBound(table, 1, &last))) {
     return {};
   }

@@ -11,9 +11,10 @@
 
 namespace veltrin {
 
-// Null for what is no single value of its own: an object within an object, a table of more
-// than one dimension. A number of 32 bits has a sign, as the service gives even those that are
-// declared without.
+// A flag, number or text, or a table of such of one dimension. All else is null: an object within
+// an object, a table of more dimensions, and the types that the service never uses (dates, which
+// it gives as texts, currencies, decimals, references to a value elsewhere). A number of 32 bits
+// has a sign, as the service gives even those that are declared without.
 WmiValue wmiValueOf(const VARIANT& variant);
 
 }  // namespace veltrin

@@ -1,11 +1,14 @@
+#include "platform/qt/light_sleep.h"
+
 #include <chrono>
 #include <thread>
 
+#include <QAbstractEventDispatcher>
+#include <QEventLoop>
 #include <QTimer>
 
 #include "gtest/gtest.h"
 #include "platform/qt/later.h"
-#include "platform/qt/light_sleep.h"
 
 namespace veltrin {
 namespace {
@@ -14,6 +17,25 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds kPause{5};
 constexpr std::chrono::milliseconds kRescue{2000};
+
+// Long for a loop that spins, which goes round thousands of times.
+constexpr std::chrono::milliseconds kNap{100};
+constexpr int kFewTimes = 5;
+
+// Calls a routine at the end of a nap.
+class NapTimer {
+ public:
+  template <class Routine>
+  explicit NapTimer(Routine routine) {
+    timer_.setSingleShot(true);
+    timer_.setTimerType(Qt::PreciseTimer);
+    timer_.callOnTimeout(routine);
+    timer_.start(kNap);
+  }
+
+ private:
+  QTimer timer_;
+};
 
 // Sleeps until a routine that another thread has called here has run.
 template <class Sleep>
@@ -38,6 +60,38 @@ TEST(LightSleepTest, EndsWithWhatWasPosted) {
   for (int round = 0; round < 20; ++round) {
     EXPECT_LT(sleepUntilCalled([&] { light.sleep(); }), kRescue / 2) << round;
   }
+}
+
+TEST(LightSleepTest, SleepsWhileNothingComes) {
+  LightSleep light;
+  bool isOver = false;
+  const NapTimer nap([&] { isOver = true; });
+  int sleeps = 0;
+  while (!isOver) {
+    light.sleep();
+    ++sleeps;
+  }
+  EXPECT_LE(sleeps, kFewTimes);
+}
+
+TEST(LightSleepTest, ALoopWithinItSleepsWhileNothingComes) {
+  LightSleep light;
+  Later later;
+  bool isOver = false;
+  int blocks = 0;
+  later.call([&] {
+    QEventLoop within;
+    const NapTimer nap([&] { within.quit(); });
+    const auto counting =
+        QObject::connect(QAbstractEventDispatcher::instance(),
+                         &QAbstractEventDispatcher::aboutToBlock, [&] { ++blocks; });
+    within.exec();
+    QObject::disconnect(counting);
+    isOver = true;
+  });
+  while (!isOver) light.sleep();
+  EXPECT_GE(blocks, 1);
+  EXPECT_LE(blocks, kFewTimes);
 }
 
 TEST(LightSleepTest, EndsWithWhatWasHandedInByASleepWithinIt) {
