@@ -57,24 +57,21 @@ std::size_t endOfTag(std::string_view text) {
   return std::string_view::npos;
 }
 
-// Takes what stands between the next "<" and its ">" out of a text. False when no tag that is
-// closed is left.
+// Takes what stands between the next "<" and its ">" out of a text; a remark is a tag, too. False
+// when none that is closed is left.
 bool takeTag(std::string_view& text, std::string_view& tag) {
-  constexpr std::string_view kComment = "!--";
-  for (std::size_t at = text.find('<'); at != std::string_view::npos; at = text.find('<')) {
-    text.remove_prefix(at + 1);
-    const bool isComment = text.starts_with(kComment);
-    const std::size_t end = isComment ? text.find("-->") : endOfTag(text);
-    if (end == std::string_view::npos) {
-      return false;
-    }
-    tag = text.substr(0, end);
-    text.remove_prefix(end);
-    if (!isComment) {
-      return true;
-    }
+  const std::size_t start = text.find('<');
+  if (start == std::string_view::npos) {
+    return false;
   }
-  return false;
+  text.remove_prefix(start + 1);
+  const std::size_t end = text.starts_with("!--") ? text.find("-->") : endOfTag(text);
+  if (end == std::string_view::npos) {
+    return false;
+  }
+  tag = text.substr(0, end);
+  text.remove_prefix(end);
+  return true;
 }
 
 // Collects the values of properties that lie in one another.
