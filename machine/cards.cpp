@@ -3,26 +3,20 @@
 #include <algorithm>
 #include <utility>
 
+#include "machine/adapter_id.h"
 #include "machine/connections.h"
-#include "machine/device_database.h"
+#include "machine/device_folder.h"
+#include "machine/device_names.h"
 #include "machine/fact_text.h"
+#include "machine/usb_devices.h"
 
 namespace veltrin {
 namespace {
 
-std::string behindLastSlash(const std::string& path) {
-  const std::size_t slash = path.rfind('/');
-  return slash == std::string::npos ? path : path.substr(slash + 1);
-}
-
-std::string joined(const std::string& left, const std::string& right) {
-  return left.empty() || right.empty() ? left + right : left + " " + right;
-}
-
 // Finds the names of adapters.
 class Adapters {
  public:
-  explicit Adapters(const FileTree& files) : files_(files), database_(files) {}
+  explicit Adapters(const FileTree& files) : files_(files), names_(files) {}
 
   bool isDevice(const NetworkInterface& interface) const {
     return !files_.linkTarget(folderOf(interface)).empty();
@@ -30,14 +24,18 @@ class Adapters {
 
   // By the hardware database, else as the device itself tells, else the name of its
   // driver; the kind of an interface that is software.
-  std::string nameOf(const NetworkInterface& interface) const {
-    for (const auto part :
-         {&Adapters::nameInDatabase, &Adapters::nameInDevice, &Adapters::driverOf}) {
-      if (std::string name = (this->*part)(interface); !name.empty()) {
-        return name;
-      }
+  std::string nameOf(const NetworkInterface& interface) {
+    std::string name = names_.modelOf(adapterId(files_, interface.name));
+    if (name.empty()) {
+      name = nameInDevice(interface);
     }
-    return printable(interface.kind.empty() ? interface.name : interface.kind);
+    if (name.empty()) {
+      name = printable(driverIn(files_, folderOf(interface)));
+    }
+    if (name.empty()) {
+      name = printable(interface.kind.empty() ? interface.name : interface.kind);
+    }
+    return name;
   }
 
  private:
@@ -45,30 +43,14 @@ class Adapters {
     return "/sys/class/net/" + interface.name + "/device";
   }
 
-  std::string nameInDatabase(const NetworkInterface& interface) const {
-    const std::string folder = folderOf(interface);
-    std::string id = files_.line(folder + "/modalias");
-    if (id.starts_with("virtio:")) {
-      // The database knows the device of the bus that carries the virtual one.
-      id = files_.line(folder + "/../modalias");
-    }
-    return database_.fullNameOf(id);
-  }
-
   // The interface of a USB device lies in the folder of the device, which keeps the
   // texts that the device tells of itself.
   std::string nameInDevice(const NetworkInterface& interface) const {
-    const std::string folder = folderOf(interface) + "/../";
-    const std::string product = printable(files_.line(folder + "product"));
-    return product.empty() ? "" : joined(printable(files_.line(folder + "manufacturer")), product);
-  }
-
-  std::string driverOf(const NetworkInterface& interface) const {
-    return printable(behindLastSlash(files_.linkTarget(folderOf(interface) + "/driver")));
+    return wholeName(usbTextsIn(files_, folderOf(interface) + "/.."));
   }
 
   const FileTree& files_;
-  DeviceDatabase database_;
+  DeviceNames names_;
 };
 
 std::vector<std::string> addressTexts(const NetworkInterface& interface) {
@@ -83,8 +65,7 @@ std::vector<std::string> addressTexts(const NetworkInterface& interface) {
   return texts;
 }
 
-CardFacts cardOf(const FileTree& files, const Adapters& adapters,
-                 const NetworkInterface& interface) {
+CardFacts cardOf(const FileTree& files, Adapters& adapters, const NetworkInterface& interface) {
   const ConnectionFacts connection = connectionFacts(files, interface);
   CardFacts card;
   card.name = adapters.nameOf(interface);
@@ -105,7 +86,7 @@ std::optional<std::vector<CardFacts>> cardFacts(const FileTree& files, const Mac
   if (!interfaces) {
     return std::nullopt;
   }
-  const Adapters adapters(files);
+  Adapters adapters(files);
   std::stable_partition(interfaces->begin(), interfaces->end(),
                         [&](const auto& interface) { return adapters.isDevice(interface); });
   std::vector<CardFacts> cards;

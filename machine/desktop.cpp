@@ -192,10 +192,34 @@ struct Containment {
   std::string fill;
 };
 
-// "[Containments][25][Wallpaper][org.kde.image][General]" holds the picture of the desktop 25.
-std::map<std::string, Containment> containmentsIn(const std::string& text) {
+// Takes one line of a section in. "[Containments][25][Wallpaper][org.kde.image][General]" holds
+// the picture of the desktop 25.
+void takeSetting(std::map<std::string, Containment>& containments, std::string_view section,
+                 std::string_view line) {
   constexpr std::string_view kStart = "[Containments][";
   constexpr std::string_view kPicture = "][Wallpaper][org.kde.image][General]";
+  const std::size_t sign = line.find('=');
+  if (!section.starts_with(kStart) || sign == std::string_view::npos) {
+    return;
+  }
+  section.remove_prefix(kStart.size());
+  const std::size_t end = std::min(section.find(']'), section.size());
+  const std::string_view rest = section.substr(end);
+  const std::string_view key = line.substr(0, sign);
+  const std::string_view value = line.substr(sign + 1);
+  Containment& containment = containments[std::string(section.substr(0, end))];
+  if (rest == "]" && key == "wallpaperplugin") {
+    containment.plugin = value;
+  } else if (rest == "]" && key == "lastScreen") {
+    containment.screen = value;
+  } else if (rest == kPicture && key == "Image") {
+    containment.image = value;
+  } else if (rest == kPicture && key == "FillMode") {
+    containment.fill = value;
+  }
+}
+
+std::map<std::string, Containment> containmentsIn(const std::string& text) {
   std::map<std::string, Containment> containments;
   std::string_view section;
   LineReader lines(text);
@@ -204,24 +228,7 @@ std::map<std::string, Containment> containmentsIn(const std::string& text) {
     if (line.starts_with('[')) {
       section = line;
     }
-    const std::size_t sign = line.find('=');
-    if (!section.starts_with(kStart) || sign == std::string_view::npos) {
-      continue;
-    }
-    const std::string_view inside = section.substr(kStart.size());
-    const std::size_t end = std::min(inside.find(']'), inside.size());
-    const std::string_view rest = inside.substr(end);
-    const std::string_view key = line.substr(0, sign);
-    Containment& containment = containments[std::string(inside.substr(0, end))];
-    if (rest == "]" && key == "wallpaperplugin") {
-      containment.plugin = line.substr(sign + 1);
-    } else if (rest == "]" && key == "lastScreen") {
-      containment.screen = line.substr(sign + 1);
-    } else if (rest == kPicture && key == "Image") {
-      containment.image = line.substr(sign + 1);
-    } else if (rest == kPicture && key == "FillMode") {
-      containment.fill = line.substr(sign + 1);
-    }
+    takeSetting(containments, section, line);
   }
   return containments;
 }

@@ -1,6 +1,5 @@
 #include "machine/device_database.h"
 
-#include "machine/fact_text.h"
 #include "machine/hardware_database.h"
 
 namespace veltrin {
@@ -26,20 +25,6 @@ DeviceDatabase::DeviceDatabase(const FileTree& files) : map_(mapDatabase(files))
 std::map<std::string, std::string> DeviceDatabase::properties(const std::string& modalias) const {
   return modalias.empty() ? std::map<std::string, std::string>()
                           : HardwareDatabase(map_.bytes()).properties(modalias);
-}
-
-DeviceDatabase::Names DeviceDatabase::namesOf(const std::string& modalias) const {
-  const auto known = properties(modalias);
-  const auto value = [&](const char* name) {
-    const auto found = known.find(name);
-    return found == known.end() ? std::string() : printable(found->second);
-  };
-  return {value("ID_VENDOR_FROM_DATABASE"), value("ID_MODEL_FROM_DATABASE")};
-}
-
-std::string DeviceDatabase::fullNameOf(const std::string& modalias) const {
-  const auto [maker, model] = namesOf(modalias);
-  return model.empty() || maker.empty() ? model : maker + " " + model;
 }
 
 }  // namespace veltrin

@@ -1,4 +1,4 @@
-// Names of devices in the hardware database of udev (hwdb(7)).
+// What is known of devices in the hardware database of udev (hwdb(7)).
 #pragma once
 
 #include <map>
@@ -20,18 +20,6 @@ class DeviceDatabase {
   // What is known of the device with this ID on its bus ("pci:v00008086d..."), by the names of
   // the properties.
   std::map<std::string, std::string> properties(const std::string& modalias) const;
-
-  // Who makes the device, and which one it is; empty where that is not known.
-  struct Names {
-    std::string maker;
-    std::string model;
-    friend bool operator==(const Names&, const Names&) = default;
-  };
-  Names namesOf(const std::string& modalias) const;
-
-  // Maker and model of it, as "Intel Corporation Ethernet Connection I217-LM"; empty when the
-  // model is not known.
-  std::string fullNameOf(const std::string& modalias) const;
 
  private:
   MappedFile map_;

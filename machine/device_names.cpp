@@ -35,11 +35,15 @@ std::string DeviceNames::nameOf(const UsbDevice& device) {
 }
 
 std::string DeviceNames::modelOf(const std::string& modalias) {
-  const std::string model = property(modalias, kModel);
+  const std::string model = modelAloneOf(modalias);
   return model.empty() ? "" : joinedWords(makerOf(modalias), model);
 }
 
 std::string DeviceNames::makerOf(const std::string& modalias) { return property(modalias, kMaker); }
+
+std::string DeviceNames::modelAloneOf(const std::string& modalias) {
+  return property(modalias, kModel);
+}
 
 // The list of scanners that the library of scanning brings into the database.
 bool DeviceNames::isScanner(const UsbDevice& device) {

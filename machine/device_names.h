@@ -27,6 +27,7 @@ class DeviceNames {
   // By the database alone: maker and model; empty when it does not know the model.
   std::string modelOf(const std::string& modalias);
   std::string makerOf(const std::string& modalias);
+  std::string modelAloneOf(const std::string& modalias);
 
   // Whether the database tells of the device that programs can scan with it.
   bool isScanner(const UsbDevice& device);

@@ -5,7 +5,10 @@
 #include <string_view>
 #include <utility>
 
+#include "machine/device_folder.h"
+#include "machine/device_names.h"
 #include "machine/fact_text.h"
+#include "machine/pci_devices.h"
 
 namespace veltrin {
 namespace {
@@ -14,9 +17,8 @@ const std::string kPciDevices = "/sys/bus/pci/devices/";
 const std::string kScreens = "/sys/class/drm/";
 const std::string kFrameBuffer = "/sys/class/graphics/fb0/";
 
-// The base class of display controllers, the first byte of three (PCI Code and ID Assignment
-// Specification, section 1.4).
-constexpr std::string_view kDisplayClass = "0x03";
+// The base class of display controllers (PCI Code and ID Assignment Specification, section 1.4).
+constexpr std::uint8_t kDisplay = 0x03;
 
 // Of what a monitor tells, no more than the base block is read.
 constexpr std::size_t kEdidBlock = 128;
@@ -54,7 +56,7 @@ std::vector<std::string> cardsOfScreens(const FileTree& files) {
 // is. Empty for one that lies elsewhere.
 std::string slotOf(const FileTree& files, const std::string& device) {
   for (const char* file : {"/uevent", "/../uevent"}) {
-    std::string slot = shellValue(files.text(device + file), "PCI_SLOT_NAME");
+    std::string slot = eventValue(files.text(device + file), "PCI_SLOT_NAME");
     if (!slot.empty()) {
       return slot;
     }
@@ -110,7 +112,7 @@ DisplayMode frameBuffer(const FileTree& files) {
 class Cards {
  public:
   Cards(const FileTree& files, const Machine& machine)
-      : files_(files), machine_(machine), database_(files) {
+      : files_(files), machine_(machine), names_(files) {
     for (const std::string& card : cardsOfScreens(files)) {
       screens_.push_back({card, slotOf(files, kScreens + card + "/device")});
     }
@@ -118,16 +120,14 @@ class Cards {
 
   std::vector<GraphicsCard> all() {
     std::vector<GraphicsCard> cards;
-    for (const std::string& slot : files_.names(kPciDevices)) {
-      if (files_.line(kPciDevices + slot + "/class").starts_with(kDisplayClass)) {
-        slots_.push_back(slot);
-      }
-    }
-    for (const std::string& slot : slots_) {
-      cards.push_back(cardAt(slot));
+    devices_ = pciDevices(files_);
+    std::erase_if(devices_, [](const PciDevice& device) { return device.kind() != kDisplay; });
+    for (const PciDevice& device : devices_) {
+      cards.push_back(cardAt(device));
     }
     for (const Screen& screen : screens_) {
-      if (std::find(slots_.begin(), slots_.end(), screen.slot) == slots_.end()) {
+      if (std::none_of(devices_.begin(), devices_.end(),
+                       [&](const PciDevice& device) { return device.address == screen.slot; })) {
         GraphicsCard card = cardBeside(screen);
         // Without a device, as in a container, it is no more than a folder's name.
         if (!files_.linkTarget(kScreens + screen.card + "/device").empty()) {
@@ -142,9 +142,9 @@ class Cards {
   }
 
  private:
-  GraphicsCard cardAt(const std::string& slot) const {
-    const std::string device = kPciDevices + slot;
-    GraphicsCard card = named(device);
+  GraphicsCard cardAt(const PciDevice& device) {
+    const std::string& slot = device.address;
+    GraphicsCard card = named(kPciDevices + slot, device.modalias, device.driver);
     if (std::string model = modelByDriver(slot); !model.empty()) {
       card.chip = std::move(model);
     }
@@ -157,47 +157,36 @@ class Cards {
       }
     }
     if (hasScreen ? mayShow && ownsFrameBuffer(slot)
-                  : ownsFrameBuffer(slot) || (slots_.size() == 1 && screens_.empty())) {
+                  : ownsFrameBuffer(slot) || (devices_.size() == 1 && screens_.empty())) {
       addFrameBuffer(card);
     }
     return card;
   }
 
-  GraphicsCard cardBeside(const Screen& screen) const {
+  GraphicsCard cardBeside(const Screen& screen) {
     const std::string device = kScreens + screen.card + "/device";
-    GraphicsCard card = named(device);
+    GraphicsCard card = named(device, files_.line(device + "/modalias"), driverIn(files_, device));
     if (addScreen(card, screen.card) && ownsFrameBuffer(slotOrName(device))) {
       addFrameBuffer(card);
     }
     return card;
   }
 
-  // By the hardware database, where its maker at least is known, else by its driver.
-  GraphicsCard named(const std::string& device) const {
-    const auto known = database_.properties(files_.line(device + "/modalias"));
-    const auto value = [&](const char* name) {
-      const auto found = known.find(name);
-      return found == known.end() ? std::string() : printable(found->second);
-    };
-    const std::string maker = value("ID_VENDOR_FROM_DATABASE");
-    const std::string model = value("ID_MODEL_FROM_DATABASE");
-    const std::string kind = model.empty() ? value("ID_PCI_SUBCLASS_FROM_DATABASE") : model;
+  // By the hardware database, else by its driver. `device` is its folder.
+  GraphicsCard named(const std::string& device, const std::string& modalias,
+                     const std::string& driver) {
     GraphicsCard card;
-    if (!maker.empty() && !kind.empty()) {
-      card.name = maker + " " + kind;
-    } else {
-      card.name = model.empty() ? driverOf(device) : model;
+    card.name = names_.pciNameOf(modalias);
+    if (card.name.empty()) {
+      card.name = printable(driver);
     }
     // The database tells the cards that a chip is sold on in brackets behind its name.
+    const std::string model = names_.modelAloneOf(modalias);
     card.chip = printable(std::string_view(model).substr(0, model.find(" [")));
     if (card.chip.empty()) {
-      card.chip = printable(shellValue(files_.text(device + "/uevent"), "OF_COMPATIBLE_0"));
+      card.chip = printable(eventValue(files_.text(device + "/uevent"), "OF_COMPATIBLE_0"));
     }
     return card;
-  }
-
-  std::string driverOf(const std::string& device) const {
-    return printable(behindLastSlash(files_.linkTarget(device + "/driver")));
   }
 
   // The drivers of NVIDIA and, for some cards, of AMD tell what is on the card.
@@ -247,9 +236,9 @@ class Cards {
 
   const FileTree& files_;
   const Machine& machine_;
-  DeviceDatabase database_;
+  DeviceNames names_;
   std::vector<Screen> screens_;
-  std::vector<std::string> slots_;  // of the cards on the PCI bus
+  std::vector<PciDevice> devices_;  // the cards on the PCI bus
 };
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "machine/device_database.h"
 #include "machine/edid.h"
 #include "machine/file_tree.h"
 #include "machine/machine.h"

@@ -40,11 +40,6 @@ std::optional<UsbCode> codeIn(std::string_view text) {
                  static_cast<std::uint8_t>((*numbers)[2])};
 }
 
-std::uint32_t smallNumber(std::string_view text) {
-  const auto number = wholeNumber(text);
-  return number && *number <= 0xFFFF ? static_cast<std::uint32_t>(*number) : 0;
-}
-
 std::optional<UsbDevice> deviceAt(const FileTree& files, const std::string& address) {
   const std::string uevent = files.text(kFolder + address + "/uevent");
   const auto ids = triple(eventValue(uevent, "PRODUCT"), 16, 0xFFFF);
@@ -58,8 +53,6 @@ std::optional<UsbDevice> deviceAt(const FileTree& files, const std::string& addr
   device.product = (*ids)[1];
   device.revision = (*ids)[2];
   device.code = *code;
-  device.bus = smallNumber(eventValue(uevent, "BUSNUM"));
-  device.number = smallNumber(eventValue(uevent, "DEVNUM"));
   return device;
 }
 

@@ -35,8 +35,6 @@ struct UsbDevice {
   std::uint16_t product = 0;
   std::uint16_t revision = 0;
   UsbCode code;
-  std::uint32_t bus = 0;  // the numbers that the kernel gave it
-  std::uint32_t number = 0;
   std::vector<UsbInterface> interfaces;
 };
 

@@ -57,41 +57,62 @@ std::size_t endOfTag(std::string_view text) {
   return std::string_view::npos;
 }
 
+// Takes what stands between the next "<" and its ">" out of a text; a remark is a tag, too. False
+// when none that is closed is left.
+bool takeTag(std::string_view& text, std::string_view& tag) {
+  const std::size_t start = text.find('<');
+  if (start == std::string_view::npos) {
+    return false;
+  }
+  text.remove_prefix(start + 1);
+  const std::size_t end = text.starts_with("!--") ? text.find("-->") : endOfTag(text);
+  if (end == std::string_view::npos) {
+    return false;
+  }
+  tag = text.substr(0, end);
+  text.remove_prefix(end);
+  return true;
+}
+
+// Collects the values of properties that lie in one another.
+class Properties {
+ public:
+  void take(std::string_view tag) {
+    if (tag.starts_with("property ")) {
+      open(tag);
+    } else if (tag.starts_with("/property") && !path_.empty()) {
+      path_.pop_back();
+    }
+  }
+
+  std::map<std::string, std::string> values() && { return std::move(values_); }
+
+ private:
+  void open(std::string_view tag) {
+    const bool isTooDeep = path_.size() >= kDeepest;
+    const std::string own =
+        (path_.empty() ? "" : path_.back()) + "/" + decoded(attributeIn(tag, "name"));
+    const std::string value = decoded(attributeIn(tag, "value"));
+    if (!value.empty() && !isTooDeep) {
+      values_[own] = value;
+    }
+    if (!tag.ends_with('/')) {
+      path_.push_back(isTooDeep ? "" : own);
+    }
+  }
+
+  std::map<std::string, std::string> values_;
+  std::vector<std::string> path_;  // of the properties that are open
+};
+
 }  // namespace
 
 std::map<std::string, std::string> xfconfValues(std::string_view text) {
-  std::map<std::string, std::string> values;
-  std::vector<std::string> path;  // of the properties that are open
-  for (std::size_t at = text.find('<'); at != std::string_view::npos; at = text.find('<')) {
-    text.remove_prefix(at + 1);
-    if (text.starts_with("!--")) {
-      const std::size_t end = text.find("-->");
-      text.remove_prefix(end == std::string_view::npos ? text.size() : end);
-      continue;
-    }
-    const std::size_t end = endOfTag(text);
-    if (end == std::string_view::npos) {
-      break;
-    }
-    const std::string_view tag = text.substr(0, end);
-    text.remove_prefix(end);
-    if (tag.starts_with("/property")) {
-      if (!path.empty()) {
-        path.pop_back();
-      }
-    } else if (tag.starts_with("property ")) {
-      const std::string own =
-          (path.empty() ? "" : path.back()) + "/" + decoded(attributeIn(tag, "name"));
-      const std::string value = decoded(attributeIn(tag, "value"));
-      if (!value.empty() && path.size() < kDeepest) {
-        values[own] = value;
-      }
-      if (!tag.ends_with('/')) {
-        path.push_back(path.size() < kDeepest ? own : "");
-      }
-    }
+  Properties properties;
+  for (std::string_view tag; takeTag(text, tag);) {
+    properties.take(tag);
   }
-  return values;
+  return std::move(properties).values();
 }
 
 }  // namespace veltrin

@@ -67,22 +67,27 @@ TEST(BusesOfThisMachine, HaveThePciDevicesThatLspciLists) {
   EXPECT_THAT(found, ElementsAreArray(wanted));
 }
 
-// "Bus 001 Device 002: ID 046d:c31c" of such a line with names behind.
-std::string usbLine(const UsbDevice& device) {
-  char text[64];
-  std::snprintf(text, sizeof text, "Bus %03u Device %03u: ID %04x:%04x", device.bus, device.number,
-                device.vendor, device.product);
+// "046d:c31c".
+std::string usbId(const UsbDevice& device) {
+  char text[16];
+  std::snprintf(text, sizeof text, "%04x:%04x", device.vendor, device.product);
   return text;
+}
+
+// The same of a line "Bus 001 Device 002: ID 046d:c31c Example Keyboard".
+std::string usbId(const std::string& line) {
+  return line.substr(std::string("Bus 001 Device 002: ID ").size(),
+                     std::string("046d:c31c").size());
 }
 
 TEST(BusesOfThisMachine, HaveTheUsbDevicesThatLsusbLists) {
   std::vector<std::string> wanted;
   for (const std::string& line : linesOf("lsusb 2>/dev/null")) {
-    wanted.push_back(line.substr(0, std::string("Bus 001 Device 002: ID 046d:c31c").size()));
+    wanted.push_back(usbId(line));
   }
   if (wanted.empty()) GTEST_SKIP() << "lsusb lists no device here.";
   std::vector<std::string> found;
-  for (const UsbDevice& device : usbDevices(FileTree())) found.push_back(usbLine(device));
+  for (const UsbDevice& device : usbDevices(FileTree())) found.push_back(usbId(device));
   std::sort(wanted.begin(), wanted.end());
   std::sort(found.begin(), found.end());
   EXPECT_THAT(found, ElementsAreArray(wanted));

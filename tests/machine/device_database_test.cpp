@@ -38,18 +38,15 @@ class DeviceDatabaseTest : public testing::Test {
     tree.put("/lib/udev/hwdb.bin", databaseFile(entries));
   }
 
-  DeviceDatabase::Names names() const { return DeviceDatabase(tree.files()).namesOf(kId); }
-  std::string fullName() const { return DeviceDatabase(tree.files()).fullNameOf(kId); }
+  // What it tells of the card's model; empty when nothing.
+  std::string model() const {
+    const auto known = DeviceDatabase(tree.files()).properties(kId);
+    const auto found = known.find("ID_MODEL_FROM_DATABASE");
+    return found == known.end() ? "" : found->second;
+  }
 
   TemporaryTree tree;
 };
-
-TEST_F(DeviceDatabaseTest, TellsMakerAndModel) {
-  know({{"", kMaker, "Intel Corporation"}, {"", kModel, "I210 Gigabit Network Connection"}});
-  EXPECT_EQ(names(),
-            (DeviceDatabase::Names{"Intel Corporation", "I210 Gigabit Network Connection"}));
-  EXPECT_EQ(fullName(), "Intel Corporation I210 Gigabit Network Connection");
-}
 
 TEST_F(DeviceDatabaseTest, TellsAllPropertiesByTheirNames) {
   know({{"", kMaker, "Intel Corporation"}, {"", " ID_AUTOSUSPEND", "1"}});
@@ -58,30 +55,11 @@ TEST_F(DeviceDatabaseTest, TellsAllPropertiesByTheirNames) {
                                    Pair("ID_AUTOSUSPEND", "1")));
 }
 
-// A model is not told by its maker alone.
-TEST_F(DeviceDatabaseTest, HasNoFullNameOfAMakerWithoutAModel) {
-  know({{"", kMaker, "Intel Corporation"}});
-  EXPECT_EQ(names(), (DeviceDatabase::Names{"Intel Corporation", ""}));
-  EXPECT_EQ(fullName(), "");
-}
-
-TEST_F(DeviceDatabaseTest, HasTheModelAloneOfOneWithoutAMaker) {
-  know({{"", kModel, "I210"}});
-  EXPECT_EQ(names(), (DeviceDatabase::Names{"", "I210"}));
-  EXPECT_EQ(fullName(), "I210");
-}
-
-TEST_F(DeviceDatabaseTest, MakesNamesPrintable) {
-  know({{"", kMaker, "Int\xE9l"}, {"", kModel, " I210\t"}});
-  EXPECT_EQ(names(), (DeviceDatabase::Names{"Int?l", "I210"}));
-}
-
 TEST_F(DeviceDatabaseTest, KnowsNothingOfAnotherDeviceNorOfNone) {
   know({{"", kModel, "I210"}});
   const DeviceDatabase database(tree.files());
   for (const char* id : {"pci:v00008086d00001534sv00008086", "usb:v8086p1533", ""}) {
     EXPECT_THAT(database.properties(id), IsEmpty()) << id;
-    EXPECT_EQ(database.fullNameOf(id), "") << id;
   }
 }
 
@@ -89,24 +67,25 @@ TEST_F(DeviceDatabaseTest, KnowsNothingOfAnotherDeviceNorOfNone) {
 TEST_F(DeviceDatabaseTest, KnowsNothingOfNoIdWhateverItsPatterns) {
   tree.put("/lib/udev/hwdb.bin", databaseFile({{"*", kModel, "Everything"}}));
   const DeviceDatabase database(tree.files());
-  EXPECT_EQ(database.fullNameOf("x"), "Everything");
-  EXPECT_EQ(database.fullNameOf(""), "");
+  EXPECT_THAT(database.properties("x"),
+              UnorderedElementsAre(Pair("ID_MODEL_FROM_DATABASE", "Everything")));
+  EXPECT_THAT(database.properties(""), IsEmpty());
 }
 
 TEST_F(DeviceDatabaseTest, IsTheFirstInTheOrderOfThePlaces) {
   for (std::size_t last = kPlaces.size(); last-- > 0;) {
     tree.put(kPlaces[last], databaseFile({{"pci:*", kModel, kPlaces[last]}}));
-    EXPECT_EQ(fullName(), kPlaces[last]);
+    EXPECT_EQ(model(), kPlaces[last]);
   }
 }
 
-TEST_F(DeviceDatabaseTest, KnowsNothingWithoutAFile) { EXPECT_EQ(fullName(), ""); }
+TEST_F(DeviceDatabaseTest, KnowsNothingWithoutAFile) { EXPECT_EQ(model(), ""); }
 
 TEST_F(DeviceDatabaseTest, PassesOverAnEmptyFileAndAFolder) {
   know({{"", kModel, "I210"}});
   tree.put(kPlaces[0], "");
   tree.makeFolder(kPlaces[1]);
-  EXPECT_EQ(fullName(), "I210");
+  EXPECT_EQ(model(), "I210");
 }
 
 TEST_F(DeviceDatabaseTest, KnowsNothingFromABrokenFile) {
@@ -115,7 +94,7 @@ TEST_F(DeviceDatabaseTest, KnowsNothingFromABrokenFile) {
        {whole.substr(0, whole.size() - 1), whole + "x", "X" + whole.substr(1), whole.substr(0, 40),
         std::string(200, '\0'), std::string("no database\n")}) {
     tree.put(kPlaces[0], broken);
-    EXPECT_EQ(fullName(), "") << broken.size();
+    EXPECT_EQ(model(), "") << broken.size();
   }
 }
 

@@ -28,6 +28,18 @@ TEST_F(DeviceNamesTest, AreMakerAndModelOfTheDatabase) {
             "Intel Corporation SATA AHCI Controller");
 }
 
+TEST_F(DeviceNamesTest, AreToldInTheirParts) {
+  DeviceNames names(tree_.files());
+  const std::string known = "pci:v00008086d0000A352sv000017AAsd00000001bc01sc06i01";
+  EXPECT_EQ(names.makerOf(known), "Intel Corporation");
+  EXPECT_EQ(names.modelAloneOf(known), "SATA AHCI Controller");
+  EXPECT_EQ(names.modelOf(known), "Intel Corporation SATA AHCI Controller");
+  const std::string unknown = "pci:v00008086d00000001sv000017AAsd00000001bc01sc08i02";
+  EXPECT_EQ(names.makerOf(unknown), "Intel Corporation");
+  EXPECT_EQ(names.modelAloneOf(unknown), "");
+  EXPECT_EQ(names.modelOf(unknown), "");
+}
+
 TEST_F(DeviceNamesTest, OfAnUnknownModelAreMakerAndSubclass) {
   EXPECT_EQ(nameOfPci("pci:v00008086d00000001sv000017AAsd00000001bc01sc08i02"),
             "Intel Corporation Non-Volatile memory controller");

@@ -38,11 +38,10 @@ inline void putPci(const TemporaryTree& tree, const PciFolder& device = {}) {
 
 // A USB device: "46d/c31c/6402" and "0/0/0", as the kernel writes them.
 inline void putUsb(const TemporaryTree& tree, const std::string& address,
-                   const std::string& product, const std::string& type,
-                   const std::string& numbers = "BUSNUM=001\nDEVNUM=002\n") {
-  tree.put(
-      "/sys/bus/usb/devices/" + address + "/uevent",
-      "DEVTYPE=usb_device\nDRIVER=usb\nPRODUCT=" + product + "\nTYPE=" + type + "\n" + numbers);
+                   const std::string& product, const std::string& type) {
+  tree.put("/sys/bus/usb/devices/" + address + "/uevent",
+           "DEVTYPE=usb_device\nDRIVER=usb\nPRODUCT=" + product + "\nTYPE=" + type +
+               "\nBUSNUM=001\nDEVNUM=002\n");
 }
 
 // What a USB device calls itself.

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "machine/device_database.h"
+#include "machine/device_names.h"
 
 namespace veltrin {
 namespace {
@@ -164,8 +164,7 @@ TEST(RecordedMachine, DevicesStandOnOtherBusesAndInClasses) {
 TEST(RecordedMachine, TheDatabaseKnowsItsDevices) {
   const RecordedMachine recorded("hwdb pci:v00008086*\n  ID_VENDOR_FROM_DATABASE=Example=Works\n",
                                  "test");
-  EXPECT_EQ(DeviceDatabase(recorded.files()).namesOf("pci:v00008086d00000001").maker,
-            "Example=Works");
+  EXPECT_EQ(DeviceNames(recorded.files()).makerOf("pci:v00008086d00000001"), "Example=Works");
 }
 
 TEST(RecordedMachine, TheJournalHasItsMessages) {

@@ -23,15 +23,13 @@ class UsbDevices : public ::testing::Test {
 TEST_F(UsbDevices, AreNoneWithoutTheBus) { EXPECT_TRUE(devices().empty()); }
 
 TEST_F(UsbDevices, TellTheirNumbers) {
-  putUsb(tree_, "1-4.2", "46d/c31c/6402", "239/2/1", "BUSNUM=003\nDEVNUM=012\n");
+  putUsb(tree_, "1-4.2", "46d/c31c/6402", "239/2/1");
   const UsbDevice device = only();
   EXPECT_EQ(device.address, "1-4.2");
   EXPECT_EQ(device.vendor, 0x046D);
   EXPECT_EQ(device.product, 0xC31C);
   EXPECT_EQ(device.revision, 0x6402);
   EXPECT_EQ(device.code, (UsbCode{0xEF, 2, 1}));
-  EXPECT_EQ(device.bus, 3U);
-  EXPECT_EQ(device.number, 12U);
   EXPECT_TRUE(device.interfaces.empty());
 }
 
@@ -69,12 +67,6 @@ TEST_F(UsbDevices, PassOverInterfacesWithoutACode) {
   putUsbInterface(tree_, "1-4:1.0", "3/1/300");
   tree_.makeFolder("/sys/bus/usb/devices/1-4:1.1");
   EXPECT_TRUE(only().interfaces.empty());
-}
-
-TEST_F(UsbDevices, WithAbsurdNumbersOfTheirBusTellNone) {
-  putUsb(tree_, "1-4", "46d/c31c/6402", "0/0/0", "BUSNUM=99999999\nDEVNUM=-1\n");
-  EXPECT_EQ(only().bus, 0U);
-  EXPECT_EQ(only().number, 0U);
 }
 
 TEST_F(UsbDevices, AreForWhatTheirOwnCodeTells) {

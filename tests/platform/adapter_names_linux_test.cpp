@@ -15,7 +15,7 @@ class AdapterNamesTest : public testing::Test {
   std::string nameOf(const std::string& device) { return names_.namesOf({device}).at(0); }
 
   NetworkTree tree_;
-  AdapterNames names_{tree_.sys(), tree_.database()};
+  AdapterNames names_{tree_.files(), tree_.database()};
 };
 
 TEST_F(AdapterNamesTest, AreThoseOfTheHardwareDatabase) {

@@ -60,7 +60,7 @@ class LinuxInterfacesTest : public testing::Test {
 
   NetworkTree tree_;
   std::vector<Link> links_{card(2, "eth0")};
-  LinuxInterfaces interfaces_{std::make_shared<AdapterNames>(tree_.sys(), tree_.database()),
+  LinuxInterfaces interfaces_{std::make_shared<AdapterNames>(tree_.files(), tree_.database()),
                               tree_.sys(), [this] { return links_; }};
 };
 

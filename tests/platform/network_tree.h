@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "machine/file_tree.h"
 #include "platform/linux/adapter_names.h"
 #include "tests/platform/scratch_folder.h"
 
@@ -23,6 +24,7 @@ class NetworkTree {
 
   std::string proc() const { return tree_.path("proc"); }
   std::string sys() const { return tree_.path("sys"); }
+  FileTree files() const { return FileTree(tree_.folder().string()); }
 
   void fillProc(const std::string& name, const std::string& content) const {
     tree_.fill("proc/" + name, content);

@@ -106,7 +106,7 @@ class ProtocolCountersTest : public testing::Test {
   NetworkTree tree_;
   CounterService::Moment now_;
   LinuxCounters counters_{tree_.proc(),
-                          std::make_shared<AdapterNames>(tree_.sys(), tree_.database()),
+                          std::make_shared<AdapterNames>(tree_.files(), tree_.database()),
                           [this] { return now_; }};
   Counters::Query query_ = 0;
   std::int32_t status_ = -1;

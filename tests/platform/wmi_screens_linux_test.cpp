@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/linux/wmi_classes.h"
+#include "tests/machine/device_tree.h"
 #include "tests/machine/edid_block.h"
 #include "tests/machine/fake_machine.h"
 #include "tests/machine/hardware_database_file.h"
@@ -44,17 +45,15 @@ struct Monitor {
 
 class ScreensTest : public ::testing::Test {
  protected:
-  // Puts a device on the PCI bus, as the kernel shows it.
+  // Puts a device on the PCI bus. The class is as the kernel writes it, "30000" for 030000h.
   void putPci(const std::string& slot, const std::string& classCode, const std::string& modalias,
               const std::string& driver) {
-    const std::string folder = kDevices + slot;
-    tree_.put(folder + "/class", classCode + "\n");
-    tree_.put(folder + "/modalias", modalias + "\n");
-    tree_.put(folder + "/uevent", "DRIVER=" + driver + "\nPCI_SLOT_NAME=" + slot + "\n");
-    if (!driver.empty()) {
-      tree_.link(folder + "/driver", "../../../bus/pci/drivers/" + driver);
-    }
-    tree_.link("/sys/bus/pci/devices/" + slot, "../../../devices/pci0000:00/" + slot);
+    PciFolder device;
+    device.address = slot;
+    device.code = classCode;
+    device.modalias = modalias;
+    device.driver = driver;
+    veltrin::putPci(tree_, device);
   }
 
   // Puts a card of the direct rendering manager at a device.
@@ -139,9 +138,9 @@ class TwoCardsTest : public ScreensTest {
  protected:
   TwoCardsTest() {
     putNames();
-    putPci("0000:00:02.0", "0x030000", kIntel, "i915");
-    putPci("0000:00:1f.3", "0x040300", "pci:v00008086d00009D71sv0sd0bc04sc03i00", "snd_hda_intel");
-    putPci("0000:01:00.0", "0x030200", kNvidia, "nvidia");
+    putPci("0000:00:02.0", "30000", kIntel, "i915");
+    putPci("0000:00:1f.3", "40300", "pci:v00008086d00009D71sv0sd0bc04sc03i00", "snd_hda_intel");
+    putPci("0000:01:00.0", "30200", kNvidia, "nvidia");
     putScreen("card0", "pci0000:00/0000:01:00.0");
     putScreen("card1", "pci0000:00/0000:00:02.0");
     putConnector("card1-eDP-1", "connected",
@@ -218,35 +217,35 @@ TEST_F(TwoCardsTest, WithoutADatabaseCardsAreNamedByTheirDrivers) {
 
 TEST_F(ScreensTest, AModelThatIsNotKnownIsNamedByItsMakerAndKind) {
   putNames();
-  putPci("0000:00:02.0", "0x030000", "pci:v00008086d0000FFF7sv0sd0bc03sc00i00", "xe");
+  putPci("0000:00:02.0", "30000", "pci:v00008086d0000FFF7sv0sd0bc03sc00i00", "xe");
   EXPECT_THAT(cards(), ElementsAre(Card{"Intel Corporation VGA compatible controller"}));
 }
 
 TEST_F(ScreensTest, ACardWithoutNameAndDriverIsACardStill) {
-  putPci("0000:00:02.0", "0x038000", "", "");
+  putPci("0000:00:02.0", "38000", "", "");
   EXPECT_THAT(cards(), ElementsAre(Card{}));
 }
 
 TEST_F(ScreensTest, AServerWithoutAMonitorShowsNothing) {
   putNames();
-  putPci("0000:03:00.0", "0x030000", "pci:v0000102Bd00000534sv0sd0bc03sc00i00", "mgag200");
+  putPci("0000:03:00.0", "30000", "pci:v0000102Bd00000534sv0sd0bc03sc00i00", "mgag200");
   putScreen("card0", "pci0000:00/0000:03:00.0");
   putConnector("card0-VGA-1", "disconnected");
   putFrameBuffer("mgag200drmfb", "1024,768", "32");
   tree_.link("/sys/class/graphics/fb0/device", "../../../devices/pci0000:00/0000:03:00.0");
-  EXPECT_THAT(cards(), ElementsAre(Card{"mgag200"}));
+  EXPECT_THAT(cards(), ElementsAre(Card{"VGA compatible controller"}));
   EXPECT_THAT(monitors(), IsEmpty());
 }
 
 TEST_F(ScreensTest, AMachineWithoutGraphicsHasNoCardsAndNoMonitors) {
-  putPci("0000:00:1f.3", "0x040300", "pci:v00008086d00009D71sv0sd0bc04sc03i00", "snd_hda_intel");
+  putPci("0000:00:1f.3", "40300", "pci:v00008086d00009D71sv0sd0bc04sc03i00", "snd_hda_intel");
   EXPECT_THAT(cards(), IsEmpty());
   EXPECT_THAT(monitors(), IsEmpty());
 }
 
 TEST_F(ScreensTest, AVirtualCardIsThatOfTheBusThatCarriesIt) {
   putNames();
-  putPci("0000:00:01.0", "0x030000", kVirtio, "virtio-pci");
+  putPci("0000:00:01.0", "30000", kVirtio, "virtio-pci");
   tree_.put(kDevices + "0000:00:01.0/virtio0/uevent", "DRIVER=virtio_gpu\n");
   putScreen("card0", "pci0000:00/0000:00:01.0/virtio0");
   putConnector("card0-Virtual-1", "connected");
@@ -280,7 +279,7 @@ class QxlTest : public ScreensTest {
  protected:
   QxlTest() {
     putNames();
-    putPci("0000:00:02.0", "0x030000", kQxl, "qxl");
+    putPci("0000:00:02.0", "30000", kQxl, "qxl");
     putScreen("card0", "pci0000:00/0000:00:02.0");
     putConnector("card0-Virtual-1", "connected");
     putFrameBuffer("qxldrmfb", "1024,768", "32");
@@ -300,7 +299,7 @@ TEST_F(QxlTest, WhatTheCardTellsComesBeforeTheFrameBuffer) {
 }
 
 TEST_F(QxlTest, TheFrameBufferOfAnotherCardTellsNothingOfThisOne) {
-  putPci("0000:00:03.0", "0x030000", kQxl, "qxl");
+  putPci("0000:00:03.0", "30000", kQxl, "qxl");
   putScreen("card1", "pci0000:00/0000:00:03.0");
   putConnector("card1-Virtual-2", "connected");
   ASSERT_EQ(cards().size(), 2U);
@@ -316,19 +315,19 @@ TEST_F(ScreensTest, AFrameBufferAloneIsACard) {
 
 TEST_F(ScreensTest, TheFirmwaresFrameBufferIsThatOfTheOnlyCard) {
   putNames();
-  putPci("0000:00:02.0", "0x030000", kIntel, "");
+  putPci("0000:00:02.0", "30000", kIntel, "");
   putFrameBuffer("EFI VGA", "1280,1024", "32");
   tree_.link("/sys/class/graphics/fb0/device", "../../../devices/platform/efi-framebuffer.0");
   EXPECT_THAT(cards(), ElementsAre(Card{"Intel Corporation UHD Graphics 620", "UHD Graphics 620",
                                         "32", "1280", "1024"}));
-  putPci("0000:01:00.0", "0x030200", kNvidia, "nvidia");
+  putPci("0000:01:00.0", "30200", kNvidia, "nvidia");
   ASSERT_EQ(cards().size(), 2U);
   EXPECT_EQ(cards()[0].width, "-");
   EXPECT_EQ(cards()[1].width, "-");
 }
 
 TEST_F(ScreensTest, AFrameBufferBesideAScreenElsewhereIsNotThatOfTheOnlyCard) {
-  putPci("0000:00:02.0", "0x030000", kIntel, "");
+  putPci("0000:00:02.0", "30000", kIntel, "");
   putScreen("card0", "platform/gpu");
   putFrameBuffer("gpudrmfb", "1280,1024", "32");
   ASSERT_EQ(cards().size(), 2U);

@@ -5,25 +5,18 @@
 #include <cstddef>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <linux/if_arp.h>
 #include <linux/if_tun.h>
 #include <string_view>
 #include <tuple>
 #include <utility>
 
-#include "machine/device_database.h"
+#include "machine/adapter_id.h"
+#include "machine/device_folder.h"
+#include "machine/device_names.h"
 
 namespace veltrin {
 namespace {
-
-// What a file's first line holds; empty when it cannot be read.
-std::string lineOf(const std::string& path) {
-  std::ifstream file(path);
-  std::string line;
-  std::getline(file, line);
-  return line;
-}
 
 bool exists(const std::string& path) {
   std::error_code ignored;
@@ -37,19 +30,7 @@ std::string destination(const std::string& path) {
   return failed ? std::string() : found.string();
 }
 
-// What the driver calls the kind of a device: "wlan", "bridge" and so on.
-std::string devtypeIn(const std::string& folder) {
-  constexpr std::string_view kName = "DEVTYPE=";
-  std::ifstream file(folder + "/uevent");
-  for (std::string line; std::getline(file, line);) {
-    if (line.starts_with(kName)) return line.substr(kName.size());
-  }
-  return "";
-}
-
-unsigned numberIn(const std::string& path, int base) {
-  return static_cast<unsigned>(std::strtoul(lineOf(path).c_str(), nullptr, base));
-}
+std::string folderOf(const std::string& device) { return "/sys/class/net/" + device; }
 
 constexpr int kDecimal = 10;
 constexpr int kAnyBase = 0;  // by a prefix such as 0x
@@ -71,7 +52,7 @@ constexpr std::array kKinds{
 }  // namespace
 
 std::string fullNameInDatabase(const std::string& modalias) {
-  return DeviceDatabase(FileTree()).fullNameOf(modalias);
+  return DeviceNames(FileTree()).modelOf(modalias);
 }
 
 bool isIpTunnel(unsigned type) {
@@ -88,8 +69,8 @@ std::string instanceNameOf(std::string adapter) {
   return adapter;
 }
 
-AdapterNames::AdapterNames(std::string sysFolder, Database database)
-    : sysFolder_(std::move(sysFolder)), database_(std::move(database)) {}
+AdapterNames::AdapterNames(FileTree files, Database database)
+    : files_(std::move(files)), database_(std::move(database)) {}
 
 std::vector<std::string> AdapterNames::namesOf(const std::vector<std::string>& devices) {
   std::vector<std::string> fresh;
@@ -144,19 +125,13 @@ std::string AdapterNames::numbered(const std::string& name, const std::string& h
 }
 
 AdapterNames::Found AdapterNames::find(const std::string& device) const {
-  const std::string folder = folderOf(device) + "/device";
-  const std::string name = nameInDatabase(folder);
+  const std::string id = adapterId(files_, device);
+  const std::string name = id.empty() ? "" : database_(id);
   if (name.size() < kShortest) return {device, "", nameByKind(device)};
   // One piece of hardware may have several ports, and one place another card some day.
-  const std::string port = lineOf(folderOf(device) + "/dev_port");
-  return {device, destination(folder) + " " + port + " " + name, name};
-}
-
-std::string AdapterNames::nameInDatabase(const std::string& folder) const {
-  std::string id = lineOf(folder + "/modalias");
-  // The database knows the device of the bus that carries a virtual one.
-  if (id.starts_with("virtio:")) id = lineOf(folder + "/../modalias");
-  return id.empty() ? "" : database_(id);
+  const std::string folder = folderOf(device);
+  const std::string port = files_.line(folder + "/dev_port");
+  return {device, destination(files_.root() + folder + "/device") + " " + port + " " + name, name};
 }
 
 std::string AdapterNames::nameByKind(const std::string& device) const {
@@ -164,12 +139,13 @@ std::string AdapterNames::nameByKind(const std::string& device) const {
   const unsigned type = numberIn(folder + "/type", kDecimal);
   if (type == ARPHRD_LOOPBACK || device == "lo") return "Local Loopback " + device;
   if (isIpTunnel(type)) return "isatap " + device;
-  const std::string devtype = devtypeIn(folder);
+  // What the driver calls the kind of the device: "wlan", "bridge" and so on.
+  const std::string devtype = eventValue(files_.text(folder + "/uevent"), "DEVTYPE");
   for (const Kind& kind : kKinds) {
     if (devtype == kind.devtype) return std::string(kind.words) + " " + device;
   }
-  if (exists(folder + "/wireless")) return "Wireless adapter " + device;
-  if (exists(folder + "/tun_flags")) {
+  if (exists(files_.root() + folder + "/wireless")) return "Wireless adapter " + device;
+  if (exists(files_.root() + folder + "/tun_flags")) {
     const bool tap = (numberIn(folder + "/tun_flags", kAnyBase) & IFF_TAP) != 0;
     return (tap ? "TAP adapter " : "TUN adapter ") + device;
   }
@@ -177,8 +153,8 @@ std::string AdapterNames::nameByKind(const std::string& device) const {
   return "Ethernet adapter " + device;
 }
 
-std::string AdapterNames::folderOf(const std::string& device) const {
-  return sysFolder_ + "/class/net/" + device;
+unsigned AdapterNames::numberIn(const std::string& path, int base) const {
+  return static_cast<unsigned>(std::strtoul(files_.line(path).c_str(), nullptr, base));
 }
 
 }  // namespace veltrin

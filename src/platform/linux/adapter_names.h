@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "machine/file_tree.h"
+
 namespace veltrin {
 
 // The full name that the running system's hardware database has for an ID. The database is
@@ -24,9 +26,8 @@ class AdapterNames {
  public:
   using Database = std::function<std::string(const std::string& modalias)>;
 
-  // `sysFolder` is where the system's device file system stands; a device that it does not
-  // tell of counts as an Ethernet one, "lo" as the loopback.
-  explicit AdapterNames(std::string sysFolder = "/sys", Database database = fullNameInDatabase);
+  // A device of which the files do not tell counts as an Ethernet one, "lo" as the loopback.
+  explicit AdapterNames(FileTree files = FileTree(), Database database = fullNameInDatabase);
 
   // The names of the adapters of all devices that there are now, in their order. Looks at
   // devices only that were not there at the last call.
@@ -44,11 +45,9 @@ class AdapterNames {
   std::string numbered(const std::string& name, const std::string& hardware);
   Found find(const std::string& device) const;
   std::string nameByKind(const std::string& device) const;
-  std::string nameInDatabase(const std::string& folder) const;
+  unsigned numberIn(const std::string& path, int base) const;
 
-  std::string folderOf(const std::string& device) const;
-
-  std::string sysFolder_;
+  FileTree files_;
   Database database_;
   std::map<std::string, std::string> names_;     // of the devices of the last call
   std::map<std::string, std::string> hardware_;  // names of all hardware ever seen

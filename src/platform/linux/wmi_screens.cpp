@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "machine/device_names.h"
 #include "machine/fact_text.h"
 #include "machine/graphics.h"
 #include "platform/linux/wmi_classes.h"
@@ -38,11 +39,11 @@ std::string hexadecimal(std::uint16_t number) {
 
 // The database of names keeps the makers of monitors with those of other plug and play
 // devices, by "acpi:DEL*:".
-std::string makerOf(const EdidFacts& edid, const DeviceDatabase& database) {
+std::string makerOf(const EdidFacts& edid, DeviceNames& names) {
   if (edid.maker.empty()) {
     return {};
   }
-  const std::string name = database.namesOf("acpi:" + edid.maker + "0000:").maker;
+  const std::string name = names.makerOf("acpi:" + edid.maker + "0000:");
   return name.empty() ? edid.maker : name;
 }
 
@@ -52,7 +53,7 @@ std::string captionOf(const std::string& maker, const std::string& model) {
   return lowerCase(model).starts_with(start) ? model : maker + " " + model;
 }
 
-WmiObject monitorObject(const MonitorFacts& monitor, const DeviceDatabase& database) {
+WmiObject monitorObject(const MonitorFacts& monitor, DeviceNames& names) {
   WmiObject object;
   if (!monitor.edid) {
     // It is known where something is connected, and nothing of what it is.
@@ -62,7 +63,7 @@ WmiObject monitorObject(const MonitorFacts& monitor, const DeviceDatabase& datab
   }
   // A maker that gives a model no name gives it a number.
   const EdidFacts& edid = *monitor.edid;
-  const std::string maker = makerOf(edid, database);
+  const std::string maker = makerOf(edid, names);
   const std::string model = edid.name.empty() ? hexadecimal(edid.product) : edid.name;
   const std::string caption = captionOf(maker, model);
   object.properties["Description"] = edid.name.empty() ? caption : edid.name;
@@ -95,10 +96,10 @@ WmiAnswer win32VideoController(const WmiSources& sources) {
 
 // /sys/class/drm/card*-*/status and edid.
 WmiAnswer win32DesktopMonitor(const WmiSources& sources) {
-  const DeviceDatabase database(sources.files);
+  DeviceNames names(sources.files);
   WmiAnswer answer;
   for (const MonitorFacts& monitor : connectedMonitors(sources.files)) {
-    answer.push_back(monitorObject(monitor, database));
+    answer.push_back(monitorObject(monitor, names));
   }
   return answer;
 }
