@@ -88,7 +88,7 @@ TEST(LightSleepTest, ALoopWithinItSleepsWhileNothingComes) {
                          &QAbstractEventDispatcher::aboutToBlock, [&] { ++blocks; });
     while (!isNapOver) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     QObject::disconnect(counting);
-    isOver = true;
+    later.call([&] { isOver = true; });  // wakes the outer sleep
   });
   while (!isOver) light.sleep();
   EXPECT_GE(blocks, 1);
