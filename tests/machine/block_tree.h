@@ -37,7 +37,7 @@ class BlockTree : public TemporaryTree {
                const std::vector<std::string>& parts) {
     disk("virtual", name, numbers, sectors);
     for (const std::string& part : parts) {
-      link(folderOfDisk_ + "/slaves/" + part, "../../" + part);
+      link(std::string(folderOfDisk_).append("/slaves/").append(part), "../../" + part);
       put("/sys/class/block/" + part + "/holders/" + name, "");
     }
   }

@@ -18,8 +18,12 @@ bool makeJournal(const TemporaryTree& tree, const std::vector<std::string>& entr
                  const std::string& file) {
   const std::string folder = "/var/log/journal/00112233445566778899aabbccddeeff";
   tree.makeFolder(folder);
-  const std::string command = std::string(kTool) + " --output='" + tree.real(folder) + "/" + file +
-                              "' --split-mode=none - >/dev/null 2>&1";
+  const std::string command = std::string(kTool)
+                                  .append(" --output='")
+                                  .append(tree.real(folder))
+                                  .append("/")
+                                  .append(file)
+                                  .append("' --split-mode=none - >/dev/null 2>&1");
   FILE* tool = popen(command.c_str(), "w");
   if (tool == nullptr) {
     return false;
@@ -27,8 +31,13 @@ bool makeJournal(const TemporaryTree& tree, const std::vector<std::string>& entr
   std::int64_t moment = kFirst;
   for (const std::string& entry : entries) {
     const std::string time = std::to_string(moment);
-    const std::string text = "__REALTIME_TIMESTAMP=" + time + "\n__MONOTONIC_TIMESTAMP=" + time +
-                             "\n_BOOT_ID=0123456789abcdef0123456789abcdef\n" + entry + "\n";
+    const std::string text = std::string("__REALTIME_TIMESTAMP=")
+                                 .append(time)
+                                 .append("\n__MONOTONIC_TIMESTAMP=")
+                                 .append(time)
+                                 .append("\n_BOOT_ID=0123456789abcdef0123456789abcdef\n")
+                                 .append(entry)
+                                 .append("\n");
     std::fwrite(text.data(), 1, text.size(), tool);
     moment += 1000000;
   }

@@ -97,7 +97,7 @@ TEST_F(WmiDrivesTest, TellAllThatTheReportPrintsOfADisk) {
 }
 
 TEST_F(WmiDrivesTest, TellSizesOfWholeCylinders) {
-  constexpr std::uint64_t kCylinder = 255 * 63;  // sectors
+  constexpr std::uint64_t kCylinder = std::uint64_t{255} * 63;  // sectors
   tree_.disk(kNvme, "nvme0n1", "259:0", 100 * kCylinder - 1);
   tree_.disk(kNvme + std::string("1"), "nvme1n1", "259:1", 100 * kCylinder);
   tree_.disk(kNvme + std::string("2"), "nvme2n1", "259:2", 101 * kCylinder - 1);

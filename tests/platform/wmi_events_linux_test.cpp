@@ -47,6 +47,7 @@ TEST_F(WmiEvents, TellTheirZoneWestOfGreenwich) {
 
 TEST_F(WmiEvents, AreOfTheTypeOfTheirPriority) {
   std::vector<std::string> entries;
+  entries.reserve(8);
   for (int priority = 0; priority < 8; ++priority) {
     entries.push_back("MESSAGE=a\nPRIORITY=" + std::to_string(priority) + "\n");
   }

@@ -261,7 +261,8 @@ TEST(DeviceTruth, PciDevicesHaveTheNamesThatLspciTells) {
     if (line.starts_with("Vendor:\t")) maker = line.substr(8);
     const std::string model = line.starts_with("Device:\t") ? line.substr(8) : "";
     // One without a name is called by its number.
-    if (!model.empty() && !model.starts_with("Device ")) expected.insert(maker + " " + model);
+    if (!model.empty() && !model.starts_with("Device "))
+      expected.insert(std::string(maker).append(" ").append(model));
   }
   const std::set<std::string> known = knownPciNames();
   std::multiset<std::string> found;

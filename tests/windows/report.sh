@@ -23,9 +23,21 @@ choose() {
 
 # The first value of a property that Wine's service tells of a class; empty when the class is
 # unknown to it, has no objects, or not that property. The tool prints two bytes a letter.
-told() {
+told_once() {
   "$here/under-wine.sh" wmic path "$1" get "$2" 2>/dev/null | tr -d '\0\r\377\376' |
     awk -v name="$2" 'found { sub(/ +$/, ""); print; exit } tolower($1) == tolower(name) { found = 1 }'
+}
+
+# The same. On a busy machine Wine's graphics may not answer a program in time, and its service
+# then calls a card by its number.
+told() {
+  local value attempt
+  for attempt in 1 2 3 4 5; do
+    value=$(told_once "$1" "$2")
+    [ "$value" = VideoController1 ] || break
+    sleep "$attempt"
+  done
+  printf '%s\n' "$value"
 }
 
 # The sections of a whole report in their order, by their headings.
