@@ -38,7 +38,7 @@ class BlockTree : public TemporaryTree {
     disk("virtual", name, numbers, sectors);
     for (const std::string& part : parts) {
       link(std::string(folderOfDisk_).append("/slaves/").append(part), "../../" + part);
-      put("/sys/class/block/" + part + "/holders/" + name, "");
+      put(std::string("/sys/class/block/").append(part).append("/holders/").append(name), "");
     }
   }
 
