@@ -28,7 +28,8 @@ std::uint64_t stateOf(const Number& code, std::uint64_t least, std::uint64_t mos
   return code && *code >= least && *code <= most ? *code : kUnknownState;
 }
 
-// ResetCapability, by the setting of the reset button: 3 disabled, 4 enabled, 5 not implemented.
+// ResetCapability, by the setting of the reset button: 3 disabled, 4 enabled, 5 for a computer
+// that has none.
 std::uint64_t resetCapability(const Number& frontPanelReset) {
   constexpr std::uint64_t kDisabled = 3;
   constexpr std::uint64_t kUnknown = 3;  // of the firmware
