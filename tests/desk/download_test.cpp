@@ -1,5 +1,6 @@
 // A person tests the download, in the lab, by the menu's picture: the smallest file of the
 // scenario's web host, for 5 Mbit/s. It takes about 20 s.
+#include <chrono>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <regex>
@@ -16,7 +17,7 @@ constexpr std::size_t kSize = 6'250'000;
 constexpr double kRate = 625'000;  // bytes/s
 constexpr double kStall = 2;       // s
 constexpr double kSeconds = kSize / kRate + kStall;
-constexpr double kDeviation = 0.15;
+constexpr double kExcess = 1.15;  // what the line lets through at once when a stall is over
 
 const char* const kWindow = "Stability Analyzer ";
 
@@ -41,16 +42,20 @@ class DownloadOnADesk : public ToolRun {
     ASSERT_TRUE(eventually(milliseconds(20000), [&] { return desk_->hasWindow(kWindow); }));
   }
 
-  // Both numbers of the line of a report that tells the speed.
-  static void expectSpeed(const std::string& report) {
+  // The line of a report that tells the speed, in KB/s and Kb/s: no faster than the scenario's
+  // line, however little of the time is the download's, and no slower than the whole took, which
+  // on a busy machine is longer than the download.
+  static void expectSpeed(const std::string& report, double whole) {
     std::smatch speed;
     ASSERT_TRUE(std::regex_search(
         report, speed,
         std::regex("\r\nSpeed: ([0-9]+\\.[0-9]+) KB/s   /  ([0-9]+\\.[0-9]+) Kb/s\r\n")))
         << report;
-    const double expected = kSize / kSeconds / 1000;
-    EXPECT_NEAR(std::stod(speed[1]), expected, expected * kDeviation) << report;
-    EXPECT_NEAR(std::stod(speed[2]), expected * 8, expected * 8 * kDeviation) << report;
+    const double kilobytes = std::stod(speed[1]);
+    const double kilobits = std::stod(speed[2]);
+    EXPECT_LE(kilobytes, kSize / kSeconds / 1000 * kExcess) << report;
+    EXPECT_GE(kilobytes, kSize / whole / 1000) << report;
+    EXPECT_NEAR(kilobits, kilobytes * 8, kilobits / 100) << report;
   }
 };
 
@@ -75,23 +80,26 @@ std::size_t rightUpTo(const std::string& bytes) {
 
 TEST_F(DownloadOnADesk, TheFileForTheRatedSpeedIsReadWholeAndItsSpeedReported) {
   setRatedSpeed("5,000");
+  const auto begin = std::chrono::steady_clock::now();
   ASSERT_NO_FATAL_FAILURE(openTest());
   EXPECT_TRUE(eventually(milliseconds(10000),
                          [&] { return isShown(kWindow, "Testing Internet Connection"); }));
   EXPECT_FALSE(std::filesystem::exists(inProgramFolder("Download Stability Test.txt")));
   desk_->photograph("download-running");
   ASSERT_NO_FATAL_FAILURE(awaitEnabled("Done"));
+  const std::chrono::duration<double> whole = std::chrono::steady_clock::now() - begin;
   desk_->photograph("download-complete");
   EXPECT_TRUE(isShown(kWindow, "Graph 0 to 10 Mbps"));
-
-  EXPECT_NEAR(endOfCurve(), kRate * 8 / 1000, kRate * 8 / 1000 * kDeviation);
 
   const std::string report = contentOf(inProgramFolder("Download Stability Test.txt"));
   EXPECT_EQ(report.rfind("Advance Settings Summary\r\n", 0), 0U) << report;
   EXPECT_NE(report.find("\r\nTotal Bytes Received = " + std::to_string(kSize) + "\r\n"),
             std::string::npos)
       << report;
-  ASSERT_NO_FATAL_FAILURE(expectSpeed(report));
+  ASSERT_NO_FATAL_FAILURE(expectSpeed(report, whole.count()));
+  // The curve ends with the speed behind the stall.
+  EXPECT_GE(endOfCurve(), kSize / whole.count() * 8 / 1000);
+  EXPECT_LE(endOfCurve(), kRate * 8 / 1000 * kExcess);
   const std::string served = contentOf(inProgramFolder("TestDL.tst"));
   EXPECT_EQ(served.size(), kSize);
   EXPECT_EQ(rightUpTo(served), kSize);
