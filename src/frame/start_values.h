@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "frame/version.h"
 #include "platform/counters.h"
 
 namespace veltrin {
@@ -10,7 +11,7 @@ namespace veltrin {
 // Set by the splash window, WinDir by the collectors of the summary too; read by many
 // windows.
 struct StartValues {
-  const std::string AppVersion = "1.03";
+  const std::string AppVersion = kVersion;
   const std::string AppDate = "5 Jan 2012";
   std::string HostName;
   std::string WinDir;

@@ -1,5 +1,6 @@
 #include <filesystem>
 #include <memory>
+#include <system_error>
 #include <utility>
 
 #include "platform/linux/linux_clock.h"
@@ -27,9 +28,13 @@
 namespace veltrin {
 namespace {
 
-// Where the console tools stand.
+// Where the console tools stand: beside the program where it was built, and where programs
+// belong that nobody calls by their names alone where it was installed.
 std::string toolsFolder(const std::filesystem::path& executable) {
-  return (executable.parent_path() / "console").string();
+  const std::filesystem::path beside = executable.parent_path() / "console";
+  std::error_code ignored;
+  if (std::filesystem::is_directory(beside, ignored)) return beside.string();
+  return (executable.parent_path().parent_path() / "libexec" / "veltrin").string();
 }
 
 class LinuxDesktopSystem : public DesktopSystem {
