@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Builds Veltrin when needed and starts it. See usage() below.
 set -eu
 here=$(dirname "$(readlink -f "$0")")

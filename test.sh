@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Builds and tests everything: the Linux programs under the sanitizers, and the
 # Windows programs under Wine. Ends with one summary of all tests; its exit code
 # is ctest's.

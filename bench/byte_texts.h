@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The text functions and the readings of tools' texts as they are when lengths and
 // positions count bytes: what those that count characters are measured against.
 #pragma once

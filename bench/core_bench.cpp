@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Costs of what runs for each chunk of a console tool's text and for each setting.
 //
 //   core_bench [--smoke | words of Google Benchmark]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a tick of the network monitors costs of the counters, after their windows have been
 // opened once, ten times and a hundred times: each opening adds its counters again, and none
 // is ever taken away.

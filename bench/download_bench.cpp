@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A large body from nginx on the loopback into a file: by the download control of the
 // program, and by curl.
 //

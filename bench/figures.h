@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How benchmarks take their figures.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What it costs to draw a dial gauge anew: it takes a value, draws its face into its list of
 // operations, and its view paints them onto a picture: 302 degrees of spokes with a gradient,
 // the border and the needle. Beside it, in turns, bare 302 calls of QPainter::drawLine onto a

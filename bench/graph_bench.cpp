@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What it costs to draw the curves of the long tests: a value is taken into a strip graph,
 // which draws its whole curve anew into a picture, which its shown widget then paints. One
 // curve of 1800 points as in the Outage monitor, and thirty of 100 points as in the Hop

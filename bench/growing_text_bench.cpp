@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What it costs to show a text that grows to megabytes: the output of a Trace Route in
 // its shown window, in pieces of the size in which the console runner hands them on, with
 // all events taken in behind each of them as in a run. Beside it, in turns, a bare

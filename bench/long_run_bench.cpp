@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the two long tests cost but their waits: a Hop Stability Test of 30 hops, and the
 // Outage monitor for 24 hours at one probe a second, both on the simulated platform, where
 // waiting takes no time.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the Bandwidth monitor costs: its shown window at its one tick a second, beside `nload`
 // and `bmon` at one second each in terminals of 80 by 24 characters, all over the same time
 // and the same traffic, whose speed is another in each second.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the Outage monitor costs while it watches: its shown window at one probe in two
 // seconds, beside `mtr -i 2` to the same host at the same time.
 //

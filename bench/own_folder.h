@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Folders of a benchmark's own for a program with its real platform.
 #pragma once
 

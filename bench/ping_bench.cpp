@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Compares a ping of ours with the system's own: how long one echo takes from the
 // start of the process to its end, and whether both tell the same round trips.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The report of the system in its shown window, on the real platform.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What it costs to print a long report: its lines go into the list and the text of the shown
 // report window, and all events are taken in behind every tenth of them. Behind every fiftieth the
 // time of a frame passes, so that the paintings of the same number of lines are in each figure.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Compares tracert of ours with the system's own tools over the same paths of the
 // lab, one on which every hop answers and one with silent hops, and pathping with the
 // time that it tells before it counts.

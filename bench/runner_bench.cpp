@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Throughput of the console runner's reads against the barest loop of reads of
 // the same size, on the same child that prints 100 MB as fast as it can.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the sections of the system's report cost on this machine.
 #pragma once
 

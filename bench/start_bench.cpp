@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How long the program takes to start when the update endpoint behaves well, badly, or
 // is not there, beside its bare waits. Needs the ports 31112 and 31113 of this machine,
 // which the lab gives: lab clean-15 -- start_bench

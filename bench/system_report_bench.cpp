@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the report of this machine costs in its shown window, on the real platform: all boxes
 // ticked, and those that are ticked when the window opens, in turns with "inxi -Fxxx", which
 // tells about as much. And what the report of a recorded machine takes of the memory: of 5,000

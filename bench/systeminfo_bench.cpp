@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How long our systeminfo takes from the start of its process to its end, with its
 // text read through a pipe as the windows read it.
 //

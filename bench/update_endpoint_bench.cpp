@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How many callers the update endpoint answers in a second, beside the barest server
 // that could do it: a loop of accept, write and close.
 //

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Asks a test program for its suites and writes the file SUITES, by which ctest runs each
 # of them in a process of its own.
 #

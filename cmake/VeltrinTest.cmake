@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # GoogleTest, built from its Debian source package so that both targets have
 # it, and the one way in which a test program is added.
 

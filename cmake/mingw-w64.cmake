@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Cross-build of 64-bit Windows programs with Debian's mingw-w64. When a Qt for
 # Windows stands in the user's cache folder (packaging/windows/build-qt.sh puts
 # it there), the program with its windows is built with it.

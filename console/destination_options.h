@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The part of a command line that all of the tools share: where to send, from
 // where, and over which version of IP.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One ICMP socket of Linux: opening, its options, and what it hands over.
 #pragma once
 

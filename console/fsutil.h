@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The fsutil tool: tells facts of a drive and of the file system on it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // fsutil for systems that have none. It needs no privilege and changes nothing.
 #include <cstdlib>
 #include <memory>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The names of a path's addresses, as far as they are known in time.
 #pragma once
 

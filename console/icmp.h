@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The bytes of ICMP echo messages and of the IPv4 options that go with them.
 // Readers take any bytes whatever: what is malformed reads as nothing.
 #pragma once

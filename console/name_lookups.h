@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Looks up the names of many addresses at once, in threads of its own.
 #pragma once
 

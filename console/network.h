@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a tool that sends echoes needs of the world, without a socket in it.
 //
 // The tools decide what to send and how to read what comes back; a Network does

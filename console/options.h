@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads a console tool's arguments by the rules that all of the tools share.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pathping tool: shows the way to a host and what each router and link on it
 // loses.
 #pragma once

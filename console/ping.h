@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The ping tool: sends an echo a second and prints the replies and their figures.
 #pragma once
 

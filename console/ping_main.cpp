@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // ping for systems whose own does not print the English texts that the windows
 // read.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Gives up what a tool was granted only to open its sockets.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a route tool has sent and what an answer to it means.
 //
 // The book numbers the echoes, knows which of them are open, matches answers to

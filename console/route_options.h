@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What tracert and pathping are told on their command lines.
 #pragma once
 

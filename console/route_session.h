@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What tracert and pathping share beside the strategy: the destination, the
 // sending, the names, and the writing.
 #pragma once

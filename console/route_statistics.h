@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Measures the loss and the round trips of all hops of a known path: decides which
 // echo goes out when and what its answer counts for. Knows no socket, no clock and
 // no text.

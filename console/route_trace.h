@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Finds out a path: decides which echo goes out next and when, and what each of
 // the hops has answered. Knows no socket, no clock and no text.
 //

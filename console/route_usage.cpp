@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What tracert and pathping say of themselves.
 #include "console/route_options.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Addresses in the form in which sockets take and give them.
 #pragma once
 

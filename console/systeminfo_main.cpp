@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // systeminfo for systems whose own does not print the English texts that the windows
 // read. It needs no privilege: what only root may read is not told.
 #include <signal.h>

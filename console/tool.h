@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How the main function of a console tool that uses the network runs it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The tracert tool: shows the routers on the way to a host.
 //
 // Lines appear in the order of the hops, however the answers come: each column is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // tracert for systems whose own does not print the English texts that the windows
 // read. It needs what ping needs, and like it is rid of every privilege before a
 // word of the command line is read.

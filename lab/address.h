@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An address of the Internet, version 4 or 6.
 #pragma once
 

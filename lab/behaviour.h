@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How a node of the simulated Internet behaves, and the keys of a scenario file
 // that say so.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Chances that are the same on every system and in every run.
 #pragma once
 

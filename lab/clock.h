@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The lab's clock, which goes on whatever happens to the time of day.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The command that runs inside the lab, in a process namespace of its own.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The far side of the simulated Internet: the web hosts, whose sockets are real and stand
 // in a network namespace of their own, so that what they say goes the whole way.
 #pragma once

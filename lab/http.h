@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The little of HTTP/1.1 that a host of files needs (RFC 9110, RFC 9112): GET and HEAD, one
 // answer for each connection.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The settings of the program that runs inside, as a scenario has them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A network interface inside the lab: a TUN device, whose packets the simulation
 // reads and writes.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The simulated Internet itself: packets in, timed packets out. It knows no file
 // descriptor and no clock.
 #pragma once

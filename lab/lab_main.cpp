@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // lab: runs a command on a simulated Internet.
 #include <algorithm>
 #include <cstdio>

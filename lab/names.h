@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The names of the simulated Internet: a small DNS server without a socket.
 #pragma once
 

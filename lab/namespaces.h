@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The walls of the lab: a network and a mount namespace of its own, with its own
 // resolver settings.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reading and building the packets that the simulated Internet understands:
 // IPv4 and IPv6, ICMP echo and errors, UDP.
 #pragma once

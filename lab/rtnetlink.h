@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The few requests to the kernel's network tables that the lab makes (rtnetlink).
 #pragma once
 

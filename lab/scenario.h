@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a simulated Internet consists of, and the reader of scenario files.
 //
 // A scenario file is an INI text. Comments take whole lines and begin with ";"

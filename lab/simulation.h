@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The loop that joins the simulated Internet to the lab's interfaces.
 #pragma once
 

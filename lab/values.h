@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The values that stand behind the keys of a scenario file.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What is in the files of the lab's web hosts: bytes that everybody can tell beforehand.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The web server of the lab's web hosts: real sockets, a known rate, a pause at a known
 // place.
 #pragma once

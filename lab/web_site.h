@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a web host of the simulated Internet serves, and the keys of a scenario file that
 // say so.
 #pragma once

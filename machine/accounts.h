@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The accounts of a system that its own files tell, /etc/passwd and /etc/group. Those of a
 // directory in the network are not among them.
 #pragma once

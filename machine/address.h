@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An IPv4 or IPv6 address, with the interface that a link-local one belongs to.
 #pragma once
 

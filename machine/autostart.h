@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The programs that a desktop starts when its user logs in.
 #pragma once
 

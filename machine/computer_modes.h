@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How a Linux system runs on its computer.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the firmware's table tells of the state that a computer started in.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The folder that the kernel keeps of a device, below /sys.
 #pragma once
 

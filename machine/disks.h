@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The disks of a Linux machine and what lies on them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the connectors of a graphics card show, as its driver in the kernel tells (drm(7)).
 #pragma once
 

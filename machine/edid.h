@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a monitor tells of itself: EDID, the identification data that lies in its memory.
 #pragma once
 

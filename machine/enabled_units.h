@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What systemd starts with the system, or when a user logs in.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pieces of the texts in which a system keeps its facts.
 #pragma once
 

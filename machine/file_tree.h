@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The files in which a system keeps its facts, below a root folder.
 #pragma once
 

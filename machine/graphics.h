@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The graphics cards of a machine, and the monitors at them.
 #pragma once
 

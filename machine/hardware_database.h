@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The names of devices in the hardware database of udev (hwdb(7)).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The journal of a system, the log that its programs and its kernel write.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads the kernel's messages about network devices and their addresses (rtnetlink(7)).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What is asked of a machine beside its files: its kernel, clock, environment, network
 // interfaces, file systems and screens.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory of a machine and what it is swapped out to.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the file of a kernel module tells of it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The drivers of a system: the modules of its kernel.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Moments and time zones as systeminfo prints them.
 #pragma once
 

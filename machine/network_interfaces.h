@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The interfaces of a machine from what its kernel told of its network devices.
 #pragma once
 

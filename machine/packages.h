@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The software that the package manager of a system has installed.
 //
 // Read are the databases of dpkg, pacman and apk, which are plain text. That of rpm is known to

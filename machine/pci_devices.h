@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The devices of the PCI buses of a machine.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The devices that the firmware tells of, which are on no bus that could be searched.
 #pragma once
 

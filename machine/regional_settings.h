@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The language of a system and the keyboard that it is written on.
 #pragma once
 

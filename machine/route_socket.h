@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A conversation with the kernel about its network devices (rtnetlink(7)).
 #pragma once
 

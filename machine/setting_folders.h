@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The folders in which desktops and their programs keep settings (XDG Base Directory
 // Specification). A path that is not absolute does not count.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The table in which firmware describes the computer (SMBIOS, DSP0134).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The room of file systems, some of which may be out of reach.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The updates that a system has received.
 //
 // Linux knows no numbered updates of the whole system: what is mended is a package,

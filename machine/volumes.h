@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The logical drives of a Linux machine, each under a letter.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The settings of Xfce, as its service keeps them in a file for each channel.
 #pragma once
 

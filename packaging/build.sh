@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Makes the packages of Veltrin from the sources that lie here.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."

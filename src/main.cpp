@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Puts a platform and a program together and shows the first window.
 #include <cstdio>
 #include <cstdlib>

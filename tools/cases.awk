@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Reads ctest's log of a run and tells what ctest does not know, as a program of many test
 # cases is one test to it: how many cases ran, which of them were skipped and why, which
 # failed, and which never came to an end, as their program crashed or was stopped.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # shellcheck shell=bash
 # What the project's scripts share: words for people, packages, phases with
 # their times, and who does what when a script was started through sudo. To be

@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
-# Holds the sources to .clang-format and .clang-tidy.
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Holds the sources to .clang-format and .clang-tidy, and all files to their licence.
 #
 #   tools/lint.sh format   the layout of every source file
 #   tools/lint.sh tidy     clang-tidy over what build/asan compiles
-#   tools/lint.sh          both
+#   tools/lint.sh licence  the line that tells the licence at the head of every file
+#   tools/lint.sh          all three
 #
 # tools/lint.sh tidy [BUILD-FOLDER] takes another build folder than build/asan. What
 # was found clean is remembered in the user's cache folder, so that the next run,
@@ -26,9 +28,21 @@ tidy() {
   python3 tools/tidy.py "${1:-build/asan}" "${XDG_CACHE_HOME:-$HOME/.cache}/veltrin/lint"
 }
 
+# The files that REUSE.toml speaks for have no room for the line.
+licence() {
+  need git
+  local without
+  without=$(git ls-files -z -- ':!*.json' ':!*.machine' ':!*.png' ':!*.report' ':!LICENSE' \
+    ':!packaging/debian/changelog.in' ':!packaging/debian/copyright' |
+    xargs -0 grep -LF 'SPDX-License-Identifier: GPL-3.0-or-later' || true)
+  [ -z "$without" ] || fail "No line \"SPDX-License-Identifier: GPL-3.0-or-later\" at the head of: $without"
+  say "Every file tells its licence."
+}
+
 case ${1:-all} in
   format) format ;;
   tidy) tidy "${2:-}" ;;
-  all) format; tidy ;;
-  *) fail "Usage: tools/lint.sh [format | tidy [BUILD-FOLDER]]" ;;
+  licence) licence ;;
+  all) format; licence; tidy ;;
+  *) fail "Usage: tools/lint.sh [format | licence | tidy [BUILD-FOLDER]]" ;;
 esac

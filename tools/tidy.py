@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Runs clang-tidy over the project's own sources in a build folder.
 
 Usage: tidy.py BUILD-FOLDER CACHE-FOLDER

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // All that systeminfo tells of a machine.
 #pragma once
 

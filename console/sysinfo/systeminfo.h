@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The systeminfo tool: prints what the machine is made of and how it is set up.
 #pragma once
 

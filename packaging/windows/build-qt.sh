@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Makes the Qt for Windows that the cross-build links with, from the source
 # package of the very Qt that this Debian has, and puts it into the user's cache
 # folder. Takes about 45 minutes on two cores; a run that was interrupted goes on

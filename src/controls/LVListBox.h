@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A list box whose lines have a picture, a colour, bold letters, a check box, a tag and a
 // key each. Its texts can be edited in place, searched, sorted, and kept in a file.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How the dial gauge draws its face.
 #include <algorithm>
 #include <array>

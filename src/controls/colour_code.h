@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Colours as numbers of 32 bits, as controls keep them.
 #pragma once
 

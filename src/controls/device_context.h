@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A surface that is drawn on by the operations of a device context and keeps them.
 #pragma once
 

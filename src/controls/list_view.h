@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Lines with small pictures, colours and check boxes, in one column.
 #pragma once
 

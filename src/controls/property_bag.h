@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where a container keeps the properties of a control.
 #pragma once
 

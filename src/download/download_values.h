@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a run of the download test leaves behind, and what its parts tell each other.
 #pragma once
 

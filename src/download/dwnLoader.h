@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The control that reads one URL into one file, in the background.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Download Stability Test: one file read, its speed as a curve, and a summary.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "download/transfer_meter.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A control that plays a short silent clip in a loop.
 #pragma once
 

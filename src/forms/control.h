@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What all controls of a window have in common.
 #pragma once
 

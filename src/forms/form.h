@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A window as a plain value: its controls by name, its event routines, its life.
 #pragma once
 

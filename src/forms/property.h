@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Values of controls that tell a view when they change.
 #pragma once
 

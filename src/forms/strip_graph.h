@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A curve of the last values, which goes to the left by one place with each new value.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A clock that ticks on a fixed schedule while it is enabled.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The console runner: starts one console tool and hands on what it prints.
 #pragma once
 

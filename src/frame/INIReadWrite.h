@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The two routines through which every window reads and writes settings.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The five destinations of a window, and where it keeps them.
 #pragma once
 

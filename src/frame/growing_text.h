@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Text boxes in which a running test prints.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One running program: its platform, its program-wide values, its windows.
 #pragma once
 

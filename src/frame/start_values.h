@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the start of the program finds out, and what the user set in its menu.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The first window: prepares what the others need, asks for a newer version, and
 // opens the main menu, which takes this window away.
 #pragma once

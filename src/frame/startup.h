@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main menu: a button for each tool, the rated speed, the machine's addresses.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The tool tips of all windows, which exist in English only.
 #pragma once
 

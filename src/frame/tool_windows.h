@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The windows that others open by name, without knowing them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A window that the user drags by something else than the title of its frame.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The names of the program's windows. A window is made, laid out, given its tool tips
 // and opened by others under this one name.
 #pragma once

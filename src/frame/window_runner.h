@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The console runner of a window: the one way in which windows own one.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The network interfaces of this machine with their traffic.
 #pragma once
 

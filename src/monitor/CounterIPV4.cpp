@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "monitor/CounterIPV4.h"
 
 #include "monitor/protocol_counters.h"

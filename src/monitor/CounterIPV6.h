@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The counters of the Internet protocol, version 6.
 #pragma once
 

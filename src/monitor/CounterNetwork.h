@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The counters of the network interfaces: which interfaces there are, and how many bytes
 // pass through each in a second.
 #pragma once

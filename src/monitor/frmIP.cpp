@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "monitor/frmIP.h"
 
 #include "monitor/CounterIPV4.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Protocol monitor: the counters of both versions of the Internet protocol, side by
 // side, once a second.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Bandwidth monitor: received, sent and total traffic of all interfaces on dials, in a
 // small window that stays above all others.
 #pragma once

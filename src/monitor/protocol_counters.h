@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The counters of an Internet protocol, the same for both versions.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the windows of the MTU optimizer share, and where the system keeps an MTU.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The entry of the MTU optimizer: whether it is needed at all, and which site it asks.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The MTU optimizer's look at the line before anything is changed: fifty pings to the
 // chosen site, and what they are worth.
 #pragma once

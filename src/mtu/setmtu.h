@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The search of the MTU optimizer: the largest ping that passes without being cut, in seven
 // large steps and then byte by byte.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The readings of the text that `ping` prints, and an echo without that tool.
 #pragma once
 

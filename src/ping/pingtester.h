@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Ping Test: up to five destinations, one echo each in every pass.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The chart of the Ping Test.
 #include "ping/pingtester.h"
 #include "text/statement.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the system tells every program about its surroundings.
 #pragma once
 

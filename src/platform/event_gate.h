@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The one gate through which every event reaches the event routines.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pump of the program: where events come from and when they are delivered.
 #pragma once
 

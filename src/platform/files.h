@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files that the program writes and reads, by the program's own paths.
 #pragma once
 

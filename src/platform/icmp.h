@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Echoes without a console tool: the system's helper for ICMP.
 #pragma once
 

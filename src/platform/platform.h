@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Everything that the operating system supplies, as one bundle of interfaces.
 #pragma once
 

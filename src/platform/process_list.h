@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The processes that run, and what they have loaded.
 #pragma once
 

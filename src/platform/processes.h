@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Child processes whose output comes through an anonymous pipe.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Profile files: text files of "[Section]" and "Key=Value" lines.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // TCP sockets whose events come on the program's thread.
 #pragma once
 

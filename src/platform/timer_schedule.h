@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // When the timers of the loaded windows tick.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Waitable timers of the operating system, and the wait for one of them that
 // any message interrupts.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Facts about the machine, asked for in the query language of WMI.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The curves of the Hop Stability Test, one for each hop.
 #pragma once
 

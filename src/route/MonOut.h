@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Outage monitor: one echo every few seconds for as long as the user lets it run, a
 // trace in each outage, and a log of both.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Hop Stability Test: a hundred pings to each router of a path, and how far the
 // replies of each stray from its own average.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The InDepth analysis that follows a Hop Stability Test with silent hops.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What both InDepth windows are: a ping and a pathping to one destination, with their
 // options, and their text as it comes.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the Outage monitor leaves behind when its window has gone.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the route tools share. One of each for the whole program, so that only one of the
 // tools may run at a time.
 #pragma once

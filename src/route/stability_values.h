@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a run of the Hop Stability Test leaves behind when its window has gone.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "route/trace.h"
 
 #include "frame/copy_text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Trace Route: ping and tracert against up to five destinations, their text as it
 // comes.
 #pragma once

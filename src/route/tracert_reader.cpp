@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "route/tracert_reader.h"
 
 #include "text/statement.h"

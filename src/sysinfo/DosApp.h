@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The full form of the summary of the machine, the reports about its drives, and the buffers
 // in which they are read. The window is loaded and never shown.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The reports about all drives.
 #include <cstdint>
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The short form of the summary of the machine, and the buffers in which it is read. The
 // window is loaded and never shown.
 #pragma once

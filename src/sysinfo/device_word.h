@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A code of a device and the word by which the report tells it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Which logical drives lie on which disk. Nobody tells: it is seen from their sizes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Texts of drives' sizes, in decimal units.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What is known of the machine's logical drives and of the disks that they lie on.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The two walks on which all drive reports go: through the logical drives and the disks.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Prints the text of the report, page by page, each page as a job of its own.
 #pragma once
 

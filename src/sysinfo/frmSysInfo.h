@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The window in which the report of the system is chosen, run and read.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Whether a routine goes on behind a statement that fails.
 #pragma once
 

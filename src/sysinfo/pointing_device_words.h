@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The words for the codes of Win32_PointingDevice.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sections of the report about the board and its controllers.
 #include "sysinfo/report_sections.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The section of the report about the computer as a whole.
 #include "sysinfo/report_sections.h"
 #include "text/statement.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The section of the report about the devices that have a signed driver.
 #include <algorithm>
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sections of the report that ask the machine about itself, one routine each. A section
 // without objects is its heading alone.
 #pragma once

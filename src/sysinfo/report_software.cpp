@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sections of the report about programs, users and events.
 #include <memory>
 

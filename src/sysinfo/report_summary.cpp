@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sections of the report about the system, its processors and its memory.
 #include "sysinfo/report_sections.h"
 #include "text/numbers.h"

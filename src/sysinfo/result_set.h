@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a routine got when it last asked about the machine.
 #pragma once
 

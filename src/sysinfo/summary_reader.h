@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The reading of the text in which the system's own tool tells about the machine.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The summary of the machine in the settings file, a record for the user.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A date with a time of day, and the patterns in which the program prints it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A value that holds nothing, a number or a text, and turns into what is asked.
 #pragma once
 

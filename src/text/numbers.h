@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The rules by which text becomes a number and a number becomes text.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Statements that may fail, and the rule by which most routines go on after one.
 #pragma once
 

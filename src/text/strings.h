@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pieces of texts and positions in them. Lengths and positions count characters,
 // positions from 1.
 //

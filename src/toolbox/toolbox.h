@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // All tools of the program, by the names under which the frame opens them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The colours, letters and style that all windows share.
 #pragma once
 

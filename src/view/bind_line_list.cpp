@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Ties a list box of the program's own to its view.
 #include <array>
 #include <utility>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The mouse over controls, and over the window beside them.
 #include <cmath>
 #include <memory>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Places and sizes: of controls in windows with fixed places, and of the windows that their
 // users size.
 #include <memory>

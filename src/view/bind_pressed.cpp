@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Controls that the user presses: buttons, check boxes, choices, pictures, entries of the menu.
 #include <QAction>
 #include <QCheckBox>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Controls that show what the program sets: labels, lists, clips, charts, pictures,
 // bars and gauges.
 #include <QFile>

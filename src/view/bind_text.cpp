@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Controls in which the user types: text boxes and combo boxes.
 #include <memory>
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What ties one control of a window to its widget.
 #pragma once
 

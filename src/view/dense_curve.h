@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Curves of more points than a screen has columns.
 #pragma once
 

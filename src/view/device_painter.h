@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Paints what was drawn by the operations of a device context.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The scale around dial gauges that stand at one place.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the user does to the lines of a list box.
 #include <algorithm>
 #include <memory>

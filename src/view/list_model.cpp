@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "view/list_model.h"
 
 #include "platform/qt/qt_text.h"

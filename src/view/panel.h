@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A light panel on which controls stand.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The bar of a progress, in the colour that its program gives it.
 #pragma once
 

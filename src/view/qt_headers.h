@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The headers that most files of the view need, compiled once.
 #pragma once
 

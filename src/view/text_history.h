@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the user did to a text, to be undone and done again.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where the letters of a text on the screen lie in the program's text.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Looks at the events of a widget before the widget does.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The windows that there are, by the names of their forms.
 #pragma once
 

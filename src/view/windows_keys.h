@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Keys by their numbers on Windows, as the routines of windows know them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A Network with a virtual clock whose answers a test writes down beforehand, and
 // an Output that keeps what is written.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The fsutil tool on made-up machines.
 #include "console/fsutil.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A FakeNetwork whose answers a test writes down by hop, and a reader of traces.
 #pragma once
 

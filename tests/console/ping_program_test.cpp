@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Runs the built ping on the loopback interface and reads it through a pipe.
 #include <fstream>
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Runs a built console tool and reads it through pipes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Runs the built tracert and pathping on the loopback interface and reads them
 // through a pipe.
 #include <fstream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A thousand networks that lose, delay, double and misdirect answers by chance: the
 // text of a trace stays whole on all of them.
 #include <gmock/gmock.h>

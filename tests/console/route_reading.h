@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads the text of a trace as the windows do, and more strictly.
 #pragma once
 

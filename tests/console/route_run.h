@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A route tool on a scripted path, and what it printed.
 #pragma once
 

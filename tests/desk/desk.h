@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A desk with a screen, a mouse and a keyboard of its own: Xvfb, a window manager
 // and the bus of screen readers, on which the real program is used as people do.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A person tests the download, in the lab, by the menu's picture: the smallest file of the
 // scenario's web host, for 5 Mbit/s. It takes about 20 s.
 #include <chrono>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A person lets the two long tests run, in the lab: a Hop Stability Test of a path of two
 // hops, and the Outage monitor through two outages. They take one minute each.
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A person opens the network monitors from the menu, in the lab, while echoes pass: reads
 // their figures, and moves and closes them by the keyboard. Each takes about 20 s.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A person optimizes the MTU, in the lab, from the menu's button to the last message: fifty
 // pings of a second each and seven sizes of five seconds each. It takes about 100 s.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A person runs the Ping Test in the lab: five hosts, three passes, copy and save.
 // Needs the scenario "ping-test" around it.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The real program in the lab, on a desk of its own, with an empty folder for its data.
 #pragma once
 

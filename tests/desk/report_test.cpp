@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A person reads the report of the system on a desk: from the menu through About, runs it,
 // saves it, and finds no printer to print it on. It takes about 20 s.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A person traces a route and analyses it in depth, in the lab. The tools are the real
 // ones, each behind a script that keeps what it printed.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A person starts the program: for the first time, once more, twice at once, and when
 // there is a newer version.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The real program in the lab, with the real tools, each behind a script that keeps what it
 // printed.
 #pragma once

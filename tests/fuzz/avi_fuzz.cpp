@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a clip: what is read holds together.
 #include <cstddef>
 #include <cstdint>

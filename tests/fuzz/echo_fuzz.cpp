@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads foreign bytes in every way in which an echo's answer is read: as a packet, as what
 // an error quotes, and as the text of the console tool.
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as what a monitor tells of itself, as they are and with a sound start and checksum,
 // so that every input gets to what lies between: what is read can be printed and can be.
 #include <algorithm>

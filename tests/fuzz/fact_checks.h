@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What holds of every fact, whatever the bytes that it was read from.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as udev's compiled hardware database, and as a text with a pattern.
 #include <cstddef>
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Whatever a web server says: an answer reads the same however its bytes come, keeps to its
 // length, and ends with the connection.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads foreign bytes in every way in which ICMP messages and IPv4 options are
 // read, and checks that what is read stays within the bytes.
 #include <cstddef>

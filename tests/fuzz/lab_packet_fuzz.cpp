@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Everything of the lab that reads bytes from outside: packets as they come, DNS
 // messages inside sound packets, pieces of echoes, requests to a web host, scenario texts.
 #include <algorithm>

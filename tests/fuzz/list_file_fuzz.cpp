@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as the file of a list box: each line of it becomes a line of the list, and what
 // is then saved gives the same lines and the same file again.
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as each of the lists, messages and logs in which a Linux machine keeps its facts: what
 // is read can be printed on a line and stays within the bytes.
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a profile file, changed by any operations: what was written is read
 // again, and a change touches its own lines only.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Feeds texts of `ping`, whole and broken, in chunks of any bounds to both
 // readings, and checks what must hold for every chunk.
 #include <algorithm>

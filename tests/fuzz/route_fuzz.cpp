@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Answers a trace, and then the statistics of a path, with whatever the bytes say,
 // and checks that their texts stay whole: each echo takes bytes that tell how its
 // answers come.

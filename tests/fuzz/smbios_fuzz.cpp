@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as the firmware's table, and as what udev has noted of it: texts stay within the
 // bytes and can be printed, numbers within what their places can hold.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Feeds texts about the machine, whole and broken, to the readers line by line and, in
 // chunks of any bounds, to both collectors, and checks what must hold for every text.
 #include <algorithm>

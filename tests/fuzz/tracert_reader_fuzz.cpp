@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Feeds texts of `tracert`, whole and broken, to the reader, and checks what must hold
 // for every line and for the text as a whole.
 #include <array>

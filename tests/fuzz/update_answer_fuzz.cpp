@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Whatever the update endpoint says: the program starts in the time it always takes,
 // and takes from the answer what stands there.
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a file of Xfce's settings: every value has a path and comes out of the bytes.
 #include <cstddef>
 #include <cstdint>

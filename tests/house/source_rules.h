@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The rules that the project's sources keep: who includes whom, and their length.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the Bandwidth monitor shows of traffic of known speeds, by the kernel's own counters
 // and the clock on the wall, beside what the device says that it has carried.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Echoes of the program on the lab's paths, by each of their ways.
 #include <gtest/gtest.h>
 #include <sstream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Sends echoes as the program does: echo_sender TOOLS-FOLDER WAY [ADDRESS TIMEOUT]...
 // One line for each: the number of replies, status, time and address of whoever replied.
 #include <arpa/inet.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A new user's destinations, in the scenarios that come with the lab: whoever presses
 // Start without a word of his own sees something.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The scenarios that come with the lab, in virtual time, asked as tools that walk
 // paths ask.
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Packets for the tests of the simulated Internet, and what tests read of them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The paths that come with the lab, walked with the system's own ping. Skipped
 // with the lab's reason where it cannot run.
 #include <gmock/gmock.h>

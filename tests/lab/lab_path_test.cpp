@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Paths of routers, in virtual time: what happens to packets on the way out, and
 // the answers that come from there.
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program `lab` for tests: run from a line of the shell.
 #pragma once
 

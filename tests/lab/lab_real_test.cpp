@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program `lab` itself, with the system's own tools inside. Skipped with the
 // lab's reason where it cannot run.
 #include <gmock/gmock.h>

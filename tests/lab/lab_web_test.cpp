@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Web hosts in scenario files and on the simulated way, without a server.
 #include <algorithm>
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A program on the simulated platform whose counters are those of this machine's kernel, and
 // a line of the test's own: a device whose other end the test holds.
 #pragma once

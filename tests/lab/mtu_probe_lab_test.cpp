@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the MTU search reads in the text of ping on a path that passes 1400 bytes. Skipped
 // with the lab's reason where it cannot run.
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What moves in the rows of the Protocol monitor when packets of one kind come or go: that
 // kind's row and those that count the same packets, and no other, of either protocol.
 #include <array>

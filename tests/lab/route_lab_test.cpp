@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // tracert and pathping on every path of the lab. Skipped with the lab's reason
 // where it cannot run.
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the reader of the windows takes from the real text of tracert on every path of
 // the lab. Skipped with the lab's reason where it cannot run.
 #include <algorithm>

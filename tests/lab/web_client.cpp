@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads a file of a web host and tells in one line what came, and when:
 //   web_client METHOD HOST PORT PATH [LEAVE-AFTER]
 // With a number of bytes at the end it goes away as soon as it has read so many.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Web hosts inside the lab, read by a client of plain sockets. Skipped with the lab's
 // reason where it cannot run.
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A made-up machine with disks, and file systems that are mounted.
 #pragma once
 

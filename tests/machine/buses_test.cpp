@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The buses of the machine that the test runs on, as its own tools list them.
 #include <algorithm>
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where the hardware database is found, what it says of a device, and that udev's own tool
 // says the same.
 #include "machine/device_database.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Puts devices into the tree of a machine that a test makes up, as the kernel would.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Makes what a monitor tells of itself, for tests.
 #pragma once
 

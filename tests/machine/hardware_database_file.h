@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Makes the bytes of a hardware database for tests.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A journal that a test makes up, written by the system's own tool.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Makes messages as the kernel sends them about network devices (rtnetlink(7)).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Whole machines for tests: the files of each below a root folder, and the rest of
 // it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The file of a kernel module that a test makes up.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "machine/operating_system.h"
 
 #include <fcntl.h>

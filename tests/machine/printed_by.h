@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the system's own tools print, for tests that compare with it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The devices of a recorded machine, as the kernel shows them below /sys.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Whole machines in files of text, for tests: each tells what its kernel and its system keep in
 // their files, and what else may be asked of it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The text of a recorded machine: sections of a line each, with indented lines below them.
 #pragma once
 

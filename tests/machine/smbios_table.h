@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Tables of firmware (SMBIOS) that a test makes up.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A folder that stands for the root of a machine's files while a test runs.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A random user on the simulated platform: clicks, types, closes windows, while
 // tools fall silent or break off, texts arrive in odd pieces, downloads come or fail, and so
 // does the disk.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Environment: VELTRIN_MONKEY_EVENTS (100000) and VELTRIN_MONKEY_SEED (1) for
 // longer runs and to see a failure again.
 #include "monkey/monkey.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What only Linux can show of replacing files: rights, links, full disks, killed
 // programs.
 #include <cerrno>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What Linux refuses of files that are written over in their place.
 #include <cerrno>
 #include <filesystem>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files that are written over in their place, and files that are deleted.
 #include <filesystem>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What Windows refuses of files that are written over in their place.
 #include <windows.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files of bytes in a folder of a test's own, through the system's Files.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What has become of the children that a test has started (Linux).
 #pragma once
 

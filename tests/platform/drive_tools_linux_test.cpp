@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The routines about one drive, with the real fsutil on the machine of the test.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

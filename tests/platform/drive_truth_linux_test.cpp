@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Made-up Linux machines through the whole report about drives: what it says must be true.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Answers echoes as a test wants it, in a network whose kernel is silent (Linux).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Settings by the system's own GSettings, from a folder of the test's own.
 #include <cstdlib>
 #include <filesystem>

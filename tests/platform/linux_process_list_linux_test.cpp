@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The processes of Linux, of a made-up machine and of this one.
 #include <algorithm>
 #include <array>

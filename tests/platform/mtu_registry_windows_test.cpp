@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The MTU in the registry of Windows, where the system itself keeps it.
 #include <cstdint>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The files in which a made-up Linux machine keeps its network devices.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A network of a test's own, in which nothing is but the loopback interface (Linux).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A platform that is simulated but for what a test has real.
 #pragma once
 

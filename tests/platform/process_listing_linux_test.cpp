@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the system report prints of the processes of a recorded Linux machine.
 #include <algorithm>
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program's own profile files against those of the system: thousands of random
 // operations on random files, every answer and every file compared. Where the
 // system's calls of Wine, under which this runs, are known to depart from what is

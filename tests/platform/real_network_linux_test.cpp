@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What this machine's kernel tells of its network devices, and of a network of a test's own
 // with known traffic.
 #include <algorithm>

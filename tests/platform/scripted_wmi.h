@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A service of WMI that says what a test wants, in the place of the system's own.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A counter service whose figures a test makes up.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A child process for tests and benchmarks: carries out its arguments one by one.
 //
 //   file=PATH        prints what follows into a file, which has its name once all is in it

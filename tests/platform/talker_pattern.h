@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The bytes that the talker prints when it is asked for a number of bytes.
 #pragma once
 

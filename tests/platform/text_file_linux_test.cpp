@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What Linux writes into text files, and what it refuses.
 #include <csignal>
 #include <filesystem>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Text files that are written and read whole.
 #include <filesystem>
 

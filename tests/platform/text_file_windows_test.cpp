@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What Windows writes into text files, and what it refuses.
 #include <windows.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Echoes through the console tool, in whose place a script of the test stands.
 #include <arpa/inet.h>
 #include <chrono>

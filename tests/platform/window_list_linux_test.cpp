@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Running copies find each other's windows, and those that have gone are forgotten.
 #include <cstdlib>
 #include <filesystem>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The processes of Windows, as this program finds itself among them.
 #include <algorithm>
 #include <array>

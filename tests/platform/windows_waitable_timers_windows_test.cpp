@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Timers and messages of Windows as the pumping wait needs them.
 #include <windows.h>
 

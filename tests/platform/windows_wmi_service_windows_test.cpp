@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What becomes of the words of a service that a test writes: those that Wine's never says.
 #include <cwchar>
 #include <gmock/gmock.h>

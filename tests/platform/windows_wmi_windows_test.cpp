@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the service of this Windows answers. Under Wine it knows some classes and no others.
 #include <functional>
 #include <gmock/gmock.h>

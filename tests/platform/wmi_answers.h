@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a Linux machine that a test makes up answers in the words of WMI, in forms in which a test
 // compares it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The desktop of the user of a machine that is made up.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

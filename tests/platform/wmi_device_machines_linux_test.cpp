@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Whole machines, and what is left of them when parts of their files are missing or damaged.
 #include <filesystem>
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The drives and disks of a Linux machine, as WMI tells them.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Printers of a system that is made up.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A real print server of a test's own, whose printers put their paper into a folder.
 #pragma once
 

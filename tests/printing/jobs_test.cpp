@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the printers of the system put on paper.
 #include "tests/printing/printing_test.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Starts the tests of printing with an application that draws off the screen.
 #include <cstdlib>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Prints the names of the printers and ends, as a program would that has shown them.
 #include <cstdio>
 

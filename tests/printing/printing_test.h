@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Printers of the system under test, and what they put on paper.
 #pragma once
 

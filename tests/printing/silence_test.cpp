@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Printers that are gone, refuse, or stay silent.
 #include <arpa/inet.h>
 #include <array>

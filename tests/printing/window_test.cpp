@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The window that prints the report, on real printers.
 #include <algorithm>
 #include <cctype>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The tests of whole reports, or with "--write FOLDER" the reports themselves.
 #include <gmock/gmock.h>
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The report of a recorded machine: the program, the answers of Linux and the tool that tells of
 // the machine, all standing on the recording.
 //

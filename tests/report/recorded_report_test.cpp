@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the user reads of each recorded machine, whole.
 #include "report/recorded_report.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The lines of a report as a text that a person reads, and what differs between two of them.
 #pragma once
 

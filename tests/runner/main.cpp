@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The start of the test programs that need nothing else around their cases.
 #include <gmock/gmock.h>
 

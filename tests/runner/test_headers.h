@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The headers of others that most tests need, compiled once. A test still includes
 // what it uses.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the list box asks of its screen, and what the user does with it.
 #include <gmock/gmock.h>
 

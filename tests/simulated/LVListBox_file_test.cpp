@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The file of the list box: what is written, what is read, and what may fail.
 #include <gmock/gmock.h>
 

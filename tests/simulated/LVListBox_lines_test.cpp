@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Lines of the list box: adding, reading, changing and removing them.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Properties of the list box, and what a container keeps of them.
 #include <gmock/gmock.h>
 

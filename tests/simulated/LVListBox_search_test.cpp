@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Finding lines of the list box by their texts.
 #include <gmock/gmock.h>
 

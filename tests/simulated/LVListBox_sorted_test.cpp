@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The list box in the order of its texts.
 #include <gmock/gmock.h>
 

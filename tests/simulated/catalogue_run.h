@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The report of the system on the simulated platform: a window whose user ticks sections and
 // presses the button, and a service that answers what a test tells.
 #pragma once

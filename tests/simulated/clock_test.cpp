@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The calendar of the simulated platform.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The modules of the performance counters: which ones they add, in which order they read.
 #include <gmock/gmock.h>
 

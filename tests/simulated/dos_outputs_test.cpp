@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The console runner: its steps, its chunks, its failures.
 #include <algorithm>
 #include <array>

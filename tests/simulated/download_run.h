@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The download test on the simulated platform, with a server that a test plays.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The lists in which the drives wait for their disks, from one report to the next.
 #include "simulated/drive_run.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the drive reports find out, and what they write to the settings.
 #include "simulated/drive_run.h"
 

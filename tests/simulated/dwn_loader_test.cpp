@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The control that reads a URL into a file.
 #include "download/dwnLoader.h"
 #include "simulated/route_run.h"

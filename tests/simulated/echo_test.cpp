@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An echo without a console tool: what it asks of the system, and in which order.
 #include <cstdint>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The gate through which all events reach the event routines.
 #include "platform/event_gate.h"
 

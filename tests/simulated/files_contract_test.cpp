@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What every kind of Files does alike, so that a test on the simulated one proves
 // something about the system's.
 #include <gtest/gtest.h>

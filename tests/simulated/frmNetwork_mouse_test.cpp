@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Bandwidth monitor under the mouse: dragging it, its menu, its two little labels.
 #include <gmock/gmock.h>
 

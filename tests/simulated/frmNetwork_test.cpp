@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Bandwidth monitor: its load, its dials, its life.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The print window: its choices, its settings, and the pages that it makes of a text.
 #include "simulated/report_run.h"
 

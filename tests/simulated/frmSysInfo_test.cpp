@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The report window: what is chosen, what the list and the text hold, its size, its menu.
 #include <array>
 

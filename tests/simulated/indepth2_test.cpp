@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The InDepth window that follows a Hop Stability Test: where it differs.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Both InDepth windows on the simulated platform.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The InDepth windows: their tests.
 #include "simulated/indepth_run.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The InDepth windows: load, help, and what both share beside the test itself.
 #include "simulated/indepth_run.h"
 

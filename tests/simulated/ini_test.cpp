@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One value of the settings file at a time, and the two routines that all windows use.
 #include <gtest/gtest.h>
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The settings that the installation brings along.
 #include "frame/installation.h"
 

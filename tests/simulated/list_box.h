@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A list box on the simulated platform, and what it tells whoever shows it.
 #pragma once
 

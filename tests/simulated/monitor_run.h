@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The network monitors on the simulated platform, with counters whose values a test sets.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Outage monitor: outages, their traces, the log, the graph, and the end of a run.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Outage monitor: its load, its start, the address that it probes, its pace.
 #include "simulated/outage_run.h"
 

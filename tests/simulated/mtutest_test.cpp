@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The entry of the MTU optimizer.
 #include "simulated/mtu_run.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Bandwidth monitor on the simulated platform.
 #pragma once
 

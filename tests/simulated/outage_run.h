@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Outage monitor on the simulated platform: a line that is scripted probe by probe, and
 // a user who stops the run.
 #pragma once

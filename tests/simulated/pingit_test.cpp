@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The MTU optimizer's look at the line: fifty pings and what follows from them.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Ping Test whose window is closed in mid-run while another one stays open.
 #include "frame/setlang.h"
 #include "simulated/pingtester_run.h"

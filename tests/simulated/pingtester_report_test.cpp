@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Ping Test: failures, Stop and Start, the report, and Quit.
 #include <algorithm>
 #include <sstream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A Ping Test on the simulated platform, whose pings answer as a test tells.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Ping Test: its load, its passes and its figures.
 #include "simulated/pingtester_run.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The listing of processes in the system report.
 #include "simulated/reported_run.h"
 #include "sysinfo/modTasks.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A running program: the lives of its windows, its settings, its messages.
 #include "frame/program.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reading and writing of single registry values.
 #include <gtest/gtest.h>
 #include <string>

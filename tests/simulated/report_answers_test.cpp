@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How the report asks the service, and what it does with answers that fail.
 #include "frame/result_file.h"
 #include "simulated/catalogue_run.h"

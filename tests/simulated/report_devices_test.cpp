@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the report tells of caches, slots, controllers and video cards, one behind the other.
 #include "simulated/catalogue_run.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reports one behind the other, one within another, and windows that are closed meanwhile.
 #include "simulated/catalogue_run.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The order of the report, what gates its sections, and the modes of the routine that prints
 // it.
 #include "simulated/catalogue_run.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Sections of the report whose lines are properties of objects, told as data.
 #pragma once
 

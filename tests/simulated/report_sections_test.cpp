@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sections of the report, each with what the service may answer for it.
 #include <algorithm>
 

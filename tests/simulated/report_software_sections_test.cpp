@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The lines of the report's sections about the computer as a whole and what is on it.
 #include "simulated/report_section_case.h"
 

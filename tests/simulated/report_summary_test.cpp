@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sections of the report that the machine's summary feeds.
 #include "simulated/catalogue_run.h"
 

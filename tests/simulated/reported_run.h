@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The system report's window on the simulated platform, and its lines as short texts.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Saving a result as a text file.
 #include "frame/result_file.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The windows of the route tools on the simulated platform. Their tools print the
 // command line that they were started with, unless a test scripts another text.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A character that the bound of a read cuts in two.
 #include <map>
 #include <string>

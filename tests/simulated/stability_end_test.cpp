@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Hop Stability Test: what it makes of the times of a hop, its graphs on their pages,
 // and the end of a run.
 #include "frame/copy_text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Hop Stability Test: the list of hops, the estimate, the graphs and the pings.
 #include "ping/ping_values.h"
 #include "simulated/stability_run.h"

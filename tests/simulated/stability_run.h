@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Hop Stability Test on the simulated platform: a path of hops whose reply times a
 // test scripts, and a user who closes the windows behind the run.
 #pragma once

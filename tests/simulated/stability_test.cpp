@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Hop Stability Test: its load, and its start up to the list of hops.
 #include "ping/ping_values.h"
 #include "route/trace.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The full form of the summary of the machine.
 #include "simulated/system_summary_run.h"
 

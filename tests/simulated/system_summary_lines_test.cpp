@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Which lines the full form of the summary reads, and what comes between them.
 #include <random>
 

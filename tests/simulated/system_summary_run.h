@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The collectors of the machine's summary on the simulated platform, whose tool prints
 // what a test tells.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The end of the download test: its order, its summary, its faults, its closing.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The download test: its start, its sampler, its tables.
 #include "simulated/download_run.h"
 #include "toolbox/toolbox.h"

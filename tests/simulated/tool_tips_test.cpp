@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The tool tips of all windows.
 #include "frame/tool_tips.h"
 

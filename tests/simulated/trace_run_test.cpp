@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Trace Route: its runs.
 #include "route/trace.h"
 #include "simulated/route_run.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Trace Route: its load, its boxes and menu, copying, saving and leaving.
 #include "route/trace.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The characters of a text, one by one: the plain model beside which the text functions
 // are tested.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A real web server, on the loopback of this machine.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A program on the simulated platform, with a registry that is none of it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Downloads whose server a test plays, and a table of interfaces that it fills.
 #pragma once
 

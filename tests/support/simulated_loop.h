@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The event loop of the simulated platform: time passes only when somebody waits.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Processes and their modules as a test tells them.
 #pragma once
 

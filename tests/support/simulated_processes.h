@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Console tools of the simulated platform: their text arrives at given times.
 #pragma once
 

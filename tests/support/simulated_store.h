@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files, settings and registry of the simulated platform, kept in memory, with
 // faults to order.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What else the simulated platform supplies: other programs, surroundings, counters,
 // facts by query, echoes, and TCP sockets whose other side a test plays.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Texts of the tool that tells about the machine, for tests.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The hardware of this machine as the program tells it, beside what the machine's tools tell. What
 // a machine has not, or no tool is there to tell, is skipped in words.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A text in JSON, as tools print it (RFC 8259).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The software of this machine as the program tells it, beside what the machine's tools tell.
 #include <algorithm>
 #include <gmock/gmock.h>

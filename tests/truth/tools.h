@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The tools of this machine, and the program's own answers about it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How the dial gauge draws, step by step.
 #include <gtest/gtest.h>
 

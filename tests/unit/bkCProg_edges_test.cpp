@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The places, colours and limits by which the dial gauge draws.
 #include <algorithm>
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a container keeps of the dial gauge, and the pictures behind and around it.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

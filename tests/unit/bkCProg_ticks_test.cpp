@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How the dial gauge draws the ticks of its scale.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Lengths of texts, pieces of them and positions in them beyond ASCII.
 #include "tests/support/characters.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Which drives are found on a disk.
 #include "sysinfo/drive_matching.h"
 

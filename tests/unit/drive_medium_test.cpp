@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Which drives count as those of no medium.
 #include <gtest/gtest.h>
 

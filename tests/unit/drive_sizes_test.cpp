@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Texts of drives' sizes, at the edges of their units.
 #include "sysinfo/drive_sizes.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the table of drives makes of clusters and of the kinds of drives.
 #include "sysinfo/drive_table.h"
 

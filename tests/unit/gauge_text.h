@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a gauge has drawn, as texts that a test can write out.
 #pragma once
 

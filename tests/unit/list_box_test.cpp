@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Items of a list box that are looked for and taken away.
 #include "forms/list_box.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The texts of the machine's memory modules.
 #include "sysinfo/memory_slots.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The bookkeeping of waitable timers by name.
 #include "platform/portable/named_timers.h"
 

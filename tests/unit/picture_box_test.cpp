@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pictures that the program draws, and the curves in them.
 #include "forms/picture_box.h"
 

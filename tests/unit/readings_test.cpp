@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The two readings of the text that `ping` prints.
 #include <gtest/gtest.h>
 #include <optional>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The curves of the download test.
 #include "download/speed_graph.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The words of the report for the codes of devices.
 #include "sysinfo/status_text.h"
 
@@ -38,8 +39,7 @@ constexpr int kLast = 400;
 Words wordsOf(Lookup lookup) {
   Words words;
   for (int code = kFirst; code <= kLast; ++code) {
-    const std::string text = after(lookup, code);
-    if (text != "before") words[code] = text;
+    if (const std::string text = after(lookup, code); text != "before") words[code] = text;
   }
   return words;
 }

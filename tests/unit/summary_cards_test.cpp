@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The network cards in the text of the system's own tool.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

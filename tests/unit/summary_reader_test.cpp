@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The lines in which the system's own tool tells about the machine.
 #include "sysinfo/summary_reader.h"
 

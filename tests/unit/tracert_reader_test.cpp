@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The reading of the text that `tracert` prints.
 #include "route/tracert_reader.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What stands at the start of a text.
 #include "text/utf8.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The real server, and callers who do what they should.
 #include <csignal>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A caller of the endpoint, played by a test with a socket of its own.
 #pragma once
 

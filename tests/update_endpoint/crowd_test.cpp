@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Many callers at once, more than may stand, and more than the system has room for.
 #include <csignal>
 #include <gtest/gtest.h>

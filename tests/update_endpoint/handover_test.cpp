@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a service manager and the server do for each other.
 #include <array>
 #include <csignal>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Callers who are slow, or mean no good.
 #include <fstream>
 #include <gtest/gtest.h>

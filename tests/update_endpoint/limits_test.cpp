@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How many may stand from one address, at the real server.
 #include <gtest/gtest.h>
 #include <optional>

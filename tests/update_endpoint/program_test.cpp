@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program as a whole: its command line, its words, its ends.
 #include <csignal>
 #include <gmock/gmock.h>

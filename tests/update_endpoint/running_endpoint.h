@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The built update_endpoint, run by a test.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Clips are read to the pixel, and broken files do no harm.
 #include "platform/portable/avi_clip.h"
 

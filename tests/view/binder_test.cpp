@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Every control has its widget, and every widget its control.
 #include "view/binder.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Labels whose text the program colours.
 #include "view/contrast.h"
 

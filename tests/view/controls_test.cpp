@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the user does to each kind of control reaches the model, and what the program
 // does to the model is shown and never comes back.
 #include <QComboBox>

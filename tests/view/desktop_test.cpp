@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Windows, message boxes and the clipboard on a real desktop.
 #include <QApplication>
 #include <QClipboard>

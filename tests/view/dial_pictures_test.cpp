@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Photographs of dial gauges, for people to look at.
 #include <functional>
 

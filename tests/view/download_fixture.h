@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads of URLs whose server the test plays, for tests of QtDownloads.
 #pragma once
 

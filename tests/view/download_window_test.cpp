@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The window of the download test: what of it is in sight, and a run under real input.
 #include <set>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pictures that the program draws, in the pixels of the screen.
 #include "view/drawing_view.h"
 

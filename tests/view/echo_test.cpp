@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the user does while an echo has no answer waits, and the window lives on.
 #include <arpa/inet.h>
 #include <filesystem>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Windows whose size the program alone changes, and what of them is in sight.
 #include <QPlainTextEdit>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // When a dial gauge is painted, whom its value is told, and how it ends.
 #include <QAccessible>
 #include <QElapsedTimer>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pictures of a dial gauge on the screen, its edge and its shape.
 #include "gauge_fixture.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The face of a dial gauge on the screen.
 #include <numbers>
 

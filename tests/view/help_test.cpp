@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The help pages as the installation has them.
 #include <filesystem>
 #include <fstream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the user does while a console tool is silent waits, and the window lives on.
 #include <cstdlib>
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The lines of a list box: what the user does to them reaches the program.
 #include "line_list_fixture.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The lines of a list box: what the program does to them comes to the screen.
 #include <QAccessible>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The small pictures of the report's lines: whether they are all there, and look like one
 // family.
 #include <algorithm>

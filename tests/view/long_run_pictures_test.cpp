@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Photographs of the windows whose tests take long: the Hop Stability Test, its summary
 // and the Outage monitor.
 #include <cmath>

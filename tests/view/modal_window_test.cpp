@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Windows that alone take input: how they come up and where.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The network monitors under real input: found, moved and closed with mouse and keyboard.
 #include <QAccessible>
 #include <QLabel>

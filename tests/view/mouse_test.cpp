@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the mouse does over controls, and over the window beside them, reaches the model.
 #include "forms/image.h"
 #include "view_test.h"

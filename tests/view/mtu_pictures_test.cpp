@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Photographs of the three windows of the MTU optimizer.
 #include "mtu/mtutest.h"
 #include "mtu/pingit.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Other sides of connections, for tests of sockets, on the loopback of this machine.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Photographs of the Ping Test and the language window.
 #include "pictures.h"
 

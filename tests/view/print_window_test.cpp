@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The print window: printers of any kind, choices, keyboard.
 #include <QAbstractItemView>
 #include <QAccessible>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Bars that fill as work goes on.
 #include "view/progress_view.h"
 

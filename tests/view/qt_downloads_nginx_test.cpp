@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads of URLs from a real web server, secured and not.
 #include <cstdlib>
 #include <fstream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads of URLs from servers that behave well and badly.
 #include <cstdint>
 #include <fstream>

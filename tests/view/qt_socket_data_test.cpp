@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What goes through sockets, and what this computer is called.
 #include <climits>
 #include <sched.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What sockets that listen do, and how sockets give up and end.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How sockets connect, on the loopback of this machine.
 #include <cstdlib>
 #include <future>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The report window: its size, which its user changes, and its keyboard.
 #include <QAccessible>
 #include <QCheckBox>

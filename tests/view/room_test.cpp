@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Every text of the windows has room, also in a window at its smallest, at each scale of
 // the screen. The suite runs at 100, 150 and 200 percent.
 #include <QAbstractButton>

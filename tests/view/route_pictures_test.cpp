@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Photographs of the Trace Route and the InDepth analysis.
 #include <QMenu>
 

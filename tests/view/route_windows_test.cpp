@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Trace Route and the InDepth analysis under real input.
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Places on the screen, in pixels at every scale, and borders that are drawn there. Run
 // at several scales and on several screens.
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Every window has its place on a screen of 1280 by 720, beside a task bar and within a
 // frame, at each scale.
 #include "download/testdl.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A socket under test, with a port of the test's that it may connect to.
 #pragma once
 

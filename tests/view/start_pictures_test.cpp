@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Photographs of the splash, the main menu and the About window.
 #include "frame/About.h"
 #include "frame/starter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The splash, the main menu and the About window under real input.
 #include <QLabel>
 #include <QScreen>

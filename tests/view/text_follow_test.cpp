@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What of a growing text is in view while the user works in it.
 #include <QScrollBar>
 #include <QTextBlock>

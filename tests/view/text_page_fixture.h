@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The text of a Trace Route in its shown window, into which the user types.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A text box of many lines in which the user types while the program prints.
 #include <random>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A program with real windows, the real event loop and real child processes, and a
 // store in memory.
 #pragma once

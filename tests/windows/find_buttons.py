@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Prints the middles, "x y", of the buttons in a picture, row by row from the left.
 
 Standard input is the picture as raw RGB bytes, 8 bits a channel; the one argument

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Starts veltrin.exe under Wine in a virtual desktop, and opens and closes both network
 # monitors by the menu and the keyboard, whatever Wine's counters say.
 # Usage: monitors.sh FOLDER_OF_THE_PROGRAM FOLDER_FOR_PICTURES

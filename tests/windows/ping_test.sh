@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Starts veltrin.exe under Wine in a virtual desktop, opens the Ping Test by the menu,
 # runs one pass against 127.0.0.1 with Wine's own ping, copies and saves the report,
 # and looks at the file. Usage: ping_test.sh FOLDER_OF_THE_PROGRAM FOLDER_FOR_PICTURES

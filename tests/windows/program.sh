@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The Windows program under Wine on a screen of its own, for the scripts that work it. Takes the
 # folder of the program and one for pictures; sets `work`, the program's folder here.
 set -eu

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Starts veltrin.exe under Wine in a virtual desktop, opens the report of the system from About,
 # runs it, saves it, runs it with all of its sections, compares what it saved then with what
 # Wine's own tool gets from the same service, and finds no printer to print it on.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Runs a Windows program under Wine in a prefix of the tests' own, as Wine makes no
 # windows without a screen on that of VELTRIN_WINE_DISPLAY, or on one of its own where
 # there is none.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A plugin of clang-tidy 14 that keeps its checks to the project's own code.
 //
 // clang-tidy shows what it finds there alone, but looks for it in everything that a

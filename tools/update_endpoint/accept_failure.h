@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What to make of an accept that failed.
 #pragma once
 

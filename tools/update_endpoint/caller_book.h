@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Who stands at the server, and who has to go. Knows no socket and no clock.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What callers may take of the server, and what the command line may choose.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The server: one thread that waits for whatever happens on any of its sockets.
 //
 // A caller is answered the moment it is accepted. What follows is courtesy: were the

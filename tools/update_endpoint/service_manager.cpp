@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/update_endpoint/service_manager.h"
 
 #include <charconv>

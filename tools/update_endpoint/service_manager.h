@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The two things between this server and a service manager such as systemd:
 // listening sockets that are handed over (sd_listen_fds(3)), and the word that the
 // server is ready (sd_notify(3)).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // update_endpoint: tells callers the newest version and the address they are seen under.
 #include <algorithm>
 #include <cstdio>

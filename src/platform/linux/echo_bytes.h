@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The bytes of an echo over IPv4, and what an error about one means. Readers take any
 // bytes whatever.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The ways in which one echo goes out and its reply comes in.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The settings that programs of GNOME, Cinnamon and MATE share.
 #pragma once
 

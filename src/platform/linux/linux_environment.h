@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The surroundings of a program on Linux.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The facts that WMI would tell, of a Linux machine.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the text of the console tool `ping` tells of its one echo.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Programs on the disk, and the start of one.
 #pragma once
 

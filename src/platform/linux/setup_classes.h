@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The classes by which Windows sorts devices ("DeviceClass" of Win32_PnPSignedDriver), and the
 // devices without a bus that goes by codes.
 #pragma once

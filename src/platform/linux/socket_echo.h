@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Echoes through a socket of the kernel.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Echoes through the console tool `ping`, which may have the right that the program lacks.
 #pragma once
 

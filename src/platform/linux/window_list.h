@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The titles of the windows that all running copies of the program have on the screen.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The classes of WMI that a Linux machine answers, by the families that their facts come from.
 #pragma once
 

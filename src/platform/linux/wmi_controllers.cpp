@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The controllers of hard disks and floppy disks, from the PCI buses and from Plug and Play.
 #include "machine/device_names.h"
 #include "machine/fact_text.h"

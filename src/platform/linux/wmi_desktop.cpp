@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The desktop of the user who runs the program.
 #include "machine/desktop.h"
 #include "machine/fact_text.h"

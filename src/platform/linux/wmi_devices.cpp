@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sound cards and the hubs of the USB.
 #include "machine/device_names.h"
 #include "machine/sound_cards.h"

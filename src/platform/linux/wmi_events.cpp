@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Win32_NTLogEvent, by the journal of the system.
 //
 // Category is the facility of the syslog protocol under which the source logged, the nearest to a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Keyboards and pointing devices.
 #include <cstdio>
 #include <string_view>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // All devices of the buses of a machine, with the classes of Windows.
 #include <array>
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "machine/fact_text.h"
 #include "platform/linux/wmi_classes.h"
 

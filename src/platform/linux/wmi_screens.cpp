@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Graphics cards and monitors.
 #include <algorithm>
 #include <cstdint>

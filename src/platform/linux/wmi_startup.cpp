@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "machine/autostart.h"
 #include "machine/enabled_units.h"
 #include "platform/linux/wmi_classes.h"

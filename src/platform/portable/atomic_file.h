@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reading a file as a whole, and replacing one so that there is never half of it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The file is a tree of chunks: four letters of a kind, the size of the body in four
 // bytes, the body, and a byte of padding behind an odd one. A "RIFF" and a "LIST" chunk
 // hold four more letters and then chunks. Numbers stand with the lowest byte first.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Short clips from files of the AVI form.
 #pragma once
 

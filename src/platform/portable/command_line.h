@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Splits one command line text into a program's arguments.
 #pragma once
 

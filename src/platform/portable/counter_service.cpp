@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/portable/counter_service.h"
 
 #include <algorithm>

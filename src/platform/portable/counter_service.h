@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Performance counters for a system that has no service for them.
 #pragma once
 

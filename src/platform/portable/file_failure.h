@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a failure of the file system means to a statement of the program.
 #pragma once
 

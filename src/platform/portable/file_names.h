@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Which names a file may bear, by the rules of Windows on every system.
 #pragma once
 

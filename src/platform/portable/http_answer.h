@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The answer of a web server, read as it comes in.
 #pragma once
 

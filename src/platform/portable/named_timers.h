@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Waitable timers by name for systems that have none: the bookkeeping alone,
 // driven by a clock that it is handed.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The text of a profile file: "[Section]" lines and "Key=Value" lines, read and
 // changed in memory so that every other line stays as it is, byte for byte.
 #pragma once

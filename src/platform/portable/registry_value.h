@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What every registry has in common: error numbers and how a value is handed over.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A text file whose new content takes the old one's place when it is closed.
 #pragma once
 

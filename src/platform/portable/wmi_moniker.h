@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Monikers by which a program finds the service of WMI.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Connects to whichever address of a host answers first.
 #pragma once
 

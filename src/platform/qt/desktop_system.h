@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // All that the operating system supplies to the program with windows.
 #pragma once
 

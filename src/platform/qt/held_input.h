@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Keeps what the user does while the event gate is closed, and hands it on when it opens.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How the program's thread sleeps until something comes in.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A printer of the system, by Qt's print support.
 #pragma once
 

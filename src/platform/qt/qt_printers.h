@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The printers of the system, by Qt's print support: those of CUPS on Linux, those of the
 // spooler on Windows.
 #pragma once

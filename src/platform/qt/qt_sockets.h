@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // TCP sockets and the addresses of this computer, by Qt.
 #pragma once
 

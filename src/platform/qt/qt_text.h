@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Texts between UTF-8, which the program keeps, and those of Qt.
 #pragma once
 

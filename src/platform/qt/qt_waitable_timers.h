@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Waitable timers of a system that has none, with waits that keep the windows painted.
 #pragma once
 

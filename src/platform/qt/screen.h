@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Places on the screen, in its own pixels whatever the scale of the letters.
 #pragma once
 

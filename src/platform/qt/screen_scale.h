@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Between the coordinates of Qt, which a screen's scale shrinks, and pixels (Linux).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The look of a form, of which the desktop knows no more than its window.
 #pragma once
 

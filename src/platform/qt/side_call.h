@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Calls of the system that may never return, made beside the program's own thread.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How the program waits for a console tool, or an echo's answer, that is silent.
 #pragma once
 

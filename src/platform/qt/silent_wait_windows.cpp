@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include <QWinEventNotifier>
 
 #include "platform/qt/silent_wait.h"

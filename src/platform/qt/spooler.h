@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What Qt does not tell of the system's spooler.
 #pragma once
 

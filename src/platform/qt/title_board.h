@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The titles of windows, this program's for others to find and those of others.
 #pragma once
 

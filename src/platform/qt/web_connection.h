@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One request to a web server, and what comes back.
 #pragma once
 

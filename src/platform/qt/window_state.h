@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the toolkit cannot do with a window, or not once it is on the screen.
 #pragma once
 

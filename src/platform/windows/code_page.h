@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Texts between UTF-8, which the program keeps, and the forms that Windows takes.
 #pragma once
 

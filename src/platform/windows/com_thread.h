@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A thread on which objects of COM are at home.
 #pragma once
 

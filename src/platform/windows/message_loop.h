@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The event loop of a Windows program without a toolkit.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Calls of the system that block, carried out beside the program's own thread.
 #pragma once
 

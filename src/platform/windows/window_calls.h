@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The calls of Windows that concern windows of any program.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Each of these stands on the one before. Version 1 keeps the operations' own names.
 // clang-format off
 #define PSAPI_VERSION 1

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // ShellExecute is not in the lean part of the system's header.
 #undef WIN32_LEAN_AND_MEAN
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Other programs that are started for the user to see, on Windows.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Each of these stands on the one before.
 // clang-format off
 #include <windows.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Values as the service of WMI hands them over.
 #pragma once
 

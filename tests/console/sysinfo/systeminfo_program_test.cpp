@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Runs the built systeminfo on this machine and reads it through a pipe.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

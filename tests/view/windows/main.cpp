@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Starts the tests of what Qt supplies on Windows, without a window.
 #include <QCoreApplication>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads of URLs as a Windows program, whose sockets end in other ways. All that does not
 // depend on the system is tested on Linux.
 #include <functional>

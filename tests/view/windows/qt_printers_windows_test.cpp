@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The printers of Windows. Which there are is the machine's affair.
 #include <algorithm>
 #include <chrono>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Windows that their user cannot close, on a real X server with a window manager.
 #include <cstdio>
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Runs a program on an X server and with a window manager of its own.
 # Usage: on_x11.sh PROGRAM [WORD...]
 set -eu

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Windows, the mouse and borders on a real X server, as other programs see them. Run at
 // several scales.
 #include <array>

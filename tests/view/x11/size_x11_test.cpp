@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A window that its user sizes, under a window manager.
 #include <cmath>
 
