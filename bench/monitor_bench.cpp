@@ -113,7 +113,7 @@ ToolOnATerminal startTool(const std::vector<const char*>& command) {
     for (const char* word : command) arguments.push_back(const_cast<char*>(word));
     arguments.push_back(nullptr);
     execvp(arguments[0], arguments.data());
-    _exit(kCannotRun);
+    _exit(veltrin::kCannotRun);
   }
   const pid_t reader = fork();
   if (reader == 0) {

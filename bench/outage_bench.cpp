@@ -53,9 +53,9 @@ pid_t startMtr(int probes) {
   const std::string count = std::to_string(probes);
   const pid_t child = fork();
   if (child != 0) return child;
-  if (std::freopen("/dev/null", "w", stdout) == nullptr) _exit(kCannotRun);
+  if (std::freopen("/dev/null", "w", stdout) == nullptr) _exit(veltrin::kCannotRun);
   execlp("mtr", "mtr", "-4", "-n", "-r", "-i", "2", "-c", count.c_str(), "target.example", nullptr);
-  _exit(kCannotRun);
+  _exit(veltrin::kCannotRun);
 }
 
 struct Watch {
