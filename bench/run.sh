@@ -48,7 +48,11 @@ mapfile -t names < <(benchmarks)
 [ $# = 0 ] || names=("$@")
 facts=$(machine)
 cmake --preset bench >/dev/null
-cmake --build --preset bench --target lab "${names[@]}"
+targets=("${names[@]}")
+for name in "${names[@]}"; do
+  [ -z "$(scenario_of "$name")" ] || targets+=(lab)
+done
+cmake --build --preset bench --target "${targets[@]}"
 
 broken=()
 for name in "${names[@]}"; do

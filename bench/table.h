@@ -18,7 +18,7 @@ constexpr int kCannotRun = 77;
 // A number for people, of about three digits.
 inline std::string rounded(double value) {
   const double size = std::abs(value);
-  const char* form = "%.2g";
+  const char* form = "%.3g";
   if (size >= 100) {
     form = "%.0f";
   } else if (size >= 10) {
@@ -38,7 +38,10 @@ struct Goal {
 
   bool isMetBy(double figure) const { return isMost ? figure <= bound : figure >= bound; }
   std::string text(const std::string& unit) const {
-    return rounded(bound) + (unit.empty() ? "" : " " + unit) + (isMost ? " or less" : " or more");
+    char number[32];
+    std::snprintf(number, sizeof number, bound < 1 ? "%.2g" : "%.6g", bound);
+    return number + (unit.empty() ? std::string() : " " + unit) +
+           (isMost ? " or less" : " or more");
   }
 };
 inline Goal atMost(double bound) { return {bound, true}; }
