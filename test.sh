@@ -68,13 +68,14 @@ start_wine_server() {
     fail "Wine does not start; the Windows programs cannot be tested."
 }
 
-# The tests of both systems by one run of ctest, whose summary is held back to be the last
-# words. Its exit code is ctest's.
+# The tests of both systems by one run of ctest, to which cmake/VeltrinTest.cmake tells how
+# many halves of a processor each takes. Its summary is held back to be the last words. The
+# exit code is ctest's.
 run_tests() {
   local summary code=0
   summary=$(mktemp)
   rm -f build/Testing/Temporary/LastTest.log
-  ctest --test-dir build --output-on-failure -j"$(nproc)" 2>&1 | {
+  ctest --test-dir build --output-on-failure -j"$((2 * $(nproc)))" 2>&1 | {
     local line held=
     while IFS= read -r line; do
       if [[ $line =~ ^[0-9]+%\ tests\ passed ]]; then held=1; fi

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,7 @@
 #include "platform/portable/profile_text.h"
 #include "route/tracert_reader.h"
 #include "support/simulation.h"
+#include "table.h"
 #include "text/strings.h"
 
 namespace {
@@ -189,11 +191,59 @@ void runAHundredPasses(benchmark::State& state) {
 }
 BENCHMARK(runAHundredPasses)->Unit(benchmark::kMillisecond);
 
+// What the text functions may take of what they take when they count bytes, by the names of
+// the cases.
+constexpr double kMostOfBytes = 1.0;
+constexpr double kMostOfTracertBytes = 1.1;
+
+// Prints as usual, and keeps the comparisons for the table.
+class TableReporter : public benchmark::ConsoleReporter {
+ public:
+  TableReporter() : ConsoleReporter(OO_None) {}
+
+  void ReportRuns(const std::vector<Run>& runs) override {
+    ConsoleReporter::ReportRuns(runs);
+    runs_.insert(runs_.end(), runs.begin(), runs.end());
+  }
+
+  void addTo(Table& table) const {
+    for (const Run& run : runs_) {
+      if (run.error_occurred || run.run_type != Run::RT_Iteration) continue;
+      const auto ours = run.counters.find("characters_ns");
+      const auto theirs = run.counters.find("bytes_ns");
+      const std::string name = run.benchmark_name();
+      if (ours == run.counters.end() || theirs == run.counters.end()) {
+        table.add({"`" + name + "`", run.GetAdjustedRealTime(),
+                   benchmark::GetTimeUnitString(run.time_unit), "", std::nullopt, std::nullopt});
+      } else {
+        table.add({"`" + name + "`", ours->second.value, "ns", "the same by bytes",
+                   theirs->second.value, goalOf(name)});
+      }
+    }
+  }
+
+ private:
+  // Goals are those of the readings of text in ASCII, as all tools print it.
+  static std::optional<Goal> goalOf(const std::string& name) {
+    if (name == "chainReadingOfAChunk/beyondAscii:0" ||
+        name == "tailReadingOfAChunk/beyondAscii:0") {
+      return atMost(kMostOfBytes);
+    }
+    if (name == "readingOfAChunkOfTracert/beyondAscii:0") return atMost(kMostOfTracertBytes);
+    return std::nullopt;
+  }
+
+  std::vector<Run> runs_;
+};
+
 }  // namespace
 
 // Google Benchmark's own main(), which also knows --smoke: each case for no longer than
 // it has to.
 int main(int argc, char** argv) {
+  const bool isSmoke =
+      std::any_of(argv, argv + argc, [](std::string_view word) { return word == "--smoke"; });
+  veltrin::Table table(!isSmoke);
   std::string shortest = "--benchmark_min_time=0.001";
   std::vector<char*> words(argv, argv + argc);
   for (char*& word : words) {
@@ -202,6 +252,8 @@ int main(int argc, char** argv) {
   int count = argc;
   benchmark::Initialize(&count, words.data());
   if (benchmark::ReportUnrecognizedArguments(count, words.data())) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
+  TableReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  reporter.addTo(table);
+  return table.exitCode();
 }

@@ -6,7 +6,6 @@
 //
 // Both are measured alternately in each of ROUNDS rounds (3 by default); the best of each
 // counts, as everything else on the machine can only slow them; of memory and gaps the worst.
-// It fails where a figure misses its aim. Where nginx or curl is missing it ends with 77.
 //
 // The ratio is the throughput that the reading reaches of curl's, which writes while it
 // reads; 0.7 or better is the aim. The one write at the end is told apart, and so is the
@@ -20,6 +19,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <sys/wait.h>
@@ -35,6 +35,7 @@
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_text.h"
 #include "support/nginx.h"
+#include "table.h"
 
 namespace {
 
@@ -44,7 +45,6 @@ using Clock = std::chrono::steady_clock;
 constexpr std::int64_t kUsualSize = 500'000'000;
 constexpr std::int64_t kSmokeSize = 3'000'001;
 constexpr int kUsualRounds = 3;
-constexpr int kSkipped = 77;
 constexpr double kLeastRatio = 0.7;
 constexpr double kMostMemory = 64;  // MB above the body
 constexpr double kMostGap = 50;     // ms
@@ -189,8 +189,7 @@ double megabytesPerSecond(std::int64_t size, double seconds) {
   return static_cast<double>(size) / 1e6 / seconds;
 }
 
-// Whether all aims are met.
-bool measure(std::int64_t size, int rounds) {
+void measure(std::int64_t size, int rounds, veltrin::Table& table) {
   const veltrin::OwnFolder folder("download_bench");
   const fs::path body = folder.path() / "body.bin";
   const fs::path ours = folder.path() / "ours.bin";
@@ -205,10 +204,11 @@ bool measure(std::int64_t size, int rounds) {
   Figures best{1e9, 1e9, 0, 0};
   double both = 1e9;
   double curl = 1e9;
+  const bool hasCurl = access(kCurl, X_OK) == 0;
   for (int round = 0; round < rounds; ++round) {
     fs::remove(theirs);
     sync();  // nobody pays for what another has written
-    curl = std::min(curl, readByCurl(server.url("/body.bin"), theirs.string()));
+    if (hasCurl) curl = std::min(curl, readByCurl(server.url("/body.bin"), theirs.string()));
     fs::remove(ours);
     sync();
     const Figures now = readIntoFile(program, server.url("/body.bin"), ours.string());
@@ -219,36 +219,41 @@ bool measure(std::int64_t size, int rounds) {
     best.gap = std::max(best.gap, now.gap);
     if (!areAlike(body, ours)) fail("the file is not what the server has");
   }
-  const double ratio = curl / best.reading;
-  const double above = best.memory - static_cast<double>(size) / 1e6;
-  std::printf("%lld MB: curl %.0f MB/s, reading %.0f MB/s, ratio %.2f (goal %.1f or more)\n",
-              static_cast<long long>(size / 1'000'000), megabytesPerSecond(size, curl),
-              megabytesPerSecond(size, best.reading), ratio, kLeastRatio);
-  std::printf("the write at the end %.0f ms; ratio with it %.2f\n", best.writing * 1000,
-              curl / both);
-  std::printf("memory at most %.0f MB above the body (goal %.0f or less)\n", above, kMostMemory);
-  std::printf("longest gap of the event loop %.1f ms (goal %.0f or less)\n", best.gap, kMostGap);
-  return ratio >= kLeastRatio && above <= kMostMemory && best.gap <= kMostGap;
+  const auto speed = [size](double seconds) { return megabytesPerSecond(size, seconds); };
+  const std::string megabytes = std::to_string(size / 1'000'000) + " MB";
+  const std::optional<double> theirSpeed =
+      hasCurl ? std::optional(speed(curl)) : std::optional<double>();
+  const std::string peer = "`curl -s -o FILE`, which writes while it reads";
+  table.add(
+      {"A download of " + megabytes + " from nginx on the loopback, until all bytes are there",
+       speed(best.reading), "MB/s", peer, theirSpeed, veltrin::atLeast(kLeastRatio)});
+  table.add({"The same, with the one write of the body at its end", speed(both), "MB/s", peer,
+             theirSpeed, std::nullopt});
+  table.add({"The write alone", best.writing * 1000, "ms", "", std::nullopt, std::nullopt});
+  table.add({"Memory at most during the download, above the body",
+             best.memory - static_cast<double>(size) / 1e6, "MB", "", std::nullopt,
+             veltrin::atMost(kMostMemory)});
+  table.add({"The longest time between two turns of the event loop meanwhile", best.gap, "ms", "",
+             std::nullopt, veltrin::atMost(kMostGap)});
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (!veltrin::Nginx::isThere() || access(kCurl, X_OK) != 0) {
-    std::fprintf(stderr, "download_bench: there is no nginx or no curl here\n");
-    return kSkipped;
+  const std::string word = argc > 1 ? argv[1] : std::to_string(kUsualRounds);
+  const bool isSmoke = word == "--smoke";
+  veltrin::Table table(!isSmoke);
+  if (!veltrin::Nginx::isThere()) {
+    table.cannot("A download", "nginx is not here");
+    return table.exitCode();
   }
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
   const QApplication application(argc, argv);
-  const std::string word = argc > 1 ? argv[1] : std::to_string(kUsualRounds);
-  const bool isSmoke = word == "--smoke";
   try {
-    const bool isMet =
-        measure(isSmoke ? kSmokeSize : kUsualSize, std::max(1, std::atoi(word.c_str())));
-    if (!isMet && !isSmoke) return 1;
+    measure(isSmoke ? kSmokeSize : kUsualSize, std::max(1, std::atoi(word.c_str())), table);
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "download_bench: %s\n", failure.what());
-    return 1;
+    return EXIT_FAILURE;
   }
-  return 0;
+  return table.exitCode();
 }

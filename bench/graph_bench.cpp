@@ -24,6 +24,7 @@
 #include <initializer_list>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -40,6 +41,7 @@
 #include "download/speed_graph.h"
 #include "figures.h"
 #include "forms/strip_graph.h"
+#include "table.h"
 #include "view/appearance.h"
 #include "view/drawing_view.h"
 
@@ -221,10 +223,10 @@ std::optional<Medians> measure(const Set<Count>& set, int rounds) {
   return Medians{median(ours), median(polylines), median(pieces)};
 }
 
-// Draws and paints so many curves of that size in each round; whether the goal is met.
+// Draws and paints so many curves of that size in each round; whether they were seen.
 template <std::size_t Count>
-bool compare(const char* what, int curves, const QSize& size, double height, int rounds,
-             bool isJudged) {
+bool compare(const std::string& what, int curves, const QSize& size, double height, int rounds,
+             veltrin::Table& table) {
   Boards boards;
   Set<Count> set;
   for (int at = 0; at < curves; ++at) {
@@ -238,14 +240,18 @@ bool compare(const char* what, int curves, const QSize& size, double height, int
   }
   const auto medians = measure(set, rounds);
   if (!medians) {
-    std::printf("%s: a curve is not painted\n", what);
+    std::printf("%s: a curve is not painted\n", what.c_str());
     return false;
   }
-  const double ratio = medians->ours / std::min(medians->polylines, medians->pieces);
-  std::printf("%s: %.0f us; bare drawPolyline %.0f us, drawLines %.0f us\n", what, medians->ours,
-              medians->polylines, medians->pieces);
-  std::printf("  ratio to the quicker one %.2f (target %.1f or less)\n", ratio, kMost);
-  return !isJudged || ratio <= kMost;
+  const bool arePiecesQuicker = medians->pieces < medians->polylines;
+  const auto goal = [](bool isQuicker) {
+    return isQuicker ? std::optional(veltrin::atMost(kMost)) : std::nullopt;
+  };
+  table.add({what, medians->ours, "us", "bare `drawLines` of the same pieces", medians->pieces,
+             goal(arePiecesQuicker)});
+  table.add({"The same", medians->ours, "us", "a bare `drawPolyline` of the same points",
+             medians->polylines, goal(!arePiecesQuicker)});
+  return true;
 }
 
 // The window of the download test as far as its curve goes.
@@ -342,7 +348,7 @@ class DownloadLoop {
   int beats_ = 0;
 };
 
-bool compareDownloadLoop(int samples, int rounds, bool isJudged) {
+bool compareDownloadLoop(int samples, int rounds, veltrin::Table& table) {
   DownloadLoop loop;
   if (!loop.show()) return false;
   const double ours = loop.draw(samples);
@@ -354,13 +360,12 @@ bool compareDownloadLoop(int samples, int rounds, bool isJudged) {
     return false;
   }
   const double bare = median(polylines);
-  std::printf(
-      "the loop of the download test, %d samples of 6000: %.0f us a sample, its share of "
-      "the paintings in it; bare drawPolyline %.0f us\n",
-      samples, ours, bare);
-  std::printf("  ratio %.3f (target %.1f or less); a timer was kept waiting %lld ms at most\n",
-              ours / bare, kMost, static_cast<long long>(loop.longestSilence()));
-  return !isJudged || ours / bare <= kMost;
+  table.add({"A sample in the loop that draws the download test, " + std::to_string(samples) +
+                 " samples into a curve of 6,000, with its share of the paintings",
+             ours, "us", "a bare `drawPolyline` of the same points", bare, veltrin::atMost(kMost)});
+  table.add({"The longest time that a timer waited in that loop",
+             static_cast<double>(loop.longestSilence()), "ms", "", std::nullopt, std::nullopt});
+  return true;
 }
 
 }  // namespace
@@ -372,10 +377,13 @@ int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
   const QApplication application(argc, argv);
   veltrin::setAppearance();
-  const bool isLongQuick =
-      compare<1800>("a curve of 1800 points", 1, {656, 118}, 700, rounds, !isSmoke);
-  const bool areHopsQuick =
-      compare<100>("30 curves of 100 points", 30, {253, 41}, 300, rounds, !isSmoke);
-  const bool isDownloadQuick = compareDownloadLoop(isSmoke ? 20 : 6000, isSmoke ? 1 : 21, !isSmoke);
-  return isLongQuick && areHopsQuick && isDownloadQuick ? EXIT_SUCCESS : EXIT_FAILURE;
+  veltrin::Table table(!isSmoke);
+  const bool isLongDrawn = compare<1800>(
+      "A value into a curve of 1,800 points, drawn anew and painted, 656 by 118 pixels", 1,
+      {656, 118}, 700, rounds, table);
+  const bool areHopsDrawn =
+      compare<100>("A value into each of 30 curves of 100 points, 253 by 41 pixels", 30, {253, 41},
+                   300, rounds, table);
+  const bool isDownloadDrawn = compareDownloadLoop(isSmoke ? 20 : 6000, isSmoke ? 1 : 21, table);
+  return isLongDrawn && areHopsDrawn && isDownloadDrawn ? table.exitCode() : EXIT_FAILURE;
 }

@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <malloc.h>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,7 @@
 #include "route/MonOut.h"
 #include "route/Stability.h"
 #include "support/simulation.h"
+#include "table.h"
 
 namespace {
 
@@ -94,11 +96,6 @@ Day watchForHours(int hours) {
   return day;
 }
 
-bool judge(const char* what, double figure, double most, const char* unit) {
-  std::printf("%s: %.2f %s (goal %.1f or less)\n", what, figure, unit, most);
-  return figure <= most;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -106,17 +103,17 @@ int main(int argc, char** argv) {
   const int hops = isSmoke ? 2 : 30;
   const double stability = timeOfStability(hops);
   const Day day = watchForHours(isSmoke ? 3 : 24);
-  std::printf("Hop Stability Test of %d hops: %.3f s\n", hops, stability);
-  std::printf("Outage monitor, %zu hours, %zu probes: %.3f s\n", day.heap.size(), day.probes,
-              day.seconds);
   for (std::size_t hour = 1; hour < day.heap.size(); ++hour) {
     std::printf("  heap behind hour %2zu: %zu bytes\n", hour + 1, day.heap[hour]);
   }
   const std::size_t growth = day.heap.back() > day.heap[1] ? day.heap.back() - day.heap[1] : 0;
-  std::printf("growth from the second hour to the last: %zu bytes\n", growth);
-  if (growth > kMostGrowth) return EXIT_FAILURE;
-  if (isSmoke) return EXIT_SUCCESS;
-  const bool isQuick = judge("Hop Stability Test", stability, kMostOfStability, "s");
-  return judge("Outage monitor", day.seconds, kMostOfOutage, "s") && isQuick ? EXIT_SUCCESS
-                                                                             : EXIT_FAILURE;
+  veltrin::Table table(!isSmoke);
+  table.add({"A Hop Stability Test of " + std::to_string(hops) + " hops but its waits", stability,
+             "s", "", std::nullopt, veltrin::atMost(kMostOfStability)});
+  table.add({"The Outage monitor for " + std::to_string(day.heap.size()) + " hours, " +
+                 std::to_string(day.probes) + " probes, but its waits",
+             day.seconds, "s", "", std::nullopt, veltrin::atMost(kMostOfOutage)});
+  table.add({"Growth of its heap from the second hour to the last", static_cast<double>(growth),
+             "bytes", "", std::nullopt, veltrin::atMost(kMostGrowth)});
+  return growth <= kMostGrowth ? table.exitCode() : EXIT_FAILURE;
 }

@@ -24,6 +24,7 @@
 #include <memory>
 #include <net/if.h>
 #include <netinet/in.h>
+#include <optional>
 #include <pty.h>
 #include <string>
 #include <string_view>
@@ -43,6 +44,7 @@
 #include "own_folder.h"
 #include "platform/linux/linux_counters.h"
 #include "platform/qt/desktop_system.h"
+#include "table.h"
 #include "view/appearance.h"
 #include "view/window_catalogue.h"
 
@@ -57,7 +59,6 @@ constexpr int kTicks = 3600;
 constexpr int kSmokeTicks = 40;
 constexpr int kWarm = 600;                   // ticks
 constexpr std::size_t kMostGrowth = 65'536;  // bytes
-constexpr int kCannotRun = 77;
 
 double seconds(const timespec& time) {
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
@@ -112,7 +113,7 @@ ToolOnATerminal startTool(const std::vector<const char*>& command) {
     for (const char* word : command) arguments.push_back(const_cast<char*>(word));
     arguments.push_back(nullptr);
     execvp(arguments[0], arguments.data());
-    _exit(kCannotRun);
+    _exit(veltrin::kCannotRun);
   }
   const pid_t reader = fork();
   if (reader == 0) {
@@ -207,8 +208,8 @@ bool isLoadedWithTraffic(const veltrin::frmNetwork& window) {
   return sum > 0;
 }
 
-// Exit code of the comparison.
-int compare(int duration, const std::vector<ToolOnATerminal>& tools) {
+// What the shown window and the tools took of the processor; false when nothing was shown.
+bool compare(int duration, const std::vector<ToolOnATerminal>& tools, veltrin::Table& table) {
   veltrin::LinuxCounters counters;
   MonitorProgram monitor(counters);
   const auto window = monitor.program.show<veltrin::frmNetwork>();
@@ -219,24 +220,32 @@ int compare(int duration, const std::vector<ToolOnATerminal>& tools) {
   const double ownBefore = processorTimeOf(getpid());
   run(monitor.program, duration * 1000);
   const double own = processorTimeOf(getpid()) - ownBefore;
-  std::printf("Bandwidth monitor: %.3f s of processor time in %d s\n", own, duration);
-  if (tools.empty()) return EXIT_SUCCESS;
-  double dearest = 0;
+  const std::string what = "Processor time of the Bandwidth monitor in its shown window, " +
+                           std::to_string(duration) + " s of traffic";
+  if (tools.empty()) {
+    table.add({what, own, "s", "", std::nullopt, std::nullopt});
+    return true;
+  }
+  std::vector<std::optional<double>> spent;
   for (std::size_t i = 0; i < tools.size(); ++i) {
-    const double spent = processorTimeOf(tools[i].tool.id()) - before[i];
-    if (!tools[i].tool.runs() || spent <= 0) {
-      std::printf("%s cannot run here\n", tools[i].name.c_str());
-      return kCannotRun;
-    }
-    std::printf("%s: %.3f s\n", tools[i].name.c_str(), spent);
-    dearest = std::max(dearest, spent);
+    const double time = processorTimeOf(tools[i].tool.id()) - before[i];
+    spent.push_back(tools[i].tool.runs() && time > 0 ? std::optional(time) : std::nullopt);
   }
   if (!isLoadedWithTraffic(*window)) {
     std::printf("no traffic was seen\n");
-    return EXIT_FAILURE;
+    return false;
   }
-  std::printf("monitor / the dearer of the two: %.2f (goal 1.0 or less)\n", own / dearest);
-  return own <= dearest ? EXIT_SUCCESS : EXIT_FAILURE;
+  // Only the dearest of them is held against ours, and nothing when one is not here.
+  const bool areAllHere =
+      std::all_of(spent.begin(), spent.end(), [](const auto& each) { return each; });
+  const auto dearest = std::max_element(spent.begin(), spent.end());
+  for (auto each = spent.begin(); each != spent.end(); ++each) {
+    const std::string& name = tools[static_cast<std::size_t>(each - spent.begin())].name;
+    const bool isHeld = areAllHere ? each == dearest : !*each;
+    table.add({what, own, "s", "`" + name + "` at the same time", *each,
+               isHeld ? std::optional(veltrin::atMost(1)) : std::nullopt});
+  }
+  return true;
 }
 
 // --- Memory ---
@@ -281,8 +290,8 @@ long residentKilobytes() {
   return resident * (sysconf(_SC_PAGESIZE) / 1024);
 }
 
-// Whether the heap stays as it is while both windows tick.
-bool isFlat(const std::filesystem::path& folder, int ticks) {
+// What the heap grows by while both windows tick.
+void measureTicks(const std::filesystem::path& folder, int ticks, veltrin::Table& table) {
   GrowingFiles files(folder);
   CounterService::Moment now;
   veltrin::LinuxCounters counters(files.folder(), std::make_shared<veltrin::AdapterNames>(),
@@ -309,13 +318,14 @@ bool isFlat(const std::filesystem::path& folder, int ticks) {
   }
   const std::size_t end = mallinfo2().uordblks;
   const std::size_t growth = end > heap ? end - heap : 0;
-  std::printf("both windows, %d ticks: %.3f ms of processor time each, with its paintings\n", ticks,
-              (processorTimeOf(getpid()) - start) * 1000 / ticks);
-  std::printf("heap from tick %d to %d: %zu bytes more, of %zu (goal %zu or less)\n", warm, ticks,
-              growth, end, kMostGrowth);
+  table.add({"A tick of both monitors' windows, with its paintings",
+             (processorTimeOf(getpid()) - start) * 1000 / ticks, "ms", "", std::nullopt,
+             std::nullopt});
+  table.add({"Growth of their heap from tick " + std::to_string(warm) + " to tick " +
+                 std::to_string(ticks),
+             static_cast<double>(growth), "bytes", "", std::nullopt, veltrin::atMost(kMostGrowth)});
   std::printf("resident memory: %ld KB, %ld KB more than behind tick %d\n", residentKilobytes(),
               residentKilobytes() - resident, warm);
-  return growth <= kMostGrowth;
 }
 
 }  // namespace
@@ -324,9 +334,10 @@ int main(int argc, char** argv) {
   const bool isSmoke = argc > 1 && std::string_view(argv[1]) == "--smoke";
   const int asked = argc > 1 ? std::atoi(argv[1]) : kUsualSeconds;
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  veltrin::Table table(!isSmoke);
   if (!isSmoke && if_nametoindex("lab0") == 0) {
-    std::printf("this is for the lab: lab clean-15 -- monitor_bench\n");
-    return kCannotRun;
+    table.cannot("The Bandwidth monitor", "this is for the lab: `lab clean-15 -- monitor_bench`");
+    return table.exitCode();
   }
   std::vector<ToolOnATerminal> tools;
   std::vector<Process> traffic;
@@ -338,9 +349,8 @@ int main(int argc, char** argv) {
   const veltrin::OwnFolder folder("monitor_bench");
   const QApplication application(argc, argv);
   veltrin::setAppearance();
-  const int compared = compare(isSmoke ? kSmokeSeconds : std::max(asked, 2), tools);
+  const bool isSeen = compare(isSmoke ? kSmokeSeconds : std::max(asked, 2), tools, table);
   traffic.clear();
-  const bool flat = isFlat(folder.path() / "proc", isSmoke ? kSmokeTicks : kTicks);
-  if (isSmoke) return EXIT_SUCCESS;
-  return compared == EXIT_SUCCESS && !flat ? EXIT_FAILURE : compared;
+  measureTicks(folder.path() / "proc", isSmoke ? kSmokeTicks : kTicks, table);
+  return isSeen ? table.exitCode() : EXIT_FAILURE;
 }

@@ -5,9 +5,9 @@
 //   ping_bench [host [ours [system's [starts [echoes]]]]]
 //   ping_bench --smoke
 //
-// Both run in turn, so that what else the machine does falls on both alike. Exit
-// code 1 when a run failed or a target was missed. With --smoke each runs once, and only
-// a failed run counts; 77 then says that this user may send no echoes.
+// Both run in turn, so that what else the machine does falls on both alike. With --smoke
+// each runs once, and only a failed run counts. Ends with 77 where this user may send no
+// echoes.
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -25,6 +25,7 @@
 #include <vector>
 
 #include "figures.h"
+#include "table.h"
 
 namespace {
 
@@ -128,19 +129,18 @@ void printTrips(const char* name, const std::vector<double>& trips) {
               *std::max_element(trips.begin(), trips.end()));
 }
 
-bool report(const Tool& ours, const Tool& systems) {
-  const double ratio = median(ours.starts) / median(systems.starts);
-  std::printf("one echo, whole process, median of %zu starts each:\n", ours.starts.size());
-  std::printf("ours      %.0f us\nsystem's  %.0f us\n", median(ours.starts),
-              median(systems.starts));
-  std::printf("ratio     %.3f (target %.1f or less)\n", ratio, kTargetRatio);
+void report(const Tool& ours, const Tool& systems, veltrin::Table& table) {
+  table.add({"`ping` with one echo, whole process, median of " +
+                 std::to_string(ours.starts.size()) + " starts",
+             median(ours.starts), "us", "the system's `ping`", median(systems.starts),
+             veltrin::atMost(kTargetRatio)});
   const double difference = std::abs(mean(ours.trips) - mean(systems.trips));
   std::printf("round trips in whole ms of %zu echoes each:\n", ours.trips.size());
   printTrips("ours", ours.trips);
   printTrips("system's", systems.trips);
-  std::printf("the means differ by %.3f ms (target %.0f or less)\n", difference,
-              kTargetMilliseconds);
-  return ratio <= kTargetRatio && difference <= kTargetMilliseconds;
+  table.add({"How far its mean round trip is from that of the system's, " +
+                 std::to_string(ours.trips.size()) + " echoes",
+             difference, "ms", "", std::nullopt, veltrin::atMost(kTargetMilliseconds)});
 }
 
 // Whether the kernel gives this user a socket for echoes, of the one kind or the other.
@@ -159,9 +159,10 @@ bool mayPing() {
 
 int main(int count, char** arguments) {
   const bool smoke = count > 1 && std::string(arguments[1]) == "--smoke";
-  if (smoke && !mayPing()) {
-    std::fprintf(stderr, "the kernel gives this user no sockets for echoes\n");
-    return 77;
+  veltrin::Table table(!smoke);
+  if (!mayPing()) {
+    table.cannot("`ping` with one echo", "the kernel gives this user no sockets for echoes");
+    return table.exitCode();
   }
   const auto argument = [&](int at, const char* otherwise) {
     return std::string(count > at && !smoke ? arguments[at] : otherwise);
@@ -185,5 +186,6 @@ int main(int count, char** arguments) {
       return 1;
     }
   }
-  return report(ours, systems) || smoke ? 0 : 1;
+  report(ours, systems, table);
+  return table.exitCode();
 }

@@ -22,6 +22,7 @@
 #include <fstream>
 #include <malloc.h>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -42,6 +43,7 @@
 #include "section_times.h"
 #include "support/simulation.h"
 #include "sysinfo/frmSysInfo.h"
+#include "table.h"
 #include "text/strings.h"
 #include "view/appearance.h"
 #include "view/binder.h"
@@ -82,11 +84,6 @@ std::string lineOf(int number) {
 
 // The time of the processor, whatever else it does, in milliseconds.
 double processorTime() { return 1000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
-
-bool judge(const char* what, double figure, double most) {
-  std::printf("%s: %.2f (target %.1f or less)\n", what, figure, most);
-  return figure <= most;
-}
 
 // Bytes of this process.
 struct Memory {
@@ -198,7 +195,7 @@ class Bench {
   QSize size_;
 };
 
-bool compareReports(Bench& bench, const Sizes& sizes, int runs, bool isJudged) {
+bool compareReports(Bench& bench, const Sizes& sizes, int runs, veltrin::Table& table) {
   std::array<std::vector<double>, 4> figures;
   std::vector<double> heap;
   std::vector<double> resident;
@@ -222,14 +219,16 @@ bool compareReports(Bench& bench, const Sizes& sizes, int runs, bool isJudged) {
   const double last = median(figures[1]);
   const double all = median(figures[2]);
   const double beside = median(figures[3]);
-  std::printf(
-      "a report of %d lines: %.0f ms, bare text %.0f ms; first %d lines %.1f ms, last %.1f\n",
-      sizes.lines, all, beside, sizes.part, first, last);
+  table.add({"A report of " + std::to_string(sizes.lines) + " lines in its shown window", all, "ms",
+             "a bare `QPlainTextEdit` with the same lines", beside, veltrin::atMost(kMostOfBare)});
+  const std::string part = std::to_string(sizes.part) + " lines";
+  table.add(
+      {"Its last " + part, last, "ms", "its first " + part, first, veltrin::atMost(kMostOfFirst)});
   std::printf("a line takes %.0f bytes of the heap, %.0f of resident memory; bare text %.0f\n",
               heap.front(), resident.front(), bareHeap);
-  if (!isJudged) return true;
-  const bool isEven = judge("last / first", last / first, kMostOfFirst);
-  return judge("report / bare text", all / beside, kMostOfBare) && isEven;
+  table.add({"Resident memory of a line of it", resident.front(), "bytes", "", std::nullopt,
+             std::nullopt});
+  return true;
 }
 
 // A list in a window of its own.
@@ -277,7 +276,8 @@ class ListWindow : public veltrin::FormHost {
   veltrin::LineList* view_ = nullptr;
 };
 
-bool compareScrolling(ListWindow& longList, ListWindow& shortList, int scrolls, bool isJudged) {
+void compareScrolling(ListWindow& longList, ListWindow& shortList, int scrolls,
+                      veltrin::Table& table) {
   std::vector<double> longTimes;
   std::vector<double> shortTimes;
   for (int step = 0; step < scrolls; ++step) {
@@ -286,13 +286,13 @@ bool compareScrolling(ListWindow& longList, ListWindow& shortList, int scrolls, 
   }
   const double ours = median(longTimes);
   const double beside = median(shortTimes);
-  std::printf("a painting of %d lines at some place: %.0f us, of %d lines %.0f us\n",
-              longList.rows(), ours, shortList.rows(), beside);
-  return !isJudged || judge("long / short list", ours / beside, kMostOfShort);
+  table.add({"A painting at some place of a list of " + std::to_string(longList.rows()) + " lines",
+             ours, "us", "of " + std::to_string(shortList.rows()) + " lines", beside,
+             veltrin::atMost(kMostOfShort)});
 }
 
 // Each way of a search that finds nothing.
-bool compareSearch(ListWindow& window, int runs, bool isJudged) {
+bool compareSearch(ListWindow& window, int runs, veltrin::Table& table) {
   const std::string wanted = "No such text";
   std::vector<std::string> texts;
   texts.reserve(static_cast<std::size_t>(window.rows()));
@@ -318,15 +318,13 @@ bool compareSearch(ListWindow& window, int runs, bool isJudged) {
     for (std::size_t at = from; at < times.size(); at += 2) each.push_back(times[at]);
     return median(each);
   };
-  bool isQuick = true;
   for (const std::size_t way : {0U, 1U}) {
-    const double own = sum(ours, way);
-    const double bare = sum(loops, way);
-    std::printf("a search in %d lines, %s: %.0f us, bare loop %.0f us\n", window.rows(),
-                way == 0 ? "any case" : "that case", own, bare);
-    if (isJudged) isQuick = judge("search / loop", own / bare, kMostOfLoop) && isQuick;
+    table.add({"A search in " + std::to_string(window.rows()) + " lines, " +
+                   (way == 0 ? "any case" : "that case alone"),
+               sum(ours, way), "us", "a bare loop of the comparisons", sum(loops, way),
+               veltrin::atMost(kMostOfLoop)});
   }
-  return isQuick;
+  return true;
 }
 
 }  // namespace
@@ -340,12 +338,13 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   veltrin::setAppearance();
   Bench bench;
-  const bool isReportQuick = compareReports(bench, sizes, runs, !isSmoke);
+  veltrin::Table table(!isSmoke);
+  const bool isShown = compareReports(bench, sizes, runs, table);
   ListWindow longList(bench, sizes.longList);
   ListWindow shortList(bench, sizes.shortList);
-  const bool isPaintingEven = compareScrolling(longList, shortList, sizes.scrolls, !isSmoke);
-  const bool isSearchQuick = compareSearch(longList, runs * 3, !isSmoke);
-  const bool isWhole = veltrin::printSectionTimes(VELTRIN_SYSTEMINFO, runs);
+  compareScrolling(longList, shortList, sizes.scrolls, table);
+  const bool isSearched = compareSearch(longList, runs * 3, table);
+  const bool isWhole = veltrin::printSectionTimes(VELTRIN_SYSTEMINFO, runs, table);
   if (!isWhole) std::printf("a report of this machine is not made\n");
-  return isWhole && isReportQuick && isPaintingEven && isSearchQuick ? EXIT_SUCCESS : EXIT_FAILURE;
+  return isWhole && isShown && isSearched ? table.exitCode() : EXIT_FAILURE;
 }

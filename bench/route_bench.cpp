@@ -5,9 +5,8 @@
 //
 //   route_bench [runs | --smoke]
 //
-// All run in turn, so that what else the machine does falls on all alike. Exit
-// code 1 when a run failed or a target was missed, 77 when the lab cannot run. With
-// --smoke each tool runs once, and only a failed run counts.
+// All run in turn, so that what else the machine does falls on all alike. Ends with 77
+// when the lab cannot run. With --smoke each tool runs once, and only a failed run counts.
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -16,6 +15,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <limits>
+#include <optional>
 #include <regex>
 #include <spawn.h>
 #include <string>
@@ -25,6 +25,7 @@
 #include <vector>
 
 #include "figures.h"
+#include "table.h"
 
 namespace {
 
@@ -97,14 +98,6 @@ Run runProgram(Words words) {
   return run;
 }
 
-// Prints a figure beside its target; whether it meets it.
-bool meets(const std::string& name, double figure, double target, const char* unit) {
-  const bool met = figure <= target;
-  std::printf("  %-54s %8.3f%s  (target %.2f or less)%s\n", name.c_str(), figure, unit, target,
-              met ? "" : "  MISSED");
-  return met;
-}
-
 // Round trips by hop: the mean of three columns; "<1" counts as a half.
 std::vector<double> tripsOfTracert(const std::string& text) {
   static const std::regex kLine("\n *[0-9]+  +(<?[0-9]+) ms +(<?[0-9]+) ms +(<?[0-9]+) ms  ");
@@ -141,75 +134,89 @@ double largestDifference(const std::vector<double>& some, const std::vector<doub
   return largest;
 }
 
-// The median time of ours for one of the other tool's; both in turn.
-double timeRatio(int runs, const Words& ours, const Words& other, bool& well) {
+std::string named(const Words& words) {
+  std::string name = words[0];
+  for (std::size_t at = 1; at + 1 < words.size(); ++at) name += ' ' + words[at];
+  return "`" + name + "`";
+}
+
+// The time of ours beside the other tool's, medians, both in turn. Whether ours ran well.
+bool compareTimes(const std::string& what, int runs, const Words& ours, const Words& other,
+                  double most, veltrin::Table& table) {
   std::vector<double> oursTimes;
   std::vector<double> otherTimes;
+  bool isWell = true;
+  bool isOtherWell = true;
   for (int i = 0; i < runs; ++i) {
     const Run first = runProgram(ours);
     const Run second = runProgram(other);
-    well = well && first.well && second.well;
+    isWell = isWell && first.well;
+    isOtherWell = isOtherWell && second.well;
     oursTimes.push_back(first.wall);
     otherTimes.push_back(second.wall);
   }
-  std::printf("  medians: ours %.3f s, %s %.3f s\n", median(oursTimes), other[0].c_str(),
-              median(otherTimes));
-  return median(oursTimes) / median(otherTimes);
+  table.add({what, median(oursTimes), "s", named(other),
+             isOtherWell ? std::optional(median(otherTimes)) : std::nullopt,
+             veltrin::atMost(most)});
+  return isWell;
 }
 
-bool compareTraces(int runs, bool clean) {
-  bool well = true;
+bool compareTraces(const std::string& path, int runs, bool clean, veltrin::Table& table) {
   const double most = clean ? kTracerouteRatio : kTracerouteRatioSilent;
   const Words numeric = {VELTRIN_TRACERT, "-4", "-d", "target.example"};
-  bool met = meets(
-      "tracert -d for traceroute -I -n",
-      timeRatio(runs, numeric, {"traceroute", "-4", "-I", "-n", "target.example"}, well), most, "");
-  met &= meets("tracert for traceroute -I, with names",
-               timeRatio(runs, {VELTRIN_TRACERT, "-4", "target.example"},
-                         {"traceroute", "-4", "-I", "target.example"}, well),
-               most, "");
-  const Run mtr = runProgram({"mtr", "-4", "-r", "-c", "3", "-n", "target.example"});
+  const bool isNumericWell =
+      compareTimes("`tracert -d`" + path, runs, numeric,
+                   {"traceroute", "-4", "-I", "-n", "target.example"}, most, table);
+  const bool isNamedWell =
+      compareTimes("`tracert`" + path, runs, {VELTRIN_TRACERT, "-4", "target.example"},
+                   {"traceroute", "-4", "-I", "target.example"}, most, table);
+  const Words counted = {"mtr", "-4", "-r", "-c", "3", "-n", "target.example"};
+  const Run mtr = runProgram(counted);
   const Run ours = runProgram(numeric);
-  met &= meets("tracert -d for mtr -r -c 3 -n", ours.wall / mtr.wall, kMtrRatio, "");
-  if (clean) {
-    met &= meets("largest difference of round trips to mtr's",
-                 largestDifference(tripsOfTracert(ours.text), tripsOfMtr(mtr.text)),
-                 kTripDifference, " ms");
+  table.add({"`tracert -d`" + path, ours.wall, "s", named(counted),
+             mtr.well ? std::optional(mtr.wall) : std::nullopt, veltrin::atMost(kMtrRatio)});
+  if (clean && mtr.well) {
+    table.add({"Its round trips, the largest difference to those of `mtr`",
+               largestDifference(tripsOfTracert(ours.text), tripsOfMtr(mtr.text)), "ms", "",
+               std::nullopt, veltrin::atMost(kTripDifference)});
   }
-  return met && well && mtr.well && ours.well;
+  return isNumericWell && isNamedWell && ours.well;
 }
 
 // One run of pathping beside a trace; `hops` is how many periods a round takes.
-bool measurePathping(const Words& options, int queries, int period, int hops) {
+bool measurePathping(const Words& options, int queries, int period, int hops,
+                     veltrin::Table& table) {
   const Run trace = runProgram({VELTRIN_TRACERT, "-4", "-d", "target.example"});
   Words words = {VELTRIN_PATHPING,      "-4", "-n", "-q", std::to_string(queries), "-p",
                  std::to_string(period)};
   words.insert(words.end(), options.begin(), options.end());
   words.emplace_back("target.example");
   const Run run = runProgram(words);
-  std::string name = "pathping";
-  for (std::size_t at = 3; at + 1 < words.size(); ++at) name += ' ' + words[at];
+  words[0] = "pathping";
   const double told = static_cast<double>(queries) * period * hops / 1000;  // seconds
-  bool met = meets(name + (hops > 1 ? " for hops x queries x period" : " for queries x period"),
-                   (run.wall - trace.wall) / told, kPathpingRatio, "");
-  met &= meets("its use of a processor", run.cpu / run.wall, kPathpingShare, "");
-  return met && run.well && trace.well;
+  table.add({named(words) + " behind its trace", run.wall - trace.wall, "s",
+             hops > 1 ? "hops times queries times period" : "queries times period", told,
+             veltrin::atMost(kPathpingRatio)});
+  table.add({"Its use of a processor", run.cpu, "s", "its time", run.wall,
+             veltrin::atMost(kPathpingShare)});
+  return run.well && trace.well;
 }
 
 int measureInside(const std::string& scenario, int runs) {
   const bool clean = scenario == "clean-15";
-  std::printf("%s, %d runs each in turn:\n", scenario.c_str(), runs);
-  bool met = compareTraces(runs, clean);
+  veltrin::Table table(true);
+  bool isWell = compareTraces(
+      " to the end of `" + scenario + "`, median of " + std::to_string(runs), runs, clean, table);
   if (clean) {
-    met &= measurePathping({}, 20, 10, kHops);
-    met &= measurePathping({"-b"}, 20, 100, 1);
+    isWell &= measurePathping({}, 20, 10, kHops, table);
+    isWell &= measurePathping({"-b"}, 20, 100, 1, table);
   }
-  return met ? 0 : 1;
+  return isWell ? table.exitCode() : EXIT_FAILURE;
 }
 
 // Whether each of the tools runs at all.
 int runOnce() {
-  std::printf("clean-15, one run each:\n");
+  veltrin::Table table(false);
   bool well = true;
   for (const Words& words :
        {Words{VELTRIN_TRACERT, "-4", "-d", "target.example"},
@@ -217,10 +224,11 @@ int runOnce() {
         Words{"traceroute", "-4", "-I", "-n", "target.example"},
         Words{"mtr", "-4", "-r", "-c", "1", "-n", "target.example"}}) {
     const Run run = runProgram(words);
-    std::printf("  %-60s %8.3f s%s\n", words[0].c_str(), run.wall, run.well ? "" : "  FAILED");
+    const std::string name = words[0].substr(words[0].rfind('/') + 1);
+    table.add({"One run of `" + name + "`", run.wall, "s", "", std::nullopt, std::nullopt});
     well = well && run.well && !run.text.empty();
   }
-  return well ? 0 : 1;
+  return well ? table.exitCode() : EXIT_FAILURE;
 }
 
 // Measures in one scenario of the lab; the exit code.
@@ -246,7 +254,8 @@ int main(int count, char** arguments) {
   int code = 0;
   for (const char* scenario : {"clean-15", "silent-15"}) {
     const int ended = measureInTheLab(arguments[0], scenario, runs);
-    code = ended == 0 ? code : ended;
+    // What went wrong counts more than what fell short.
+    if (code == EXIT_SUCCESS || ended == EXIT_FAILURE) code = ended == EXIT_SUCCESS ? code : ended;
   }
   return code;
 }

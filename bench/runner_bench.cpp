@@ -21,12 +21,14 @@
 #include "frame/DOSOutputs.h"
 #include "platform/linux/linux_processes.h"
 #include "support/simulation.h"
+#include "table.h"
 
 namespace {
 
 using veltrin::LinuxProcesses;
 using veltrin::Processes;
 
+constexpr double kLeastRatio = 0.8;
 constexpr std::uint64_t kUsualSize = 100'000'000;
 constexpr int kUsualRounds = 7;
 constexpr std::uint64_t kSmokeSize = 100'000;
@@ -127,7 +129,9 @@ int main(int argc, char** argv) {
                     }));
     runner = std::min(runner, secondsOf(size, [&] { return readAsRunner(window, commandLine); }));
   }
-  std::printf("bare loop %.0f MB/s, runner %.0f MB/s, ratio %.3f\n", megabytesPerSecond(size, bare),
-              megabytesPerSecond(size, runner), bare / runner);
-  return 0;
+  veltrin::Table table(word != "--smoke");
+  table.add({"Text of a tool through the console runner, best of " + std::to_string(rounds),
+             megabytesPerSecond(size, runner), "MB/s", "a bare loop of reads",
+             megabytesPerSecond(size, bare), veltrin::atLeast(kLeastRatio)});
+  return table.exitCode();
 }

@@ -10,7 +10,7 @@
 // needs no ports.
 //
 // "over" is the start less the waits that it tells, which are those of the splash and,
-// where an answer is shown, that of the answer. It should stay below 300 ms in each row.
+// where an answer is shown, that of the answer. It may be 300 ms in each case.
 #include <algorithm>
 #include <arpa/inet.h>
 #include <array>
@@ -22,6 +22,7 @@
 #include <fstream>
 #include <functional>
 #include <netinet/in.h>
+#include <optional>
 #include <poll.h>
 #include <string>
 #include <string_view>
@@ -36,6 +37,7 @@
 #include "own_folder.h"
 #include "platform/qt/desktop_system.h"
 #include "platform/qt/qt_text.h"
+#include "table.h"
 #include "toolbox/toolbox.h"
 #include "view/window_catalogue.h"
 
@@ -46,6 +48,7 @@ using Clock = std::chrono::steady_clock;
 constexpr std::array<std::uint16_t, 2> kPorts = {31112, 31113};
 constexpr int kWaits = 100 + 2500 + 1000;  // ms of a start without an answer
 constexpr const char* kSmokeCase = "no endpoint is named";
+constexpr double kMostOver = 300;  // ms
 constexpr int kAnswerWait = 1000;  // ms in which an answer is shown
 
 double millisecondsSince(Clock::time_point start) {
@@ -222,8 +225,9 @@ class Start {
   std::unique_ptr<veltrin::Program> program_;
 };
 
-// The end of a start counts too: nobody may wait for a lookup then.
-void measure(const Case& now) {
+// Returns the start less the waits that it tells, in ms. The end of a start is told, too:
+// nobody may wait for a lookup then.
+double measure(const Case& now) {
   std::printf("%-30s ", now.name);
   std::fflush(stdout);
   const auto begin = Clock::now();
@@ -237,6 +241,7 @@ void measure(const Case& now) {
   const double rest = millisecondsSince(begin) - taken;
   std::printf("%6.0f ms, over %4.0f ms, around it %4.0f ms\n", taken, taken - now.told, rest);
   std::fflush(stdout);
+  return taken - now.told;
 }
 
 bool isWanted(const Case& each, const std::vector<std::string>& words) {
@@ -259,8 +264,18 @@ int main(int argc, char** argv) {
     std::fflush(stdout);
     std::printf("%6.0f ms\n", Start("").waits());
   }
+  std::vector<double> overs;
   for (const Case& now : cases()) {
-    if (isWanted(now, words)) measure(now);
+    if (isWanted(now, words)) overs.push_back(measure(now));
   }
-  return 0;
+  if (overs.empty()) {
+    std::fprintf(stderr, "start_bench: there is no such case\n");
+    return EXIT_FAILURE;
+  }
+  veltrin::Table table(!isSmoke);
+  table.add({"Start to the menu over the waits that it tells, the longest of " +
+                 std::to_string(overs.size()) + " cases of a good, bad or absent update endpoint",
+             *std::max_element(overs.begin(), overs.end()), "ms", "", std::nullopt,
+             veltrin::atMost(kMostOver)});
+  return table.exitCode();
 }

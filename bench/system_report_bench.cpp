@@ -32,6 +32,7 @@
 #include "platform/linux/linux_wmi.h"
 #include "real_report.h"
 #include "section_times.h"
+#include "table.h"
 #include "tool_run.h"
 #include "view/appearance.h"
 
@@ -46,7 +47,6 @@ constexpr int kUsualRuns = 5;
 constexpr double kMostOfAll = 1;
 constexpr double kMostOfUsual = 1.0 / 3;
 constexpr double kMostMegabytes = 40;
-constexpr int kSkipped = 77;
 constexpr std::size_t kPrintedEvents = 201;
 constexpr const char* kLogs = "win32_ntlogevent";
 
@@ -56,11 +56,6 @@ struct Sizes {
   int events = 20'000;  // in its journal
 };
 constexpr Sizes kSmoke{50, 250};
-
-bool judge(const char* what, double figure, double most) {
-  std::printf("%s: %.2f (target %.2f or less)\n", what, figure, most);
-  return figure <= most;
-}
 
 // --- Memory ---
 
@@ -178,7 +173,8 @@ std::size_t linesWith(const RealReport& report, const std::string& start) {
   return count;
 }
 
-int measureMemory(const Sizes& sizes, bool isJudged) {
+// Whether the report was whole.
+bool measureMemory(const Sizes& sizes, veltrin::Table& table) {
   const veltrin::BenchFolder folder("recorded_machine");
   const veltrin::BenchFolder files("recorded_report");
   recordPackages(folder.path(), sizes.packages);
@@ -202,14 +198,13 @@ int measureMemory(const Sizes& sizes, bool isJudged) {
   const std::size_t events = linesWith(report, "Category: ");
   std::printf("a report of %zu lines, %zu packages and %zu events%s: idle window %.1f MB\n",
               report.lines(), packages, events, wmi.makesEvents() ? " (made, not read)" : "", idle);
-  if (isJudged && !judge("its peak above the idle window, MB", more, kMostMegabytes)) {
-    return EXIT_FAILURE;
-  }
-  if (!isJudged) std::printf("its peak above the idle window: %.1f MB\n", more);
+  table.add({"Memory at the peak of a report with " + std::to_string(packages) + " packages and " +
+                 std::to_string(events) + " events, above the idle window",
+             more, "MB", "", std::nullopt, veltrin::atMost(kMostMegabytes)});
   const bool isWhole =
       events == kPrintedEvents && packages == static_cast<std::size_t>(sizes.packages);
   if (!isWhole) std::printf("the report is not whole\n");
-  return isWhole ? EXIT_SUCCESS : EXIT_FAILURE;
+  return isWhole;
 }
 
 // --- Times ---
@@ -235,6 +230,8 @@ class Reports {
     return costs_.size() == 1 ? costs_[0] : median(std::vector(costs_.begin() + 1, costs_.end()));
   }
 
+  std::size_t lines() const { return lines_; }
+
   void print(const char* what) const {
     std::printf("%-28s %8.1f ms, processor %7.1f ms, %zu lines; with new settings %.1f ms\n", what,
                 cost().wall, cost().processor, lines_, costs_[0].wall);
@@ -247,7 +244,8 @@ class Reports {
   std::size_t lines_ = 0;
 };
 
-int compareTimes(int runs, bool isJudged) {
+// Whether the reports were made.
+bool compareTimes(int runs, veltrin::Table& table) {
   std::vector<Cost> inxi;
   Reports all(true);
   Reports usual(false);
@@ -256,24 +254,20 @@ int compareTimes(int runs, bool isJudged) {
     if (beside && beside->bytes > 0) inxi.push_back(beside->cost);
     if (!all.run() || !usual.run()) {
       std::printf("a report is empty\n");
-      return EXIT_FAILURE;
+      return false;
     }
   }
   all.print("all boxes");
   usual.print("those of the opened window");
-  if (inxi.empty()) {
-    std::printf("inxi is not here, or fails: nothing to compare with\n");
-    return kSkipped;
-  }
   const Cost beside = median(inxi);
-  std::printf("%-28s %8.1f ms, processor %7.1f ms\n", "inxi -Fxxx", beside.wall, beside.processor);
-  std::printf("of its processor time: %.2f and %.2f\n", all.cost().processor / beside.processor,
-              usual.cost().processor / beside.processor);
-  if (!isJudged) return EXIT_SUCCESS;
-  const bool isAllQuick = judge("all boxes / inxi", all.cost().wall / beside.wall, kMostOfAll);
-  const bool isUsualQuick =
-      judge("opened window / inxi", usual.cost().wall / beside.wall, kMostOfUsual);
-  return isAllQuick && isUsualQuick ? EXIT_SUCCESS : EXIT_FAILURE;
+  const auto theirs = inxi.empty() ? std::nullopt : std::optional(beside.wall);
+  const auto add = [&](const char* what, const Reports& reports, double most) {
+    table.add({std::string(what) + ", " + std::to_string(reports.lines()) + " lines",
+               reports.cost().wall, "ms", "`inxi -Fxxx`", theirs, veltrin::atMost(most)});
+  };
+  add("The report of this machine in its shown window, all boxes", all, kMostOfAll);
+  add("The boxes of the opened window", usual, kMostOfUsual);
+  return true;
 }
 
 }  // namespace
@@ -284,8 +278,9 @@ int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
   const QApplication application(argc, argv);
   veltrin::setAppearance();
+  veltrin::Table table(!isSmoke);
   // The memory first, while nothing has been left over from other reports.
-  const int memory = measureMemory(isSmoke ? kSmoke : Sizes(), !isSmoke);
-  const int times = compareTimes(isSmoke ? 1 : asked + 1, !isSmoke);
-  return memory == EXIT_FAILURE || times == EXIT_SUCCESS ? memory : times;
+  const bool isWhole = measureMemory(isSmoke ? kSmoke : Sizes(), table);
+  const bool areMade = compareTimes(isSmoke ? 1 : asked + 1, table);
+  return isWhole && areMade ? table.exitCode() : EXIT_FAILURE;
 }

@@ -29,6 +29,8 @@
 #include <unistd.h>
 #include <vector>
 
+#include "table.h"
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -217,7 +219,7 @@ struct Seen {
   }
 };
 
-void measure(const Crowd& crowd, int rounds) {
+void measure(const Crowd& crowd, int rounds, veltrin::Table& table) {
   const Server endpoint = startEndpoint();
   const Server bare = startBare();
   Seen ours;
@@ -229,7 +231,10 @@ void measure(const Crowd& crowd, int rounds) {
   std::printf("%zu at once\n", crowd.atOnce);
   others.print("bare loop");
   ours.print("endpoint");
-  std::printf("  ratio     %9.3f\n", partOf(ours.rates, 0.5) / partOf(others.rates, 0.5));
+  table.add(
+      {"Callers that the update endpoint answers, " + std::to_string(crowd.atOnce) + " at once",
+       partOf(ours.rates, 0.5), "a second", "a bare loop of accept, write and close",
+       partOf(others.rates, 0.5), std::nullopt});
 }
 
 }  // namespace
@@ -240,17 +245,19 @@ int main(int argc, char** argv) {
   const int rounds = std::max(1, std::atoi(word.c_str()));
   const std::span<const Crowd> crowds =
       smoke ? std::span<const Crowd>(kSmokeCrowds) : std::span<const Crowd>(kCrowds);
+  veltrin::Table table(!smoke);
   rlimit limit{};
   getrlimit(RLIMIT_NOFILE, &limit);
   limit.rlim_cur = limit.rlim_max;
   setrlimit(RLIMIT_NOFILE, &limit);
   for (const Crowd& crowd : crowds) {
     if (limit.rlim_cur < crowd.atOnce + kOtherDescriptors) {
-      std::printf("%zu at once: this machine lets a process have too few descriptors\n",
-                  crowd.atOnce);
+      table.cannot(
+          "Callers that the update endpoint answers, " + std::to_string(crowd.atOnce) + " at once",
+          "this machine lets a process have too few descriptors");
       continue;
     }
-    measure(crowd, rounds);
+    measure(crowd, rounds, table);
   }
-  return 0;
+  return table.exitCode();
 }

@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Asks a test program for its suites and writes the file SUITES, by which ctest runs each
-# of them in a process of its own.
+# of them in a process of its own, which takes SHARE halves of a processor.
 #
-#   cmake -DNAME=... -DPROGRAM=... -DSUITES=... -P ListSuites.cmake
+#   cmake -DNAME=... -DPROGRAM=... -DSUITES=... -DSHARE=... -P ListSuites.cmake
 execute_process(COMMAND ${PROGRAM} --gtest_list_tests OUTPUT_VARIABLE LIST RESULT_VARIABLE CODE TIMEOUT 60)
 if(NOT CODE EQUAL 0)
   file(REMOVE ${PROGRAM})
@@ -22,6 +22,6 @@ set(TEXT)
 foreach(SUITE ${LIST})
   string(REGEX REPLACE "[\n.]" "" SUITE ${SUITE})
   string(APPEND TEXT "add_test([[${NAME}.${SUITE}]] [[${PROGRAM}]] [[--gtest_filter=${SUITE}.*]])\n"
-                     "set_tests_properties([[${NAME}.${SUITE}]] PROPERTIES TIMEOUT 300 SKIP_RETURN_CODE 77)\n")
+                     "set_tests_properties([[${NAME}.${SUITE}]] PROPERTIES TIMEOUT 300 PROCESSORS ${SHARE} SKIP_RETURN_CODE 77)\n")
 endforeach()
 file(WRITE ${SUITES} "${TEXT}")

@@ -11,17 +11,26 @@ if(VELTRIN_SANITIZE)
   target_compile_options(gmock PRIVATE -O0)
 endif()
 
-# veltrin_test(NAME [EACH] [OWN_MAIN] SOURCES ... LIBRARIES ...)
+# How much of a machine a test takes, in halves of a processor, of which test.sh gives ctest
+# as many as there are: a test that computes, or judges how long something took, takes two;
+# one that mostly waits takes one, which is also what ctest takes a test for that says
+# nothing. So as many tests compute at once as there are processors, those that wait fill
+# the gaps, and beside a test with a clock there is no more work than one other's.
+set(VELTRIN_COMPUTES 2)
+set(VELTRIN_WAITS 1)
+
+# veltrin_test(NAME [EACH] [WAITS] [OWN_MAIN] SOURCES ... LIBRARIES ...)
 #
 # On Linux every suite of the program, which is all cases with the same word before
 # their dot, is a test of ctest: starting a program costs more than most cases do.
-# With EACH every case is one, which is for cases that take seconds themselves. Under
-# Wine, where each start costs about a second, a program is one test.
+# With EACH every case is one, which is for cases that take seconds themselves. WAITS says
+# that they spend them waiting. Under Wine, where each start costs about a second, a program
+# is one test.
 #
 # The program gets a main() unless it has its OWN_MAIN, which then ends with runTests()
 # and brings its own compiled headers.
 function(veltrin_test NAME)
-  cmake_parse_arguments(TEST "EACH;OWN_MAIN" "" "SOURCES;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(TEST "EACH;WAITS;OWN_MAIN" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${NAME} ${TEST_SOURCES})
   target_link_libraries(${NAME} PRIVATE veltrin_options ${TEST_LIBRARIES} veltrin_run_tests)
   if(NOT TEST_OWN_MAIN)
@@ -29,23 +38,31 @@ function(veltrin_test NAME)
     target_precompile_headers(${NAME} REUSE_FROM veltrin_test_main)
   endif()
   set_target_properties(${NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  set(SHARE ${VELTRIN_COMPUTES})
+  if(TEST_WAITS)
+    set(SHARE ${VELTRIN_WAITS})
+  endif()
   if(WIN32)
     add_test(NAME windows.${NAME} COMMAND ${CMAKE_SOURCE_DIR}/tests/windows/under-wine.sh $<TARGET_FILE:${NAME}>)
-    set_tests_properties(windows.${NAME} PROPERTIES TIMEOUT 600 COST 60 SKIP_RETURN_CODE 77)
+    set_tests_properties(windows.${NAME} PROPERTIES TIMEOUT 600 COST 60 PROCESSORS ${SHARE}
+                                                   SKIP_RETURN_CODE 77)
   elseif(TEST_EACH)
-    gtest_discover_tests(${NAME} TEST_PREFIX ${NAME}. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 COST 20)
+    gtest_discover_tests(${NAME} TEST_PREFIX ${NAME}. DISCOVERY_TIMEOUT 60
+                         PROPERTIES TIMEOUT 120 COST 20 PROCESSORS ${SHARE})
   else()
-    veltrin_discover_suites(${NAME})
+    veltrin_discover_suites(${NAME} ${SHARE})
   endif()
 endfunction()
 
-# veltrin_discover_suites(NAME): makes each suite of a program a test of ctest, as soon as
-# the program has been built and can tell its suites.
-function(veltrin_discover_suites NAME)
+# veltrin_discover_suites(NAME SHARE): makes each suite of a program a test of ctest, which
+# takes that many halves of a processor, as soon as the program has been built and can tell
+# its suites.
+function(veltrin_discover_suites NAME SHARE)
   set(SUITES ${CMAKE_CURRENT_BINARY_DIR}/${NAME}-suites.cmake)
   add_custom_command(
     TARGET ${NAME} POST_BUILD
     COMMAND ${CMAKE_COMMAND} -DNAME=${NAME} -DPROGRAM=$<TARGET_FILE:${NAME}> -DSUITES=${SUITES}
+            -DSHARE=${SHARE}
             -P ${CMAKE_SOURCE_DIR}/cmake/ListSuites.cmake
     VERBATIM)
   set(INCLUDE ${CMAKE_CURRENT_BINARY_DIR}/${NAME}-include.cmake)
@@ -71,5 +88,5 @@ function(veltrin_fuzz NAME)
   target_link_options(${NAME} PRIVATE -fsanitize=fuzzer)
   set_target_properties(${NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   add_test(NAME fuzz.${NAME} COMMAND ${NAME} -runs=50000 -max_total_time=10 -seed=1 -verbosity=0)
-  set_tests_properties(fuzz.${NAME} PROPERTIES TIMEOUT 120 COST 10)
+  set_tests_properties(fuzz.${NAME} PROPERTIES TIMEOUT 120 COST 10 PROCESSORS ${VELTRIN_COMPUTES})
 endfunction()

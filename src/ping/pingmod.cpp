@@ -106,6 +106,24 @@ std::int16_t SocketsCleanup(Program& program) {
   return -1;
 }
 
+// Whether each byte of a text is a character.
+bool isAscii(std::string_view text) {
+  unsigned char all = 0;
+  for (const char c : text) all |= static_cast<unsigned char>(c);
+  return all < 0x80;
+}
+
+// The tail reading of the last characters of a chunk, all of them that are looked at, when
+// each is a byte: nothing can fail then, and nothing needs to be counted.
+std::optional<std::string> readAsciiTail(std::string_view last, Loose& PingTime) {
+  if (last.substr(last.size() - kUnitFromEnd - 1, 2) != "ms") return std::nullopt;
+  const std::string_view window = last.substr(0, kWindowLength);
+  PingTime = window;
+  const std::size_t before = window.find('=');
+  if (before >= kDigits) return std::nullopt;  // none, or too far behind for a number
+  return std::string(window.substr(before + 2, kDigits - before - 1));
+}
+
 }  // namespace
 
 // A first digit from 1 to 9 needs no case of its own: the text up to "ms" is the
@@ -131,6 +149,11 @@ bool readAverage(const std::string& chunk, Loose& PingTime) {
 
 std::optional<std::string> readTail(const std::string& chunk, Loose& PingTime) {
   // What stands before these places of the chunk is not looked at.
+  constexpr std::size_t kRead = kWindowFromEnd + 1;
+  const std::string_view last = chunk.size() < kRead
+                                    ? std::string_view()
+                                    : std::string_view(chunk).substr(chunk.size() - kRead);
+  if (!last.empty() && isAscii(last)) return readAsciiTail(last, PingTime);
   const std::string end = Right(chunk, kWindowFromEnd + 1);
   const std::int64_t length = Len(end);
   if (!holds([&] { return Mid(end, length - kUnitFromEnd, 2) == "ms"; })) return std::nullopt;
