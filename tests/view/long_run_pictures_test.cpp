@@ -163,6 +163,7 @@ TEST_F(LongRunPictures, StabilityOfEighteenHopsOnBothPages) {
 TEST_F(LongRunPictures, Summary) {
   const auto form = shown<StabilitySUM>();
   form->Text1.text = kSummary;
+  window->resize(800, 180);
   photograph("stability-summary");
 }
 

@@ -67,5 +67,26 @@ TEST_F(MonitorPictures, Protocols) {
   photograph("protocols");
 }
 
+// A page is loading, by both versions.
+TEST_F(MonitorPictures, ProtocolsOfAnOrdinaryLine) {
+  program.start.HostName = "MYPC";
+  program.start.PdhQuery = 1;
+  const auto form = shown<frmIP>();
+  const auto count = [&](const std::string& name, double version4, double version6) {
+    counters.values["\\\\MYPC\\IPv4\\" + name] = version4;
+    counters.values["\\\\MYPC\\IPv6\\" + name] = version6;
+  };
+  for (const std::string& path : counters.paths) counters.values[path] = 0;
+  count("Datagrams/sec", 412, 1380);
+  count("Datagrams Received/sec", 287, 961);
+  count("Datagrams Received Delivered/sec", 287, 961);
+  count("Datagrams Sent/sec", 125, 419);
+  count("Datagrams Received Address Errors", 4, 0);
+  count("Datagrams Received Discarded", 0, 12);
+  count("Datagrams Outbound No Route", 38, 7);
+  form->Timer1.tick();
+  photograph("protocols-line");
+}
+
 }  // namespace
 }  // namespace veltrin

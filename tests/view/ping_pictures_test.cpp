@@ -48,6 +48,24 @@ TEST_F(PingPictures, PingTestComplete) {
   photograph("pingtester-complete");
 }
 
+// As on a poor wireless connection: the router at home, in the first row, is bad already.
+TEST_F(PingPictures, PingTestOfABadLine) {
+  const auto form = shown<pingtester>();
+  const std::vector<const char*> hosts = {"192.168.178.1", "www.debian.org", "www.kernel.org",
+                                          "www.python.org", "www.mozilla.org"};
+  for (std::size_t row = 0; row < hosts.size(); ++row) form->url[row].text = hosts[row];
+  fill(*form, 0, {"3", "2", "8026", "99999", "2"});
+  fill(*form, 1, {"214", "31", "12086", "99999", "3"});
+  fill(*form, 2, {"99999", "140", "16211", "99999", "4"});
+  fill(*form, 3, {"25", "24", "8094", "99999", "2"});
+  fill(*form, 4, {"391", "9", "4088", "99999", "1"});
+  form->Label9.caption = "Complete";
+  form->Command2.enabled = true;
+  form->Command3.enabled = true;
+  widget("Command2")->setFocus();
+  photograph("pingtester-bad");
+}
+
 TEST_F(PingPictures, PingTestInDutch) {
   speak(kDutch);
   const auto form = shown<pingtester>();

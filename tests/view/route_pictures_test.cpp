@@ -51,6 +51,56 @@ const char* const kPathText =
     "  3   22ms     2/ 100 =  2%     0/ 100 =  0%  www.example.org [203.0.113.80] \r\n\r\n"
     "Trace complete.\r\n";
 
+// Of a line that is away behind the router at home.
+const char* const kSilentPingText =
+    "\r\nPinging www.example.org [203.0.113.80] with 32 bytes of data:\r\n\r\n"
+    "Request timed out.\r\n"
+    "Request timed out.\r\n"
+    "Request timed out.\r\n"
+    "Request timed out.\r\n\r\n"
+    "Ping statistics for 203.0.113.80:\r\n"
+    "    Packets: Sent = 4, Received = 0, Lost = 4 (100% loss),\r\n";
+
+const char* const kCutTraceText =
+    "\r\nTracing route to www.example.org [203.0.113.80]\r\nover a maximum of 30 hops:\r\n\r\n"
+    "  1     1 ms    <1 ms    <1 ms  router.example [192.168.178.1] \r\n"
+    "  2     *        *        *     Request timed out.\r\n"
+    "  3     *        *        *     Request timed out.\r\n"
+    "  4     *        *        *     Request timed out.\r\n"
+    "  5     *        *        *     Request timed out.\r\n"
+    "  6     *        *        *     Request timed out.\r\n";
+
+// Of a line that loses packets between the router at home and the provider, with a station
+// farther on that is slow to answer for itself.
+const char* const kLossyPathText =
+    "\r\nTracing route to www.example.org [203.0.113.80]\r\nover a maximum of 30 hops:\r\n"
+    "  0  desktop [192.168.178.24] \r\n"
+    "  1  router.example [192.168.178.1] \r\n"
+    "  2  access.isp.example [198.51.100.1] \r\n"
+    "  3  core-1.isp.example [198.51.100.17] \r\n"
+    "  4  198.51.100.129 \r\n"
+    "  5  www.example.org [203.0.113.80] \r\n\r\n"
+    "Computing statistics for 125 seconds...\r\n"
+    "            Source to Here   This Node/Link\r\n"
+    "Hop  RTT    Lost/Sent = Pct  Lost/Sent = Pct  Address\r\n"
+    "  0                                           desktop [192.168.178.24] \r\n"
+    "                                0/ 100 =  0%     Overall Loss/Congestion - Possibly Causing "
+    "Redirect\r\n"
+    "  1    1ms     0/ 100 =  0%     0/ 100 =  0%  router.example [192.168.178.1] \r\n"
+    "                                9/ 100 =  9%     Overall Loss/Congestion - Possibly Causing "
+    "Redirect\r\n"
+    "  2    9ms     9/ 100 =  9%     0/ 100 =  0%  access.isp.example [198.51.100.1] \r\n"
+    "                                0/ 100 =  0%     Overall Loss/Congestion - Possibly Causing "
+    "Redirect\r\n"
+    "  3   12ms    10/ 100 = 10%     1/ 100 =  1%  core-1.isp.example [198.51.100.17] \r\n"
+    "                                0/ 100 =  0%     Overall Loss/Congestion - Possibly Causing "
+    "Redirect\r\n"
+    "  4   20ms    40/ 100 = 40%    31/ 100 = 31%  198.51.100.129 \r\n"
+    "                                0/ 100 =  0%     Overall Loss/Congestion - Possibly Causing "
+    "Redirect\r\n"
+    "  5   23ms     9/ 100 =  9%     0/ 100 =  0%  www.example.org [203.0.113.80] \r\n\r\n"
+    "Trace complete.\r\n";
+
 class RoutePictures : public Pictures {
  protected:
   std::shared_ptr<trace> traceWindow() {
@@ -59,8 +109,17 @@ class RoutePictures : public Pictures {
     return form;
   }
 
+  // With one destination, whose trace the photograph shows to its end.
+  std::shared_ptr<trace> traceOfOne() {
+    auto form = traceWindow();
+    for (TextBox* box : {&form->trace2, &form->trace3, &form->trace4, &form->trace5}) {
+      box->text = "";
+    }
+    return form;
+  }
+
   template <class Kind>
-  static void run(Kind& form) {
+  static void run(Kind& form, const char* path = kPathText) {
     form.Command3.enabled = true;
     form.Command4.enabled = true;
     form.Command5.visible = false;
@@ -70,7 +129,7 @@ class RoutePictures : public Pictures {
         "This test can take up to 10 minutes or longer depending on total hops "
         "and queries\r\nTest Started at 9:05:00\r\n";
     form.dosbox.text += kPingText;
-    form.dosbox.text += kPathText;
+    form.dosbox.text += path;
   }
 };
 
@@ -92,7 +151,8 @@ TEST_F(RoutePictures, TraceRunning) {
 }
 
 TEST_F(RoutePictures, TraceComplete) {
-  const auto form = traceWindow();
+  const auto form = traceOfOne();
+  form->Combo1.text = "2";
   form->txtOutputs.text += "2 passes will be run";
   for (const char* pass : {"1", "2"}) {
     form->txtOutputs.text += kPingText;
@@ -103,6 +163,19 @@ TEST_F(RoutePictures, TraceComplete) {
   form->txtOutputs.text += "******* Test is Complete ********* ";
   form->Text1.text = "tracert www.example.org";
   photograph("trace-complete");
+}
+
+TEST_F(RoutePictures, TraceOfALineThatIsAway) {
+  const auto form = traceOfOne();
+  form->txtOutputs.text += "1 passes will be run";
+  form->txtOutputs.text += kSilentPingText;
+  form->txtOutputs.text += "Performing Trace Route - Pass 1 to www.example.org\r\n";
+  form->txtOutputs.text += kCutTraceText;
+  form->Text1.text = "tracert www.example.org";
+  for (CommandButton* button : {&form->startit, &form->copy1, &form->write1, &form->Command1}) {
+    button->enabled = false;
+  }
+  photograph("trace-away");
 }
 
 TEST_F(RoutePictures, TraceAtItsSmallest) {
@@ -144,8 +217,16 @@ TEST_F(RoutePictures, InDepthRunning) {
 
 TEST_F(RoutePictures, InDepthComplete) {
   const auto form = shown<indepth>();
+  form->text4.text = "250";
   run(*form);
   photograph("indepth-complete");
+}
+
+TEST_F(RoutePictures, InDepthOfALossyLine) {
+  const auto form = shown<indepth>();
+  form->text4.text = "250";
+  run(*form, kLossyPathText);
+  photograph("indepth-lossy");
 }
 
 TEST_F(RoutePictures, InDepthOnALaterSystem) {
