@@ -48,7 +48,8 @@ run_inside='mount -t proc proc "$1/proc" && mount --rbind /dev "$1/dev" && exec 
   PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C DEBIAN_FRONTEND=noninteractive ${http_proxy:+http_proxy="$http_proxy"} \
   chroot "$@"'
 inside() { unshare --mount --pid --fork --kill-child sh -c "$run_inside" sh "$root" "$@"; }
-run_offline='ip link set lo up && mkdir -p "$1/tmp/.X11-unix" && mount --bind /tmp/.X11-unix "$1/tmp/.X11-unix" && '
+run_offline='ip link set lo up && { [ ! -d /tmp/.X11-unix ] || { mkdir -p "$1/tmp/.X11-unix" &&
+  mount --bind /tmp/.X11-unix "$1/tmp/.X11-unix"; }; } && '
 offline() {
   unshare --mount --pid --net --fork --kill-child sh -c "$run_offline$run_inside" sh \
     "$root" setpriv --reuid=tester --regid=tester --clear-groups env HOME=/home/tester "$@"
@@ -117,7 +118,7 @@ says 'Usage: tracert' "$tools/tracert" '-?'
 says 'Trace complete.' "$tools/tracert" -d 127.0.0.1
 says 'Trace complete.' "$tools/pathping" -n -q 3 -p 20 127.0.0.1
 says 'OS Name:' "$tools/systeminfo"
-says 'Total # of avail free bytes : ' "$tools/fsutil" volume diskfree C:
+says 'Total # of avail free bytes  : ' "$tools/fsutil" volume diskfree C:
 says 'demo ' veltrin-lab --list
 says 'demo: sound.' veltrin-lab --check demo
 # It is the right of the file that lets the user send echoes.
@@ -160,12 +161,16 @@ import -window root "$pictures/debian-menu.png"
 menu_is_shown || { cat "$work/program.log"; fail "the menu does not come"; }
 # The first start has asked the tools what the machine is made of, so they were found.
 grep -q $'^Total Ram=[1-9][0-9,.]*\r$' "$settings" || fail "the program has not found its tools"
-# The last button is Exit.
-xdotool mousemove $(tail -n 1 "$work/buttons") sleep 0.2 click 1
+# The button Exit, at the lower right of the menu.
+xdotool mousemove --window "$(xdotool search --onlyvisible --name '^Veltrin$')" 404 429 sleep 0.2 click 1
 for ((wait = 0; wait < 60; wait++)); do
   kill -0 "$program_inside" 2>/dev/null || break
   sleep 0.5
 done
+if kill -0 "$program_inside" 2>/dev/null; then
+  import -window root "$pictures/debian-failed.png"
+  fail "the program does not end by its button Exit"
+fi
 wait "$program_inside" || fail "the program ended with $?"
 step "the program"
 
