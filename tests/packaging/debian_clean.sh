@@ -65,7 +65,7 @@ paths() {
 owned() { cat "$root"/var/lib/dpkg/info/*.list | sed -E 'p; s#^/(s?bin|lib[0-9x]*)/#/usr&#' | sort -u; }
 
 # What the packages that the program needs make of their own, beside their files.
-kept='^/nothing$'
+kept='^/(usr/share/mime|usr/local/share/fonts|var/cache/(fontconfig|ldconfig)|etc/(fonts/conf\.d|rcS\.d))(/|$)'
 
 # --- A clean Debian -------------------------------------------------------
 
