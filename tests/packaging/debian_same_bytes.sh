@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Makes the Debian packages a second time, from a copy of the sources in a folder of another name
+# and depth, without the compiler cache, in another time zone and with files that nobody else may
+# read, and compares them with the first ones byte by byte. The copy stays, so that a later run
+# compiles what has changed only; packages of an earlier run are not looked at.
+# Usage: debian_same_bytes.sh FOLDER_OF_THE_PACKAGES FOLDER_FOR_THE_COPY
+set -eu
+cd "$(dirname "$(readlink -f "$0")")/../.."
+packages=$(readlink -f "$1")
+mkdir -p "$2"
+again=$(readlink -f "$2")/again
+command -v dpkg-shlibdeps >/dev/null || { echo "SKIPPED: this is no Debian"; exit 77; }
+
+# The sources as they lie here, also those that are not in git yet.
+sources() {
+  if git rev-parse --git-dir >/dev/null 2>&1; then
+    git ls-files -co --exclude-standard | while IFS= read -r file; do [ ! -f "$file" ] || echo "$file"; done
+  else
+    find . -path ./build -prune -o -type f -printf '%P\n'
+  fi
+}
+
+umask 077
+mkdir -p "$again"
+mapfile -t files < <(sources)
+(cd "$again" && find . -path ./build -prune -o -type f -printf '%P\n') |
+  grep -vxF -f <(printf '%s\n' "${files[@]}") | while IFS= read -r gone; do rm -f "$again/$gone"; done
+cp -u --preserve=timestamps --parents -t "$again" "${files[@]}"
+
+rm -rf "$again/build/package/packages"
+CCACHE_DISABLE=1 TZ=Pacific/Kiritimati LC_ALL=C nice -n 19 "$again/packaging/build.sh" debian
+
+differs=
+for package in "$packages"/*.deb; do
+  second=$again/build/package/packages/${package##*/}
+  if cmp "$package" "$second"; then
+    echo "The same bytes: ${package##*/}, $(stat -c %s "$package") of them"
+    continue
+  fi
+  differs=yes
+  for one in "$package" "$second"; do
+    rm -rf "$2/apart/${one//\//_}"
+    mkdir -p "$2/apart"
+    dpkg-deb -R "$one" "$2/apart/${one//\//_}"
+  done
+  diff -rq "$2/apart/${package//\//_}" "$2/apart/${second//\//_}" || true
+  diff <(dpkg-deb -c "$package") <(dpkg-deb -c "$second") || true
+done
+[ "$(ls "$packages")" = "$(ls "$again/build/package/packages")" ] || differs=yes
+[ -z "$differs" ] || { echo "FAILED: packages that are made twice differ" >&2; exit 1; }
