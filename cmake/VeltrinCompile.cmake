@@ -37,7 +37,8 @@ endif()
 if(WIN32)
   target_compile_definitions(veltrin_options INTERFACE WINVER=0x0A00 _WIN32_WINNT=0x0A00
                                                        WIN32_LEAN_AND_MEAN NOMINMAX)
-  add_link_options(-static -s)
+  # The moment of linking would make each build another one.
+  add_link_options(-static -s -Wl,--no-insert-timestamp)
 endif()
 
 # veltrin_not_optimised(): under the sanitizers, what this folder and those below it build is
