@@ -18,10 +18,15 @@ option(VELTRIN_SANITIZE "Build with the address and undefined-behaviour sanitize
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
-  # Precompiled headers are cached only when their time stamps are ignored.
+  # Precompiled headers are cached only when their time stamps are ignored. Programs for
+  # Windows hold no path of where they were built, so one folder serves the others.
+  if(WIN32)
+    set(CCACHE_PATHS CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1)
+  endif()
   set(CMAKE_CXX_COMPILER_LAUNCHER
       ${CMAKE_COMMAND} -E env
       CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+      ${CCACHE_PATHS}
       ${CCACHE_PROGRAM})
 endif()
 
