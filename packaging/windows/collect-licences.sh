@@ -22,6 +22,7 @@ take LICENSE GPL-3.txt
 take /usr/share/common-licenses/LGPL-3 LGPL-3.txt
 take /usr/share/common-licenses/CC0-1.0 CC0-1.0.txt
 take /usr/share/doc/qt6-base-dev/copyright Qt.txt
+take packaging/windows/qt-more.txt Qt-more.txt
 take /usr/share/doc/mingw-w64-common/copyright mingw-w64.txt
 take /usr/share/doc/g++-mingw-w64-x86-64-posix/copyright GCC.txt
 take /usr/share/doc/nsis/copyright NSIS.txt

@@ -11,6 +11,7 @@ command -v makensis >/dev/null || { echo "SKIPPED: there is no makensis (package
 
 # --- The installer --------------------------------------------------------
 
+step "the installer is made"
 export SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-1700000000}
 "$sources/packaging/windows/make-installer.sh" "$build"
 version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$build/CMakeCache.txt")
@@ -73,6 +74,7 @@ close_program() {
 
 # --- For all users, without a window --------------------------------------
 
+step "for all users: installation"
 code=0
 windows "$setup" /S /AllUsers /CurrentUser || code=$?
 expect "the exit code for switches that contradict each other" "$code" 87
@@ -85,6 +87,7 @@ expect_unregistered HKCU
 there "$common_menu" || fail "the start menu does not name the program"
 missing "$own_menu" || fail "the user's own start menu names the program, too"
 
+step "for all users: a pass of the Ping Test"
 mkdir -p "$data/Files"
 {
   printf '[Ping]\r\nPasses=1\r\nPacket=32\r\n'
@@ -106,6 +109,7 @@ rows=$(grep -c '^127\.0\.0\.1   .* 0 (PacketLoss)' "$data"/PingTest_*.txt || tru
 expect "the number of destinations that answered" "$rows" 5
 look all-users-saved
 
+step "for all users: removal"
 code=0
 windows "$setup" /S /AllUsers || code=$?
 expect "the exit code of an installation while the program runs" "$code" 3
@@ -130,6 +134,7 @@ await "the end of the results" 60 missing "$data"
 # --- For one user, page by page -------------------------------------------
 
 folder="$user/Local/Programs/Veltrin"
+step "for one user: installation"
 start "$setup"
 installer_is_there() { xdotool search --onlyvisible --name '^Veltrin .* Setup$' >/dev/null 2>&1; }
 await "the installer" 60 installer_is_there
@@ -153,6 +158,7 @@ expect "the folder that the program keeps" \
   'C:\users\'"$(id -un)"'\AppData\Local\Programs\Veltrin'
 close_program
 
+step "for one user: upgrade"
 # An upgrade leaves what the user has changed, and renews the rest.
 printf '\r\n; changed here\r\n' >>"$folder/installation.ini"
 printf 'old\n' >"$folder/help/home.html"
@@ -164,6 +170,7 @@ cmp "$stage/help/home.html" "$folder/help/home.html" || fail "the upgrade did no
 there "$folder/files/Veltrin.dat" || fail "the upgrade took the settings away"
 there "$folder/PingTest_01Jan2024_1200.txt" || fail "the upgrade took a result away"
 
+step "for one user: removal"
 # A removal that is not told otherwise takes nothing of the user's.
 remove() {
   start 'C:\users\'"$(id -un)"'\AppData\Local\Programs\Veltrin\uninstall.exe'

@@ -12,6 +12,9 @@ skip() {
   exit 77
 }
 
+# Tells what comes now, and how many seconds have gone by.
+step() { printf '%4d s: %s\n' "$SECONDS" "$1"; }
+
 fail() {
   printf 'FAILED: %s\n' "$1" >&2
   look failed || true
