@@ -102,10 +102,20 @@ click $(tool_buttons | sed -n 1p)
 sleep 1
 xdotool mousemove 5 5
 await "the end of the pass" 180 has_tool_buttons 4
+# Copy gathers the report, and tells so; Save writes it.
+complete=$(buttons | wc -l)
+has_other_buttons() { [ "$(buttons | wc -l)" -ne "$complete" ]; }
+has_all_buttons() { [ "$(buttons | wc -l)" -eq "$complete" ]; }
+click $(tool_buttons | sed -n 2p)
+await "the message of the copy" 60 has_other_buttons
+xdotool key Return
+xdotool mousemove 5 5
+await "the window behind the message" 60 has_all_buttons
 click $(tool_buttons | sed -n 3p)
-has_report() { compgen -G "$data/PingTest_*.txt" >/dev/null; }
+has_report() { grep -qs PacketLoss "$data"/PingTest_*.txt; }
 await "the saved report" 60 has_report
 rows=$(grep -c '^127\.0\.0\.1   .* 0 (PacketLoss)' "$data"/PingTest_*.txt || true)
+[ "$rows" -eq 5 ] || cat "$data"/PingTest_*.txt
 expect "the number of destinations that answered" "$rows" 5
 look all-users-saved
 
@@ -114,7 +124,9 @@ code=0
 windows "$setup" /S /AllUsers || code=$?
 expect "the exit code of an installation while the program runs" "$code" 3
 code=0
-windows "C:\\Program Files\\Veltrin\\uninstall.exe" /S '_?=C:\Program Files\Veltrin' || code=$?
+# With this last word, unquoted, the uninstaller stays in its folder and tells how it ended.
+printf '"C:\\Program Files\\Veltrin\\uninstall.exe" /S _?=C:\\Program Files\\Veltrin\r\nexit %%errorlevel%%\r\n' >"$drive/remove.cmd"
+windows cmd.exe /c 'C:\remove.cmd' || code=$?
 expect "the exit code of a removal while the program runs" "$code" 3
 close_program
 expect_files "$shared_folder" for-all-users.txt
