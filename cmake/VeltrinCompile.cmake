@@ -18,10 +18,15 @@ option(VELTRIN_SANITIZE "Build with the address and undefined-behaviour sanitize
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
-  # Precompiled headers are cached only when their time stamps are ignored.
+  # Precompiled headers are cached only when their time stamps are ignored. Programs for
+  # Windows hold no path of where they were built, so one folder serves the others.
+  if(WIN32)
+    set(CCACHE_PATHS CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1)
+  endif()
   set(CMAKE_CXX_COMPILER_LAUNCHER
       ${CMAKE_COMMAND} -E env
       CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+      ${CCACHE_PATHS}
       ${CCACHE_PROGRAM})
 endif()
 
@@ -37,7 +42,8 @@ endif()
 if(WIN32)
   target_compile_definitions(veltrin_options INTERFACE WINVER=0x0A00 _WIN32_WINNT=0x0A00
                                                        WIN32_LEAN_AND_MEAN NOMINMAX)
-  add_link_options(-static -s)
+  # The moment of linking would make each build another one.
+  add_link_options(-static -s -Wl,--no-insert-timestamp)
 endif()
 
 # veltrin_not_optimised(): under the sanitizers, what this folder and those below it build is

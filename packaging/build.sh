@@ -9,6 +9,8 @@ usage() {
   cat <<'TEXT'
 Usage: packaging/build.sh debian    two .deb files for Debian 12: the program with its
                                     console tools and the lab, and the update endpoint
+       packaging/build.sh windows   the installer for Windows 10 and later, cross-built with the
+                                    Qt of packaging/windows/build-qt.sh
 TEXT
 }
 
@@ -41,7 +43,24 @@ debian() {
   ls -l build/package/packages/*.deb
 }
 
+windows() {
+  install_packages build test
+  need cmake ninja x86_64-w64-mingw32-g++-posix makensis
+  # The $... are for the person who called through sudo, and that one's home.
+  # shellcheck disable=SC2016
+  as_user bash -c '[ -e "${XDG_CACHE_HOME:-$HOME/.cache}/veltrin/qt-windows/lib/cmake/Qt6/Qt6Config.cmake" ]' ||
+    fail "There is no Qt for Windows; packaging/windows/build-qt.sh makes it (about 45 minutes)."
+  source_moment
+  umask 022
+  as_user cmake --preset windows -B build/package-windows -DVELTRIN_WINDOW=ON -DVELTRIN_TESTS=OFF
+  as_user cmake --build build/package-windows
+  as_user packaging/windows/make-installer.sh build/package-windows
+  say "The installer:"
+  ls -l build/package-windows/packages/veltrin-*-setup.exe
+}
+
 case ${1:-} in
   debian) debian ;;
+  windows) windows ;;
   *) usage; exit 2 ;;
 esac

@@ -66,6 +66,64 @@ TEST_F(WindowsFilesTest, LeavesPathsAsTheyAre) {
             "C:\\Veltrin\\Files\\a.txt");
 }
 
+TEST_F(WindowsFilesTest, AnInstallationWithoutTheMarkKeepsEverythingBesideTheProgram) {
+  const std::string installation = folder_.string();
+
+  const auto folders = WindowsFiles::foldersOf(installation, (folder_ / "user").string());
+
+  EXPECT_EQ(folders.data, installation);
+  EXPECT_EQ(folders.share, "");
+}
+
+TEST_F(WindowsFilesTest, AnInstallationForAllUsersKeepsFilesInAFolderOfTheUser) {
+  put("for-all-users.txt", "");
+  fs::create_directories(folder_ / "user");
+
+  const auto folders = WindowsFiles::foldersOf(folder_.string(), (folder_ / "user").string());
+
+  EXPECT_EQ(folders.data, (folder_ / "user\\Veltrin").string());
+  EXPECT_EQ(folders.share, folder_.string());
+  EXPECT_TRUE(fs::is_directory(folder_ / "user\\Veltrin\\Files"));
+}
+
+TEST_F(WindowsFilesTest, AUserWithoutAFolderKeepsFilesBesideTheProgram) {
+  put("for-all-users.txt", "");
+
+  EXPECT_EQ(WindowsFiles::foldersOf(folder_.string(), "").data, folder_.string());
+}
+
+TEST_F(WindowsFilesTest, ReadsFromTheInstallationWhatTheUserHasNot) {
+  fs::create_directories(folder_ / "data");
+  fs::create_directories(folder_ / "share");
+  put("share\\both.txt", "installed");
+  put("data\\both.txt", "own");
+  put("share\\one.txt", "installed");
+  const std::string data = (folder_ / "data").string();
+  const std::string share = (folder_ / "share").string();
+  const WindowsFiles files(WindowsFiles::Folders{data, share});
+
+  EXPECT_EQ(files.native(data + "\\both.txt"), data + "\\both.txt");
+  EXPECT_EQ(files.native(data + "\\one.txt"), share + "\\one.txt");
+  EXPECT_EQ(files.native(data + "\\none.txt"), data + "\\none.txt");
+  EXPECT_EQ(files.native(share + "\\none.txt"), share + "\\none.txt");
+  EXPECT_TRUE(files.exists(data + "\\one.txt"));
+  EXPECT_FALSE(files.exists(data + "\\none.txt"));
+}
+
+TEST_F(WindowsFilesTest, WritesAndDeletesNothingInTheInstallation) {
+  fs::create_directories(folder_ / "data");
+  fs::create_directories(folder_ / "share");
+  put("share\\a.txt", "installed");
+  const std::string data = (folder_ / "data").string();
+  WindowsFiles files(WindowsFiles::Folders{data, (folder_ / "share").string()});
+
+  EXPECT_THROW(files.Kill(data + "\\a.txt"), StatementFailed);
+  files.OpenTextFile(data, "\\a.txt", FileMode::Writing, true)->Write("own");
+
+  EXPECT_EQ(contentOf(folder_ / "share\\a.txt"), "installed");
+  EXPECT_EQ(contentOf(folder_ / "data\\a.txt"), "own");
+}
+
 TEST_F(WindowsFilesTest, WritesTextInTheAnsiCodePage) {
   open("\\a.txt")->Write("h\xC3\xB6st\r\n");
   EXPECT_EQ(contentOf(folder_ / "a.txt"), toAnsi("h\xC3\xB6st\r\n"));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/windows/windows_files.h"
 
+#include <shlobj.h>
 #include <utility>
 #include <windows.h>
 
@@ -17,6 +18,22 @@ namespace {
 // Longest path that the system knows, in UTF-16 units with the closing NUL.
 constexpr DWORD kLongestSystemPath = 32768;
 
+bool isThere(const std::string& path) {
+  return GetFileAttributesA(toAnsi(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+// The folder for what a program keeps for the user on this computer; empty where the user
+// has none.
+std::string localApplicationData() {
+  PWSTR folder = nullptr;
+  std::string found;
+  if (SUCCEEDED(SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &folder))) {
+    found = fromWide(folder);
+  }
+  CoTaskMemFree(folder);
+  return found;
+}
+
 }  // namespace
 
 std::string WindowsFiles::executableFolder() {
@@ -26,15 +43,37 @@ std::string WindowsFiles::executableFolder() {
   return fromWide(std::wstring_view(path).substr(0, separator));
 }
 
-WindowsFiles::WindowsFiles(std::string programFolder) : programFolder_(std::move(programFolder)) {}
+WindowsFiles::Folders WindowsFiles::foldersOf(const std::string& installation,
+                                              const std::string& userData) {
+  if (userData.empty() || !isThere(installation + kForAllUsers)) return {installation, ""};
+  const std::string data = userData + "\\Veltrin";
+  // What cannot be made shows when a file is to be written there.
+  CreateDirectoryW(toWide(data).c_str(), nullptr);
+  CreateDirectoryW(toWide(data + "\\Files").c_str(), nullptr);
+  return {data, installation};
+}
 
-std::string WindowsFiles::programFolder() const { return programFolder_; }
+WindowsFiles::WindowsFiles()
+    : WindowsFiles(foldersOf(executableFolder(), localApplicationData())) {}
 
-std::string WindowsFiles::native(const std::string& path) const { return path; }
+WindowsFiles::WindowsFiles(Folders folders) : folders_(std::move(folders)) {}
+
+WindowsFiles::WindowsFiles(std::string programFolder)
+    : WindowsFiles(Folders{std::move(programFolder), ""}) {}
+
+std::string WindowsFiles::programFolder() const { return folders_.data; }
+
+std::string WindowsFiles::native(const std::string& path) const {
+  if (folders_.share.empty() || !path.starts_with(folders_.data + "\\") || isThere(path)) {
+    return path;
+  }
+  const std::string shared = folders_.share + path.substr(folders_.data.size());
+  return isThere(shared) ? shared : path;
+}
 
 bool WindowsFiles::exists(const std::string& path) const {
   if (path.find('\0') != std::string::npos) return false;
-  return GetFileAttributesA(toAnsi(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+  return isThere(native(path));
 }
 
 void WindowsFiles::CreateFolder(const std::string& path) {

@@ -32,7 +32,7 @@ std::string WindowsProfileStore::read(const std::optional<std::string>& section,
   std::string buffer(size, ' ');
   const DWORD copied = GetPrivateProfileStringA(
       Argument(section).pointer(), Argument(key).pointer(), Argument(fallback).pointer(),
-      buffer.data(), static_cast<DWORD>(size), Argument(path).pointer());
+      buffer.data(), static_cast<DWORD>(size), Argument(nativePath_(path)).pointer());
   buffer.resize(copied);
   // What filled the buffer may have been cut inside a character of several bytes.
   const bool mayBeCut = copied + kClosingNuls >= size;

@@ -2,6 +2,10 @@
 // Profile files through the calls of Windows.
 #pragma once
 
+#include <functional>
+#include <string>
+#include <utility>
+
 #include "platform/profile_store.h"
 
 namespace veltrin {
@@ -12,11 +16,20 @@ namespace veltrin {
 // whole character. A path without a folder means the Windows folder, as ever.
 class WindowsProfileStore : public ProfileStore {
  public:
+  // Tells where a file is to be read that the program names by a path of its own.
+  using NativePath = std::function<std::string(const std::string&)>;
+
+  explicit WindowsProfileStore(NativePath nativePath = [](const std::string& path) { return path; })
+      : nativePath_(std::move(nativePath)) {}
+
   std::string read(const std::optional<std::string>& section, const std::optional<std::string>& key,
                    const std::string& fallback, std::size_t size, const std::string& path) override;
 
   bool write(const std::string& section, const std::optional<std::string>& key,
              const std::optional<std::string>& value, const std::string& path) override;
+
+ private:
+  NativePath nativePath_;
 };
 
 }  // namespace veltrin
