@@ -87,6 +87,7 @@ buttons_in() {
   import -window "$1" -depth 8 rgb:- 2>/dev/null | python3 "$here/find_buttons.py" "${place[2]}"
 }
 has_buttons_in() { [ "$(buttons_in "$1" | wc -l)" -ge "$2" ]; }
+lacks_buttons_in() { ! has_buttons_in "$1" "$2"; }
 
 # Clicks at a place of a window in pixels of its own.
 click_in() { xdotool mousemove --window "$1" "$2" "$3" sleep 0.1 click 1; }
