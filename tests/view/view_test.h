@@ -25,14 +25,13 @@
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_text.h"
-#include "platform/qt/qt_waitable_timers.h"
 #include "support/simulated_downloads.h"
 #include "support/simulated_drives.h"
 #include "support/simulated_printers.h"
 #include "support/simulated_process_list.h"
 #include "support/simulated_store.h"
 #include "support/simulated_system.h"
-#include "system_processes.h"
+#include "system_parts.h"
 #include "view/window_catalogue.h"
 
 namespace veltrin {
@@ -114,7 +113,7 @@ class ViewTest : public testing::Test {
   }
 
   QtEventLoop events;
-  QtWaitableTimers timers{events};
+  SystemTimers timers{events};
   SimulatedLoop calendar;
   SimulatedClock clock{calendar};
   FilesOfBuild files;

@@ -100,14 +100,51 @@ press_in() {
 # Takes the mouse to where it touches nothing.
 leave() { xdotool mousemove 3 3; }
 
-# The entry of the report window's menu, by its place from the top.
+# Does something, a command, until a question is answered with success: what comes to a window
+# before it is ready for the mouse and the keyboard is lost. The question is asked for three
+# seconds after each time. Usage: repeat WHAT QUESTION... -- COMMAND...
+repeat() {
+  local what=$1 question=() until=$((SECONDS + 90)) pause
+  shift
+  while [ "$1" != -- ]; do
+    question+=("$1")
+    shift
+  done
+  shift
+  until "${question[@]}"; do
+    [ "$SECONDS" -lt "$until" ] || fail "$what did not come"
+    "$@"
+    for pause in 1 2 3 4 5 6; do
+      "${question[@]}" && return
+      sleep 0.5
+    done
+  done
+}
+
+# Closes a message by its button. So many windows of its title are left.
+answer_message() {
+  await "the message $1" 60 has_windows "$1" $(($2 + 1))
+  repeat "the end of the message $1" has_windows "$1" "$2" -- press_last_of "$1"
+  leave
+}
+press_last_of() {
+  local message
+  message=$(window_of "$1")
+  [ -z "$message" ] || click_in "$message" $(buttons_in "$message" | head -n 1)
+}
+
+# The entry of the report window's menu, by its place from the top. The list that comes is a
+# window without a title.
 choose() {
-  local step
-  xdotool key alt
-  sleep 0.5
+  local step before
+  before=$(shown)
+  repeat "the menu" has_more_shown "$before" -- \
+    click_in "$(window_of "Detailed System Information")" $((38 * percent / 100)) $((32 * percent / 100))
   for ((step = 0; step < $1; ++step)); do xdotool key Down; done
   xdotool key Return
 }
+shown() { xdotool search --onlyvisible '' 2>/dev/null | wc -l; }
+has_more_shown() { [ "$(shown)" -gt "$1" ]; }
 
 # Nothing has moved on the screen for a second.
 is_still() {
@@ -142,10 +179,10 @@ start_program() {
     "Z:${work//\//\\}\\veltrin.exe" </dev/null >/dev/null 2>&1 &
   children+=($!)
   # Wine has no counter of the processor's idle time; the program tells that and goes on.
-  await "the message about the counters" 120 has_buttons 1
+  await "the message about the counters" 240 has_buttons 1
   look "splash$1"
-  xdotool key Return
-  await "the menu" 120 has_buttons 7
+  answer_message Veltrin 1
+  await "the menu" 240 has_buttons 7
   leave
   await "the menu at rest" 60 has_buttons 8
   look "menu$1"

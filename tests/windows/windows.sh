@@ -75,16 +75,19 @@ expect_on_screen() {
     [ $((place[0] + place[2])) -le "$screen_width" ] &&
     [ $((place[1] + place[3])) -le "$screen_height" ] || fail "$2 stands beyond the screen: ${place[*]}"
 }
-close_tool() {
-  xdotool key alt+F4
-  await "the end of the window" 60 is_menu_alone
+# Closes a window by the button at the right of its title, and waits for that.
+close_window() {
+  repeat "the end of $2" has_windows "$2" 0 -- press_close_of "$1"
+  leave
 }
-
-# A message of that title comes, beside so many windows of that title, and is closed.
-answer_message() {
-  await "the message $1" 60 has_windows "$1" $(($2 + 1))
-  xdotool key Return
-  await "the end of the message $1" 60 has_windows "$1" "$2"
+press_close_of() {
+  local place
+  read -ra place <<<"$(place_of "$1" 2>/dev/null)"
+  [ "${#place[@]}" -lt 4 ] || click_in "$1" $((place[2] - $(scaled 14))) "$(scaled 12)"
+}
+close_tool() {
+  close_window "$tool" "$1"
+  await "the menu alone" 60 is_menu_alone
 }
 
 has_file() { compgen -G "$work/$1" >/dev/null; }
@@ -109,7 +112,7 @@ use_ping_test() {
   leave
   photograph "$tool" ping-complete
   expect_in_file 'PingTest_*.txt' '^far\.example   24 \(Low\)     24 \(Aver\)     24 \(High\)     0 '
-  close_tool
+  close_tool "Ping Test"
 }
 
 use_trace_route() {
@@ -124,20 +127,31 @@ use_trace_route() {
   press_in "$tool" 4
   answer_message "Trace Routes" 0
   expect_in_file 'Traceroute_*.txt' '^  4    24 ms    24 ms    24 ms  www\.mozilla\.org \[203\.0\.113\.7\] $'
-  close_tool
+  close_tool "Trace Route Test"
 }
 
+# What is saved while the tools run is not yet all. Save is the last button but one.
+save_in_depth() {
+  rm -f "$work"/InDepthAnalysis_*.txt
+  click_in "$tool" $(buttons_in "$tool" | tail -n 2 | head -n 1)
+  answer_message "InDepth Internet Analysis" 1
+  holds_line 'InDepthAnalysis_*.txt' '^Trace complete'
+}
+has_changed_buttons() { [ "$(buttons_in "$tool" | tail -n 2)" != "$1" ]; }
 use_in_depth() {
+  local idle
   open_tool 5 "InDepth Internet Analysis"
   photograph "$tool" indepth
+  idle=$(buttons_in "$tool" | tail -n 2)
   press_in "$tool" 1
   leave
-  await "the end of the analysis" 120 has_buttons_in "$tool" 5
+  # Before, Test It, Info and Close can be clicked; now Copy and Save as well, but not Info.
+  await "the start of the analysis" 60 has_changed_buttons "$idle"
+  await "the whole analysis" 120 save_in_depth
+  leave
   photograph "$tool" indepth-complete
-  press_in "$tool" 4
-  answer_message "InDepth Internet Analysis" 1
-  expect_in_file 'InDepthAnalysis_*.txt' '^  3   24ms '
-  close_tool
+  expect_in_file 'InDepthAnalysis_*.txt' '^  3   24ms     0/ 100 =  0%     0/ 100 =  0%  far\.example '
+  close_tool "InDepth Internet Analysis"
 }
 
 # One hop that answers, a hundred times, and one that does not: both of the windows that tell
@@ -150,12 +164,11 @@ use_hop_stability() {
   await "the analysis of the silent hop" 180 has_window "InDepth Internet Analysis"
   photograph "$tool" stability-complete
   photograph "$(window_of "InDepth Internet Analysis")" indepth2
-  xdotool key alt+F4
+  close_window "$(window_of "InDepth Internet Analysis")" "InDepth Internet Analysis"
   await "the summary" 60 has_window "Stability Summary"
   photograph "$(window_of "Stability Summary")" stability-summary
-  xdotool key alt+F4
-  await "the end of the summary" 60 has_windows "Stability Summary" 0
-  close_tool
+  close_window "$(window_of "Stability Summary")" "Stability Summary"
+  close_tool "Stability Test"
 }
 
 # Nothing answers at the tool's address, so that an outage begins and is traced.
@@ -172,7 +185,7 @@ use_outage_monitor() {
   press_in "$tool" 1
   await "the end of the monitor" 60 holds_line 'files/Outage Log *.txt' '^Total Test Completed: [1-9]'
   leave
-  close_tool
+  close_tool "Monitor for Outage"
 }
 
 # The fifty pings and the search behind them. 576 bytes pass, and 28 of headers are added.
@@ -207,24 +220,35 @@ use_download_test() {
   await "the end of the window" 60 is_menu_alone
 }
 
+# A window without a frame is closed by the second entry of its own menu.
+close_by_keys() {
+  xdotool key Escape
+  sleep 1
+  xdotool key Down Return
+}
+
 use_monitors() {
   printf 'not tested: the figures of both monitors; Wine counts neither bytes nor packets\n'
   open_tool 7 "NETWORK BANDWIDTH"
   photograph "$tool" bandwidth
-  xdotool key Escape Down Return
-  await "the end of the window" 60 is_menu_alone
+  repeat "the end of the window" is_menu_alone -- close_by_keys
   open_tool 8 "Indepth Internet Monitor"
   photograph "$tool" protocols
-  close_tool
+  close_tool "Indepth Internet Monitor"
+}
+
+press_link() {
+  local place
+  read -ra place <<<"$(place_of "$tool")"
+  click_in "$tool" $((place[2] / 2)) $((place[3] * 82 / 100))
 }
 
 # The report from About, and the window that prints it.
 use_report() {
-  local report print others
+  local report print
   open_below 35 149 About
   photograph "$tool" about
-  xdotool key Tab space
-  await "the report" 60 has_window "Detailed System Information"
+  repeat "the report" has_window "Detailed System Information" -- press_link
   report=$(window_of "Detailed System Information")
   leave
   press_in "$report" 1
@@ -236,18 +260,19 @@ use_report() {
   print=$(window_of Print)
   photograph "$print" print
   printf 'not tested: a printed sheet; Wine has no printer without a print server\n'
-  xdotool key Escape
-  await "the end of the print window" 60 has_windows Print 0
-  others=$(windows | wc -l)
+  close_window "$print" Print
   choose 1
-  await "the message about the file" 60 has_in_all $((others + 1))
-  xdotool key Return
-  await "the end of the message" 60 has_in_all "$others"
+  await "the saved report" 60 has_file 'SystemInfo (*.txt'
+  repeat "the end of the message" has_in_all 4 -- press_newest
   expect_in_file 'SystemInfo (*.txt' '^Operating System'
-  xdotool key alt+F4
-  await "the end of the report" 60 has_windows "Detailed System Information" 0
-  xdotool key alt+F4
-  await "the end of About" 60 is_menu_alone
+  close_window "$report" "Detailed System Information"
+  close_tool About
+}
+# The button of the window that came last, when it is a message.
+press_newest() {
+  local newest
+  newest=$(windows | sort -n | tail -n 1 | cut -d ' ' -f 1)
+  [ "$newest" = "$report" ] || click_in "$newest" $(buttons_in "$newest" | head -n 1)
 }
 
 # A web server of this machine with the file of the download test, whose port is then `port`.
@@ -256,7 +281,7 @@ start_web_server() {
   head -c 3000000 /dev/zero >"$work/web/file"
   python3 -u -m http.server 0 --bind 127.0.0.1 --directory "$work/web" >"$work/web.log" 2>&1 &
   children+=($!)
-  await "the web server" 60 grep -q ' port [0-9]' "$work/web.log"
+  await "the web server" 60 grep -qs ' port [0-9]' "$work/web.log"
   port=$(sed -n 's/.* port \([0-9]*\).*/\1/p' "$work/web.log" | head -n 1)
 }
 
@@ -271,10 +296,8 @@ for name in ping tracert pathping; do cp "$scripted_tool" "$work/$name.exe"; don
 start_web_server
 sed -i "s/^ProbeHost=.*/ProbeHost=far.example\r/
         s|^\(DownloadTestUrl[1-6]\)=.*|\1=http://127.0.0.1:$port/file\r|" "$work/installation.ini"
-{
-  printf '[Ping]\r\nPasses=1\r\n[Settings]\r\nOut Scan Time=1\r\n[Stability]\r\nUse=near.example\r\n'
-  printf '[InDepth]\r\nSource=far.example\r\nQueries=10\r\nPeriod=100\r\n'
-} >"$work/files/Veltrin.dat"
+printf '[Ping]\r\nPasses=1\r\n[Settings]\r\nOut Scan Time=1\r\n[Stability]\r\nUse=near.example\r\n' \
+  >"$work/files/Veltrin.dat"
 start_program "-$part-$percent"
 for name in "${tools[@]}"; do
   "use_$name"
