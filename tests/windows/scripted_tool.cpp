@@ -4,8 +4,7 @@
 // tells the name of its program: ping, tracert or pathping. The time of an echo is 24 ms.
 //
 // Whoever the host, it is 203.0.113.7. On the way lie a gateway, a hop that is silent, and a
-// router; to a host whose name begins with "near" the silent hop alone. Packets of more than
-// 576 bytes do not pass unbroken. A host whose name begins with "un" is unknown.
+// router; to a host whose name begins with "near" the silent hop alone.
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -21,7 +20,6 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr int kLargest = 576;  // bytes of data that pass unbroken
 constexpr milliseconds kBetweenEchoes{50};
 constexpr milliseconds kBetweenProbes{20};
 
@@ -43,12 +41,6 @@ struct Words {
       if (all[at] == option) return std::atoi(all[at + 1].c_str());
     }
     return otherwise;
-  }
-  bool has(std::string_view option) const {
-    for (const std::string& word : all) {
-      if (word == option) return true;
-    }
-    return false;
   }
   // The word that neither is an option nor belongs to one.
   std::string host() const {
@@ -77,41 +69,26 @@ std::string row(int hop) {
 }
 
 bool isNear(const std::string& host) { return host.starts_with("near"); }
-bool isUnknown(const std::string& host) { return host.starts_with("un"); }
-
-void pingOnce(int size, bool mayBreak) {
-  if (!mayBreak && size > kLargest) {
-    tell("Packet needs to be fragmented but DF set.\r\n");
-  } else {
-    tell("Reply from " + kAddress + ": bytes=" + std::to_string(size) + " time=24ms TTL=56\r\n");
-  }
-}
 
 int ping(const Words& words) {
   const std::string host = words.host();
-  if (isUnknown(host)) {
-    tell("Ping request could not find host " + host + ". Please check the name and try again.\r\n");
+  if (host.empty()) {
+    tell("IP address must be specified.\r\n");
     return EXIT_FAILURE;
   }
   const int count = words.number("-n", 4);
-  const int size = words.number("-l", 32);
-  const bool mayBreak = !words.has("-f");
-  tell("\r\nPinging " + host + kBracketed + " with " + std::to_string(size) +
-       " bytes of data:\r\n");
+  const std::string size = std::to_string(words.number("-l", 32));
+  tell("\r\nPinging " + host + kBracketed + " with " + size + " bytes of data:\r\n");
   for (int sent = 0; sent < count; ++sent) {
     if (sent > 0) pause(kBetweenEchoes);
-    pingOnce(size, mayBreak);
+    tell("Reply from " + kAddress + ": bytes=" + size + " time=24ms TTL=56\r\n");
   }
-  const bool lost = !mayBreak && size > kLargest;
   const std::string number = std::to_string(count);
   tell("\r\nPing statistics for " + kAddress + ":\r\n    Packets: Sent = " + number +
-       ", Received = " + (lost ? "0" : number) + ", Lost = " + (lost ? number : "0") +
-       (lost ? " (100% loss),\r\n" : " (0% loss),\r\n"));
-  if (!lost) {
-    tell(
-        "Approximate round trip times in milli-seconds:\r\n"
-        "    Minimum = 24ms, Maximum = 24ms, Average = 24ms \r\n");
-  }
+       ", Received = " + number + ", Lost = 0 (0% loss),\r\n");
+  tell(
+      "Approximate round trip times in milli-seconds:\r\n"
+      "    Minimum = 24ms, Maximum = 24ms, Average = 24ms \r\n");
   return EXIT_SUCCESS;
 }
 
@@ -131,10 +108,6 @@ void traceHop(int hop, std::string_view probe, const std::string& who) {
 int tracert(const Words& words) {
   constexpr std::string_view kSilent = "   *     ";
   const std::string host = words.host();
-  if (isUnknown(host)) {
-    tell("Unable to resolve target system name " + host + ".\r\n");
-    return EXIT_FAILURE;
-  }
   tellTracing(host);
   tell("\r\n");
   int hop = 0;

@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Opens every window of veltrin.exe under Wine by the mouse, at a scale of the screen that its
 # system is set to, uses it once, photographs it, and closes it, until the menu is alone again.
-# The console tools are scripted ones: Wine has no tracert and no pathping, and its ping knows no
-# packets that may not be broken.
+# The console tools are scripted ones: Wine has no tracert and no pathping, and its ping does not
+# tell what that of Windows does.
 # Usage: windows.sh FOLDER_OF_THE_PROGRAM FOLDER_FOR_PICTURES SCRIPTED_TOOL PERCENT [PART [TOOL...]]
 # PART is "slow" for the tool that takes a minute by itself and some more, and "quick" for the
 # others. Without it both run side by side, as programs of their own.
@@ -162,12 +162,12 @@ use_hop_stability() {
   press_in "$tool" 1
   leave
   await "the analysis of the silent hop" 180 has_window "InDepth Internet Analysis"
-  photograph "$tool" stability-complete
   photograph "$(window_of "InDepth Internet Analysis")" indepth2
   close_window "$(window_of "InDepth Internet Analysis")" "InDepth Internet Analysis"
   await "the summary" 60 has_window "Stability Summary"
   photograph "$(window_of "Stability Summary")" stability-summary
   close_window "$(window_of "Stability Summary")" "Stability Summary"
+  photograph "$tool" stability-complete
   close_tool "Stability Test"
 }
 
@@ -188,7 +188,8 @@ use_outage_monitor() {
   close_tool "Monitor for Outage"
 }
 
-# The fifty pings and the search behind them. 576 bytes pass, and 28 of headers are added.
+# The fifty pings and the search behind them. Its probes name no host, so that the tool tells of no
+# fragments, and the largest of the sizes is taken.
 use_mtu_optimizer() {
   local key='HKLM\SYSTEM\CurrentControlSet\Services\Tcpip\Parameters\Interfaces'
   # Windows has this key, Wine has not.
@@ -201,11 +202,13 @@ use_mtu_optimizer() {
   photograph "$(window_of "Verifying Ping/Packet Loss")" pingit
   await "the search" 180 has_window "Veltrin (MTU Test) "
   photograph "$(window_of "Veltrin (MTU Test) ")" setmtu
-  await "the fine search" 120 has_window "SpeedTest (MTU) Fine Test"
-  photograph "$(window_of "SpeedTest (MTU) Fine Test")" setmtu-fine
+  await "the course search" 60 has_window "SpeedTest (MTU) Course Test"
+  await "the end of the search" 120 has_windows Veltrin 2
+  photograph "$(window_of "SpeedTest (MTU) Course Test")" setmtu-complete
   answer_message Veltrin 1
   await "the end of the optimizer" 60 is_menu_alone
-  wine reg query "$key" /v MTU | tr -d '\r' | grep -E '^ *MTU +REG_SZ +604$' >/dev/null || fail "the registry lacks the MTU 604"
+  wine reg query "$key" /v MTU | tr -d '\r' | grep -E '^ *MTU +REG_SZ +1500$' >/dev/null ||
+    fail "the registry lacks the MTU 1500"
 }
 
 use_download_test() {
