@@ -74,19 +74,39 @@ function(veltrin_discover_suites NAME SHARE)
   set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${INCLUDE})
 endfunction()
 
-# veltrin_fuzz(NAME SOURCES ... LIBRARIES ...): a libFuzzer target with a short
-# run in the suite. Only Clang has libFuzzer; other builds leave it out. For a
-# long run start the program by hand.
+# veltrin_fuzz(NAME SOURCES ... LIBRARIES ...): a fuzz target, whose seeds are the files of
+# tests/fuzz/corpus/NAME where there is such a folder. With Clang and the sanitizers it is a
+# program of libFuzzer with a short run in the suite; for a long one start it by hand. For Windows
+# it is a plain program that takes the seeds and random changes to them. Other builds leave it out.
 function(veltrin_fuzz NAME)
-  if(NOT (CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND VELTRIN_SANITIZE))
+  cmake_parse_arguments(FUZZ "" "" "SOURCES;LIBRARIES" ${ARGN})
+  set(CORPUS ${CMAKE_SOURCE_DIR}/tests/fuzz/corpus/${NAME})
+  if(WIN32)
+    list(APPEND FUZZ_SOURCES ${CMAKE_SOURCE_DIR}/tests/fuzz/corpus_main.cpp)
+  elseif(NOT (CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND VELTRIN_SANITIZE))
     return()
   endif()
-  cmake_parse_arguments(FUZZ "" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${NAME} ${FUZZ_SOURCES})
   target_link_libraries(${NAME} PRIVATE veltrin_options ${FUZZ_LIBRARIES})
+  set_target_properties(${NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  if(WIN32)
+    # A helper of the targets is a header that comes with Clang.
+    target_compile_options(${NAME} PRIVATE -idirafter ${VELTRIN_CLANG_HEADERS})
+    add_test(NAME windows.fuzz.${NAME} COMMAND ${CMAKE_SOURCE_DIR}/tests/windows/under-wine.sh
+             $<TARGET_FILE:${NAME}> Z:${CORPUS} 5000)
+    set_tests_properties(windows.fuzz.${NAME} PROPERTIES TIMEOUT 120 COST 10)
+    return()
+  endif()
   target_compile_options(${NAME} PRIVATE -O1)
   target_link_options(${NAME} PRIVATE -fsanitize=fuzzer)
-  set_target_properties(${NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-  add_test(NAME fuzz.${NAME} COMMAND ${NAME} -runs=50000 -max_total_time=10 -seed=1 -verbosity=0)
+  # Seeds by name, as libFuzzer would write what it finds into a folder.
+  file(GLOB SEEDS CONFIGURE_DEPENDS ${CORPUS}/*)
+  set(SEED_OPTION)
+  if(SEEDS)
+    list(JOIN SEEDS "," SEEDS)
+    set(SEED_OPTION -seed_inputs=${SEEDS})
+  endif()
+  add_test(NAME fuzz.${NAME} COMMAND ${NAME} -runs=50000 -max_total_time=10 -seed=1 -verbosity=0
+           ${SEED_OPTION})
   set_tests_properties(fuzz.${NAME} PROPERTIES TIMEOUT 120 COST 10 PROCESSORS ${VELTRIN_COMPUTES})
 endfunction()

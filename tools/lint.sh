@@ -34,7 +34,7 @@ licence() {
   local without
   without=$(git ls-files -z -- ':!*.json' ':!*.machine' ':!*.png' ':!*.report' ':!LICENSE' \
     ':!packaging/debian/changelog.in' ':!packaging/debian/copyright' \
-    ':!packaging/windows/qt-more.txt' |
+    ':!packaging/windows/qt-more.txt' ':!tests/fuzz/corpus' |
     xargs -0 grep -LF 'SPDX-License-Identifier: GPL-3.0-or-later' || true)
   [ -z "$without" ] || fail "No line \"SPDX-License-Identifier: GPL-3.0-or-later\" at the head of: $without"
   say "Every file tells its licence."

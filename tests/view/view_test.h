@@ -22,18 +22,16 @@
 #include "gmock/gmock.h"
 #include "gtest/gtest.h"
 #include "ping/pingtester.h"
-#include "platform/linux/linux_processes.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_text.h"
-#include "platform/qt/qt_waitable_timers.h"
-#include "platform/qt/silent_wait.h"
 #include "support/simulated_downloads.h"
 #include "support/simulated_drives.h"
 #include "support/simulated_printers.h"
 #include "support/simulated_process_list.h"
 #include "support/simulated_store.h"
 #include "support/simulated_system.h"
+#include "system_parts.h"
 #include "view/window_catalogue.h"
 
 namespace veltrin {
@@ -115,11 +113,11 @@ class ViewTest : public testing::Test {
   }
 
   QtEventLoop events;
-  QtWaitableTimers timers{events};
+  SystemTimers timers{events};
   SimulatedLoop calendar;
   SimulatedClock clock{calendar};
   FilesOfBuild files;
-  LinuxProcesses processes{"", [this](int pipe) { sleepUntilReadable(events, pipe); }};
+  SystemProcesses processes{events};
   ProfilesOfInstallation profiles;
   SimulatedRegistry registry;
   SimulatedShell shell;

@@ -9,7 +9,7 @@
 is_menu_alone() { [ "$(buttons | wc -l)" -eq "$(wc -l <<<"$menu")" ]; }
 is_menu_covered() { ! is_menu_alone; }
 
-start_program
+start_program ""
 xdotool mousemove 5 5
 sleep 1
 menu=$(buttons)

@@ -14,7 +14,7 @@ press() { click $(tool_buttons | sed -n "$1p"); }
   for row in 1 2 3 4 5; do printf 'Pingit %d=127.0.0.1\r\n' "$row"; done
 } >"$work/files/Veltrin.dat"
 
-start_program
+start_program ""
 click $(sed -n 1p <<<"$menu")
 await "the window" 60 has_tool_buttons 2
 sleep 1

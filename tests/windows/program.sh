@@ -1,14 +1,24 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# The Windows program under Wine on a screen of its own, for the scripts that work it. Takes the
-# folder of the program and one for pictures; sets `work`, the program's folder here.
+# The Windows program under Wine on a screen and in a prefix of its own, for the scripts that work
+# it. Takes the folder of the program and one for pictures; sets `work`, the program's folder here.
+#
+# Each step waits for what it brings about: a window by its title, buttons, a file. The times are
+# so long that only a program that does nothing comes to their end.
 set -eu
 program_folder=$1
 pictures=$2
 here=$(dirname "$(readlink -f "$0")")
+. "$here/prefix.sh"
+
+percent=100 # scale of the screen
+screen_width=900
+screen_height=640
 
 work=$(mktemp -d)
 children=()
+own_prefix=
 end() {
+  [ -z "$own_prefix" ] || end_own_prefix
   for child in "${children[@]}"; do kill "$child" 2>/dev/null || true; done
   rm -rf "$work"
 }
@@ -16,6 +26,7 @@ trap end EXIT
 
 fail() {
   printf 'FAILED: %s\n' "$1" >&2
+  windows >&2 || true
   look failed || true
   exit 1
 }
@@ -26,50 +37,155 @@ look() {
   import -window root "$pictures/windows-$1.png"
 }
 
+# Waits until the question, a command, is answered with success.
+await() {
+  local what=$1 seconds=$2 until
+  shift 2
+  until=$((SECONDS + seconds))
+  while ! "$@"; do
+    [ "$SECONDS" -lt "$until" ] || fail "$what did not come in $seconds seconds"
+    sleep 0.3
+  done
+}
+
 # Places of the buttons that can be clicked, row by row from the left.
-buttons() { import -window root -depth 8 rgb:- | python3 "$here/find_buttons.py" 900; }
+buttons() { import -window root -depth 8 rgb:- | python3 "$here/find_buttons.py" "$screen_width"; }
 
 # Those that were not there before the tool was opened.
 menu=
 tool_buttons() { buttons | grep -vxF -e "$menu" || true; }
 
-# Waits until the question, a command, is answered with success.
-await() {
-  local what=$1 rounds=$2
-  shift 2
-  while ! "$@"; do
-    rounds=$((rounds - 1))
-    [ "$rounds" -gt 0 ] || fail "$what did not come"
-    sleep 0.5
-  done
-}
-
 has_buttons() { [ "$(buttons | wc -l)" -ge "$1" ]; }
 has_tool_buttons() { [ "$(tool_buttons | wc -l)" -ge "$1" ]; }
 click() { xdotool mousemove "$1" "$2" sleep 0.1 click 1; }
 
+# The windows that can be seen, by number and title.
+windows() {
+  local window
+  for window in $(xdotool search --onlyvisible --name . 2>/dev/null); do
+    printf '%s %s\n' "$window" "$(xdotool getwindowname "$window" 2>/dev/null)"
+  done
+}
+
+# The numbers of the windows whose title is that one, of which the last came last. Message boxes
+# have the titles of their windows.
+windows_of() { windows | awk -v title="$1" '{ number = $1; sub(/^[^ ]* /, "") } $0 == title { print number }'; }
+count_of() { windows_of "$1" | wc -l; }
+window_of() { windows_of "$1" | sort -n | tail -n 1; }
+has_window() { [ "$(count_of "$1")" -ge 1 ]; }
+has_windows() { [ "$(count_of "$1")" -eq "$2" ]; }
+
+# A window's place on the screen and its size: x, y, width, height.
+place_of() {
+  xwininfo -id "$1" | awk '/Absolute upper-left/ { printf "%s ", $NF } /Width:|Height:/ { printf "%s ", $NF }'
+}
+
+# Places of the buttons inside a window that can be clicked, from its corner.
+buttons_in() {
+  local place
+  read -ra place <<<"$(place_of "$1")"
+  import -window "$1" -depth 8 rgb:- 2>/dev/null | python3 "$here/find_buttons.py" "${place[2]}"
+}
+has_buttons_in() { [ "$(buttons_in "$1" | wc -l)" -ge "$2" ]; }
+lacks_buttons_in() { ! has_buttons_in "$1" "$2"; }
+
+# Clicks at a place of a window in pixels of its own.
+click_in() { xdotool mousemove --window "$1" "$2" "$3" sleep 0.1 click 1; }
+# Clicks its button of that number.
+press_in() {
+  await "button $2 of a window" 60 has_buttons_in "$1" "$2"
+  click_in "$1" $(buttons_in "$1" | sed -n "$2p")
+}
+
+# Takes the mouse to where it touches nothing.
+leave() { xdotool mousemove 3 3; }
+
+# Does something, a command, until a question is answered with success: what comes to a window
+# before it is ready for the mouse and the keyboard is lost. The question is asked for three
+# seconds after each time. Usage: repeat WHAT QUESTION... -- COMMAND...
+repeat() {
+  local what=$1 question=() until=$((SECONDS + 90)) pause
+  shift
+  while [ "$1" != -- ]; do
+    question+=("$1")
+    shift
+  done
+  shift
+  until "${question[@]}"; do
+    [ "$SECONDS" -lt "$until" ] || fail "$what did not come"
+    "$@"
+    for pause in 1 2 3 4 5 6; do
+      "${question[@]}" && return
+      sleep 0.5
+    done
+  done
+}
+
+# Closes a message by its button. So many windows of its title are left.
+answer_message() {
+  await "the message $1" 60 has_windows "$1" $(($2 + 1))
+  repeat "the end of the message $1" has_windows "$1" "$2" -- press_last_of "$1"
+  leave
+}
+press_last_of() {
+  local message
+  message=$(window_of "$1")
+  [ -z "$message" ] || click_in "$message" $(buttons_in "$message" | head -n 1)
+}
+
+# The entry of the report window's menu, by its place from the top. The list that comes is a
+# window without a title.
+choose() {
+  local step before
+  before=$(shown)
+  repeat "the menu" has_more_shown "$before" -- \
+    click_in "$(window_of "Detailed System Information")" $((38 * percent / 100)) $((32 * percent / 100))
+  for ((step = 0; step < $1; ++step)); do xdotool key Down; done
+  xdotool key Return
+}
+shown() { xdotool search --onlyvisible '' 2>/dev/null | wc -l; }
+has_more_shown() { [ "$(shown)" -gt "$1" ]; }
+
+# Nothing has moved on the screen for a second.
+is_still() {
+  local before
+  before=$(import -window root rgb:- | md5sum)
+  sleep 1
+  [ "$before" = "$(import -window root rgb:- | md5sum)" ]
+}
+
 for part in veltrin.exe files help icons installation.ini; do cp -r "$program_folder/$part" "$work"; done
 
-# Starts the program in a virtual desktop and waits for its menu, whose buttons are then
-# `menu`. What stands in $work before is what the program finds.
-start_program() {
-  number=120
-  while [ -e "/tmp/.X$number-lock" ]; do number=$((number + 1)); done
-  export DISPLAY=":$number"
+# Starts a screen of `screen_width` by `screen_height` pixels.
+start_screen() {
+  local number=$work/screen
   unset VELTRIN_WINE_DISPLAY
-  Xvfb "$DISPLAY" -screen 0 900x640x24 -nolisten tcp >/dev/null 2>&1 &
+  : >"$number"
+  Xvfb -displayfd 3 -screen 0 "${screen_width}x${screen_height}x24" -nolisten tcp \
+    3>"$number" >/dev/null 2>&1 &
   children+=($!)
-  await "a screen" 20 test -e "/tmp/.X11-unix/X$number"
+  await "a screen" 60 test -s "$number"
+  export DISPLAY=":$(cat "$number")"
+  rm "$number"
+}
 
-  "$here/under-wine.sh" explorer "/desktop=veltrin$number,900x640" \
-    "Z:${work//\//\\}\\veltrin.exe" >/dev/null 2>&1 &
+# Starts the program in a virtual desktop and waits for its menu, whose buttons are then
+# `menu`, and whose number is `menu_window`. What stands in $work before is what the program finds.
+start_program() {
+  start_screen
+  own_prefix=$(mktemp -d)
+  take_own_prefix "$own_prefix" $((96 * percent / 100))
+  wine explorer "/desktop=veltrin,${screen_width}x${screen_height}" \
+    "Z:${work//\//\\}\\veltrin.exe" </dev/null >/dev/null 2>&1 &
   children+=($!)
   # Wine has no counter of the processor's idle time; the program tells that and goes on.
-  await "the message about the counters" 120 has_buttons 1
-  look splash
-  xdotool key Return
-  await "the menu" 60 has_buttons 3
-  sleep 1
-  look menu
+  await "the message about the counters" 240 has_buttons 1
+  look "splash$1"
+  answer_message Veltrin 1
+  await "the menu" 240 has_buttons 7
+  leave
+  await "the menu at rest" 60 has_buttons 8
+  look "menu$1"
   menu=$(buttons)
+  menu_window=$(window_of Veltrin)
 }

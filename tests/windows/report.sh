@@ -13,15 +13,6 @@ button_count() { buttons | wc -l; }
 has_exactly() { [ "$(button_count)" -eq "$1" ]; }
 has_saved() { compgen -G "$work/SystemInfo (*.txt" >/dev/null; }
 
-# The entry of the report window's menu, by its place from the top.
-choose() {
-  local step
-  xdotool key alt
-  sleep 0.5
-  for ((step = 0; step < $1; ++step)); do xdotool key Down; done
-  xdotool key Return
-}
-
 # The first value of a property that Wine's service tells of a class; empty when the class is
 # unknown to it, has no objects, or not that property. The tool prints two bytes a letter.
 told() {
@@ -74,7 +65,7 @@ is_still() {
   [ "$before" = "$(import -window root rgb:- | md5sum)" ]
 }
 
-start_program
+start_program ""
 xdotool mousemove 5 5
 sleep 1
 menu=$(buttons)
