@@ -10,6 +10,7 @@
 #include "platform/portable/file_registry.h"
 #include "platform/portable/own_folder.h"
 #include "platform/portable/profile_file.h"
+#include "platform/portable/registry_value.h"
 #include "scratch_folder.h"
 #include "text/statement.h"
 
@@ -122,7 +123,7 @@ TEST_F(OwnFolderTest, ALinkThatStaysInTheFolderIsFollowed) {
 
 TEST_F(OwnFolderTest, TheProgramFolderMayItselfBeALink) {
   fs::create_directory_symlink(data(), scratch_.folder() / "link");
-  const LinuxFiles files({scratch_.folder() / "link", scratch_.folder() / "share"});
+  LinuxFiles files({scratch_.folder() / "link", scratch_.folder() / "share"});
   files.OpenTextFile(files.programFolder(), "\\a.txt", FileMode::Writing, true)->Write("new");
   EXPECT_EQ(scratch_.content("data/a.txt"), "new");
 }
@@ -160,6 +161,11 @@ TEST_F(OwnFolderTest, ACircleOfLinksStaysNowhere) {
   fs::create_symlink("b.txt", data() / "a.txt");
   fs::create_symlink("a.txt", data() / "b.txt");
   EXPECT_FALSE(staysBelow(data(), data() / "a.txt"));
+}
+
+TEST_F(OwnFolderTest, ASlashAtTheEndOfTheFoldersNameMakesNoDifference) {
+  EXPECT_TRUE(staysBelow(data().string() + "/", data() / "a.txt"));
+  EXPECT_TRUE(staysBelow(data().string() + "/missing/", data() / "missing" / "a.txt"));
 }
 
 TEST_F(OwnFolderTest, AFolderWhoseNameOnlyBeginsLikeItIsElsewhere) {

@@ -39,7 +39,8 @@ std::filesystem::path behindLinks(std::filesystem::path path) {
 // behind a folder that is not there. Empty where the system does not tell.
 std::filesystem::path placeOf(const std::filesystem::path& path) {
   std::error_code failure;
-  const std::filesystem::path place = std::filesystem::weakly_canonical(path, failure);
+  const std::filesystem::path named = path.has_filename() ? path : path.parent_path();
+  const std::filesystem::path place = std::filesystem::weakly_canonical(named, failure);
   return failure ? std::filesystem::path() : place;
 }
 
