@@ -22,13 +22,14 @@ TEXT
 
 bin=build/linux/bin
 
-# The console tools send echoes through sockets that need a right of their own,
-# where the kernel does not give such sockets to everybody.
+# Some console tools send echoes through sockets that need a right of their own,
+# where the kernel does not give such sockets to everybody. The others get none,
+# as they would keep it.
 grant_raw_sockets() {
   local tool lowest highest group
   read -r lowest highest </proc/sys/net/ipv4/ping_group_range || return 0
   group=$(as_user id -g)
-  for tool in "$bin"/console/*; do
+  for tool in "$bin"/console/ping "$bin"/console/tracert "$bin"/console/pathping; do
     if [ ! -f "$tool" ] || [ ! -x "$tool" ]; then continue; fi
     case $(getcap "$tool" 2>/dev/null) in *cap_net_raw*) continue ;; esac
     if [ "$(id -u)" != 0 ] && [ "$group" -ge "$lowest" ] && [ "$group" -le "$highest" ]; then

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "console/name_lookups.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <deque>
 #include <mutex>
 #include <netdb.h>
+#include <string_view>
 #include <sys/eventfd.h>
 #include <system_error>
 #include <thread>
@@ -40,6 +42,14 @@ struct NameLookups::Shared {
   int threads = 0;
 };
 
+bool isHostName(std::string_view text) {
+  constexpr std::string_view kSigns = "-._";
+  return !text.empty() && std::all_of(text.begin(), text.end(), [kSigns](char c) {
+    const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    return isLetter || (c >= '0' && c <= '9') || kSigns.find(c) != std::string_view::npos;
+  });
+}
+
 std::optional<std::string> lookUpName(const Address& address) {
   const SocketAddress form = toSocketAddress(address);
   std::array<char, NI_MAXHOST> name{};
@@ -47,7 +57,7 @@ std::optional<std::string> lookUpName(const Address& address) {
                   NI_NAMEREQD) != 0) {
     return std::nullopt;
   }
-  return name.data();
+  return isHostName(name.data()) ? std::optional<std::string>(name.data()) : std::nullopt;
 }
 
 void NameLookups::begin(const Address& address) {

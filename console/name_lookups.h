@@ -4,6 +4,8 @@
 
 #include <memory>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "console/network.h"
 
@@ -30,7 +32,13 @@ class NameLookups {
   std::shared_ptr<Shared> shared_;
 };
 
-// The name of an address as the system's resolver knows it. Blocks.
+// Whether a text has only what stands in names of hosts: letters, digits, hyphens, dots and
+// underscores. Whoever holds an address also chooses its name. One with blanks, brackets or
+// signs of control in it would say something else to whoever reads the tool's lines.
+bool isHostName(std::string_view text);
+
+// The name of an address as the system's resolver knows it; one that is no host name counts
+// as none. Blocks.
 std::optional<std::string> lookUpName(const Address& address);
 
 }  // namespace veltrin

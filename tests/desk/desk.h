@@ -25,6 +25,8 @@ class Child {
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
 
+  pid_t pid() const { return pid_; }
+
   // Its exit code, -1 when a signal ended it; nothing while it runs after the time.
   std::optional<int> waitFor(milliseconds time);
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <regex>
 #include <sstream>
 #include <string_view>
 
@@ -51,12 +52,21 @@ constexpr std::array<std::string_view, 6> kQtPlaces{
 // Tables: one long list of facts, which would not be clearer in two files.
 constexpr std::array<std::string_view, 0> kTables{};
 
+// What is shipped. Tests and benchmarks may call a shell.
+constexpr std::array<std::string_view, 5> kShipped{"src/", "machine/", "console/", "lab/",
+                                                   "tools/"};
+
 bool startsWith(std::string_view text, std::string_view start) {
   return text.substr(0, start.size()) == start;
 }
 
 bool mayUseQt(const std::string& path) {
   return std::any_of(kQtPlaces.begin(), kQtPlaces.end(),
+                     [&](std::string_view place) { return startsWith(path, place); });
+}
+
+bool isShipped(const std::string& path) {
+  return std::any_of(kShipped.begin(), kShipped.end(),
                      [&](std::string_view place) { return startsWith(path, place); });
 }
 
@@ -97,7 +107,50 @@ std::string findingIn(const std::string& path, const std::string& include) {
   return path + " may not include " + include;
 }
 
+// The lines of a source that hold one of the clues, without what stands behind "//" in them:
+// expressions are slow. An address in a text loses its end with it, which no rule looks for.
+template <std::size_t Count>
+std::string linesWith(const std::array<std::string_view, Count>& clues, const std::string& text) {
+  std::string code;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    const bool holdsOne = std::any_of(clues.begin(), clues.end(), [&](std::string_view clue) {
+      return line.find(clue) != std::string::npos;
+    });
+    if (holdsOne) code += line.substr(0, line.find("//")) + '\n';
+  }
+  return code;
+}
+
+std::string firstOf(const std::regex& pattern, const std::string& code) {
+  std::smatch found;
+  if (!std::regex_search(code, found, pattern)) return "";
+  for (std::size_t group = 1; group < found.size(); ++group) {
+    if (found[group].matched) return found[group];
+  }
+  return found[0];
+}
+
 }  // namespace
+
+std::string shellIn(const std::string& text) {
+  constexpr std::array<std::string_view, 8> kClues{"system", "popen", "wordexp", "sh\"",
+                                                   "sh ",    "cmd",   ".exe",    "omSpec"};
+  static const std::regex pattern(
+      R"((?:^|[^\w.>])(system|popen|_popen|_wpopen|_wsystem|wordexp)\s*\(\s*["A-Za-z_*&])"
+      R"(|"(?:[^"\s]*/)?((?:ba|da|z|k)?sh)[" ])"
+      R"(|"[^"\n]*\b((?:cmd|command|powershell)\.(?:exe|com))\b)"
+      R"(|"(cmd) ?/|(ComSpec))");
+  return firstOf(pattern, linesWith(kClues, text));
+}
+
+std::string markupIn(const std::string& text) {
+  constexpr std::array<std::string_view, 6> kClues{"Html",     "Markdown",     "RichText",
+                                                   "AutoText", "QTextBrowser", "QTextEdit"};
+  static const std::regex pattern(
+      R"(\b(setHtml|insertHtml|appendHtml|setMarkdown|insertMarkdown|RichText|AutoText|MarkdownText|QTextBrowser|QTextEdit)\b)");
+  return firstOf(pattern, linesWith(kClues, text));
+}
 
 std::vector<std::string> includesOf(const std::string& text) {
   std::vector<std::string> names;
@@ -136,6 +189,10 @@ std::vector<std::string> findingsIn(const std::string& path, const std::string& 
     const std::string finding = findingIn(path, include);
     if (!finding.empty()) findings.push_back(finding);
   }
+  const std::string shell = isShipped(path) ? shellIn(text) : "";
+  if (!shell.empty()) findings.push_back(path + " may not start a shell: " + shell);
+  const std::string markup = isShipped(path) ? markupIn(text) : "";
+  if (!markup.empty()) findings.push_back(path + " may not show marked-up text: " + markup);
   const std::size_t lines = linesOf(text);
   if (lines > kLongestSource && !isTable(path)) {
     findings.push_back(path + " has " + std::to_string(lines) + " lines, more than " +

@@ -23,6 +23,14 @@ bool isQtHeader(const std::string& name);
 // the project's folder, or the name of an include. Empty for what has no rule.
 std::string houseOf(const std::string& path);
 
+// The first call in a source that would hand a text to a shell, or the name of a shell that it
+// holds: "system", "popen", "sh". Empty when there is none. Remarks do not count.
+std::string shellIn(const std::string& text);
+
+// The first word in a source by which a widget would read a text as marked-up: "setHtml",
+// "RichText". Empty when there is none. Remarks do not count.
+std::string markupIn(const std::string& text);
+
 // What is wrong with a source, one sentence for each finding. `path` is relative
 // to the project's folder and has slashes.
 std::vector<std::string> findingsIn(const std::string& path, const std::string& text);

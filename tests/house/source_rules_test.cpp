@@ -147,6 +147,50 @@ TEST(Findings, CountALastLineWithoutABreak) {
               ElementsAre("src/text/long.cpp has 501 lines, more than 500"));
 }
 
+// --- No shell, no marked-up text ---
+
+TEST(ShellIn, FindsEachWayToAShell) {
+  EXPECT_EQ(shellIn("  system(command.c_str());\n"), "system");
+  EXPECT_EQ(shellIn("const int end = std::system (\"ls\");\n"), "system");
+  EXPECT_EQ(shellIn("FILE* tool = ::popen(line, \"r\");\n"), "popen");
+  EXPECT_EQ(shellIn("_wpopen(line, L\"r\");\n"), "_wpopen");
+  EXPECT_EQ(shellIn("wordexp(text, &words, 0);\n"), "wordexp");
+  EXPECT_EQ(shellIn("process.start(\"sh\", {\"-c\", line});\n"), "sh");
+  EXPECT_EQ(shellIn("execl(\"/bin/bash\", line);\n"), "bash");
+  EXPECT_EQ(shellIn("run(\"C:\\\\x\\\\cmd.exe /c \" + line);\n"), "cmd.exe");
+  EXPECT_EQ(shellIn("run(\"cmd /c dir\");\n"), "cmd");
+  EXPECT_EQ(shellIn("run(environment.variable(\"ComSpec\"));\n"), "ComSpec");
+}
+
+TEST(ShellIn, LeavesOthersAlone) {
+  for (const char* text :
+       {"// system(\"ls\") would start a shell\n", "system->platform().events;\n",
+        "const auto system = makeDesktopSystem(program);\n", "int fileSystem(int block);\n",
+        "// what a file system (proc(5)) tells\n", "names.push_back(\"shell\");\n",
+        "{38, \"CMD\"},\n"}) {
+    EXPECT_EQ(shellIn(text), "") << text;
+  }
+}
+
+TEST(MarkupIn, FindsWhatReadsATextAsMarkedUp) {
+  EXPECT_EQ(markupIn("view.setHtml(text);\n"), "setHtml");
+  EXPECT_EQ(markupIn("label.setTextFormat(Qt::RichText);\n"), "RichText");
+  EXPECT_EQ(markupIn("auto* page = new QTextEdit(this);\n"), "QTextEdit");
+}
+
+TEST(MarkupIn, LeavesOthersAlone) {
+  EXPECT_EQ(markupIn("label.setTextFormat(Qt::PlainText);  // never RichText\n"), "");
+  EXPECT_EQ(markupIn("auto* page = new QPlainTextEdit(this);\n"), "");
+}
+
+TEST(Findings, TellOfAShellAndOfMarkupInWhatIsShippedAlone) {
+  EXPECT_THAT(findingsIn("console/ping.cpp", "std::system(line);\n"),
+              ElementsAre("console/ping.cpp may not start a shell: system"));
+  EXPECT_THAT(findingsIn("src/view/x.cpp", "view.setHtml(text);\n"),
+              ElementsAre("src/view/x.cpp may not show marked-up text: setHtml"));
+  EXPECT_THAT(findingsIn("bench/x.cpp", "std::system(line);\n"), IsEmpty());
+}
+
 // --- The project's own sources ---
 
 struct Source {

@@ -99,6 +99,33 @@ class LinuxProcessesTest : public testing::Test {
   Processes::Handle readEnd_ = Processes::kNoHandle;
 };
 
+// Each word that a user types is one argument, whatever a shell would make of it.
+TEST_F(LinuxProcessesTest, HandsTheSignsOfAShellOnAsTheyAre) {
+  const fs::path trace = tools_ / "trace";
+  const std::string touch = "out=a;touch${IFS}" + trace.string();
+  EXPECT_EQ(outputOf(talkerLine(touch + " out=$(id) out=`id` out=x|id out=x&&id out=* out=~ out=>" +
+                                trace.string())),
+            touch.substr(4) + "\n$(id)\n`id`\nx|id\nx&&id\n*\n~\n>" + trace.string() + "\n");
+  EXPECT_FALSE(fs::exists(trace));
+}
+
+// A folder that PATH does not name from the root is whatever folder the program was started in.
+TEST_F(LinuxProcessesTest, RunsNothingOfTheCurrentFolder) {
+  const fs::path before = fs::current_path();
+  const std::string usual = std::getenv("PATH");
+  fs::copy_file(talker(), tools_ / "planted");
+  fs::current_path(tools_);
+  for (const char* path : {".", "", ":", "/nowhere:", ":/nowhere", "../"}) {
+    setenv("PATH", path, 1);
+    EXPECT_EQ(start("planted out=x"), 0) << path;
+    processes_.CloseHandle(readEnd_);
+  }
+  setenv("PATH", tools_.c_str(), 1);
+  EXPECT_EQ(outputOf("planted out=x"), "x\n");
+  setenv("PATH", usual.c_str(), 1);
+  fs::current_path(before);
+}
+
 TEST_F(LinuxProcessesTest, GivesABlockOf256BytesInOneReadAndThenTheEnd) {
   ASSERT_EQ(start(talkerLine("bytes=256")), 1);
   Buffer buffer{};

@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <system_error>
+#include <utility>
 #include <windows.h>
 
 #include "platform/portable/command_limits.h"
@@ -63,6 +65,38 @@ class WindowsProcessesTest : public testing::Test {
 
 TEST_F(WindowsProcessesTest, RunsTheSystemsPing) {
   EXPECT_THAT(outputOf("ping 127.0.0.1 -n 1"), testing::HasSubstr("127.0.0.1"));
+}
+
+// A file that the test puts somewhere under a name of its own choice.
+class PlantedProgram {
+ public:
+  explicit PlantedProgram(std::filesystem::path place) : place_(std::move(place)) {
+    std::filesystem::copy_file(toWide(WindowsFiles::executableFolder() + "\\talker.exe"), place_,
+                               std::filesystem::copy_options::overwrite_existing);
+  }
+  ~PlantedProgram() {
+    std::error_code ignored;
+    std::filesystem::remove(place_, ignored);
+  }
+  PlantedProgram(const PlantedProgram&) = delete;
+  PlantedProgram& operator=(const PlantedProgram&) = delete;
+
+ private:
+  std::filesystem::path place_;
+};
+
+TEST_F(WindowsProcessesTest, RunsTheSystemsPingThoughAnotherLiesBesideTheProgram) {
+  const PlantedProgram planted(toWide(WindowsFiles::executableFolder() + "\\ping.exe"));
+  for (const char* name : {"ping", "PING", "ping.exe", "\"ping\""}) {
+    EXPECT_NE(outputOf(std::string(name) + " out=planted"), "planted\n") << name;
+  }
+  EXPECT_THAT(outputOf("ping 127.0.0.1 -n 1"), testing::HasSubstr("127.0.0.1"));
+}
+
+// Each word that a user types is one argument, whatever a command interpreter would make of it.
+TEST_F(WindowsProcessesTest, HandsTheSignsOfACommandInterpreterOnAsTheyAre) {
+  EXPECT_EQ(outputOf(talkerLine("out=a&calc out=%PATH% out=x|more out=^b out=(c)>d")),
+            "a&calc\n%PATH%\nx|more\n^b\n(c)>d\n");
 }
 
 TEST_F(WindowsProcessesTest, RunsTheSystemsCommandInterpreter) {

@@ -14,7 +14,9 @@
 #include <utility>
 
 #include "platform/portable/byte_file.h"
+#include "platform/portable/file_failure.h"
 #include "platform/portable/file_names.h"
+#include "platform/portable/own_folder.h"
 #include "platform/portable/regular_file.h"
 #include "platform/portable/replacing_stream.h"
 #include "text/statement.h"
@@ -121,13 +123,25 @@ std::string LinuxFiles::native(const std::string& path) const {
   return isThere(shared) ? shared : file;
 }
 
+std::string LinuxFiles::pathToWrite(const std::string& path) const {
+  std::string file = own(path);
+  const bool leadsOut = isOwn(path) && isThere(folders_.data) && !staysBelow(folders_.data, file);
+  return leadsOut ? std::string() : file;
+}
+
+std::string LinuxFiles::requirePathToWrite(const std::string& path) const {
+  std::string file = pathToWrite(path);
+  if (file.empty()) failFile(std::make_error_code(std::errc::permission_denied));
+  return file;
+}
+
 bool LinuxFiles::exists(const std::string& path) const {
   if (path.find('\0') != std::string::npos) return false;
   return isThere(isOwn(path) ? native(path) : path);
 }
 
 void LinuxFiles::CreateFolder(const std::string& path) {
-  if (mkdir(own(path).c_str(), kUserOnly) != 0) {
+  if (mkdir(requirePathToWrite(path).c_str(), kUserOnly) != 0) {
     throw StatementFailed("The folder cannot be made: " + path, kPathNotFound);
   }
 }
@@ -136,11 +150,11 @@ std::unique_ptr<TextStream> LinuxFiles::OpenTextFile(const std::string& folder,
                                                      const std::string& name, FileMode mode,
                                                      bool create) {
   requireFileName(folder, name);
-  return openReplacing(own(folder + name), mode, create);
+  return openReplacing(requirePathToWrite(folder + name), mode, create);
 }
 
 std::unique_ptr<TextStream> LinuxFiles::openOutput(const std::string& path) {
-  return openReplacing(own(path), FileMode::Writing, true);
+  return openReplacing(requirePathToWrite(path), FileMode::Writing, true);
 }
 
 std::string LinuxFiles::readText(const std::string& path) const {
@@ -148,10 +162,17 @@ std::string LinuxFiles::readText(const std::string& path) const {
 }
 
 std::unique_ptr<ByteStream> LinuxFiles::openBinary(const std::string& path) {
-  return openInPlace(own(path));
+  return openInPlace(requirePathToWrite(path));
 }
 
-void LinuxFiles::Kill(const std::string& path) { deleteFile(own(path)); }
+// A link is deleted itself, so only the folder in which it lies has to stay.
+void LinuxFiles::Kill(const std::string& path) {
+  const std::string file = own(path);
+  const std::string folder = file.substr(0, file.rfind('/') + 1);
+  const bool leadsOut = isOwn(path) && isThere(folder) && !staysBelow(folders_.data, folder);
+  if (leadsOut) failFile(std::make_error_code(std::errc::permission_denied));
+  deleteFile(file);
+}
 
 bool LinuxFiles::isOwn(std::string_view path) const {
   if (!path.starts_with(folders_.data)) return false;

@@ -34,6 +34,11 @@ class LinuxFiles : public Files {
   std::string programFolder() const override;
   std::string native(const std::string& path) const override;
 
+  // The file that a path of the program folder is written to. Empty when it would lie
+  // elsewhere, as a link leads out of that folder: nothing is written there. A path
+  // elsewhere is whoever's that named it, links and all.
+  std::string pathToWrite(const std::string& path) const;
+
   // A path outside the program folder is the system's own, taken letter by letter.
   bool exists(const std::string& path) const override;
 
@@ -52,6 +57,9 @@ class LinuxFiles : public Files {
   // A program path's file below the program folder, whether it exists or not. A
   // path elsewhere only gets slashes.
   std::string own(std::string_view path) const;
+
+  // As pathToWrite; throws StatementFailed, "Permission denied", instead.
+  std::string requirePathToWrite(const std::string& path) const;
 
   Folders folders_;
 };

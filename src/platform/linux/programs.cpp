@@ -146,8 +146,11 @@ std::string findInPath(const std::string& name) {
   for (;;) {
     const auto end = folders.find(':');
     const std::string folder(folders.substr(0, end));
-    std::string path = (folder.empty() ? "." : folder) + "/" + name;
-    if (isExecutable(path)) return path;
+    // Any other is relative to the current folder, where a download of anybody's may lie.
+    if (folder.starts_with('/')) {
+      std::string path = folder + "/" + name;
+      if (isExecutable(path)) return path;
+    }
     if (end == std::string_view::npos) return {};
     folders.remove_prefix(end + 1);
   }

@@ -12,7 +12,7 @@ namespace veltrin {
 bool isExecutable(const std::string& path);
 
 // The path of the first executable file `name` in the folders of PATH; empty when there
-// is none. An empty folder there means the current one.
+// is none. Only folders from the root on count, so never the current one.
 std::string findInPath(const std::string& name);
 
 // What a program is started with.

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/portable/atomic_file.h"
+#include "platform/portable/own_folder.h"
 #include "platform/portable/registry_value.h"
 #include "text/strings.h"
 
@@ -244,6 +245,8 @@ std::int32_t FileRegistry::load(ProfileText& file) const {
 }
 
 std::int32_t FileRegistry::store(const ProfileText& file) const {
+  const std::string folder = file_.substr(0, file_.find_last_of("/\\") + 1);
+  if (!staysBelow(folder.empty() ? "." : folder, file_)) return kRegistryAccessDenied;
   const auto error = replaceFile(file_, file.text());
   if (!error) return kRegistrySuccess;
   if (error == std::errc::no_space_on_device) return kRegistryDiskFull;

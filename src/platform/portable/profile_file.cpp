@@ -72,7 +72,9 @@ bool ProfileEngine::write(const std::string& section, const std::optional<std::s
   return profile.text() == *content || store(path, profile.text());
 }
 
-ProfileFile::ProfileFile(NativePath nativePath) : nativePath_(std::move(nativePath)) {}
+ProfileFile::ProfileFile(NativePath nativePath, NativePath pathToWrite)
+    : nativePath_(std::move(nativePath)),
+      pathToWrite_(pathToWrite ? std::move(pathToWrite) : nativePath_) {}
 
 std::optional<std::string> ProfileFile::load(const std::string& path) {
   std::string content;
@@ -83,7 +85,8 @@ std::optional<std::string> ProfileFile::load(const std::string& path) {
 }
 
 bool ProfileFile::store(const std::string& path, const std::string& content) {
-  return !replaceFile(nativePath_(path), content);
+  const std::string file = pathToWrite_(path);
+  return !file.empty() && !replaceFile(file, content);
 }
 
 }  // namespace veltrin

@@ -42,7 +42,8 @@ class ProfileFile : public ProfileEngine {
   // Turns a path of the program's into one of the system's.
   using NativePath = std::function<std::string(const std::string&)>;
 
-  explicit ProfileFile(NativePath nativePath);
+  // `pathToWrite` tells where a file is replaced; empty when it may not be.
+  explicit ProfileFile(NativePath nativePath, NativePath pathToWrite = {});
 
  protected:
   std::optional<std::string> load(const std::string& path) override;
@@ -50,6 +51,7 @@ class ProfileFile : public ProfileEngine {
 
  private:
   NativePath nativePath_;
+  NativePath pathToWrite_;
 };
 
 }  // namespace veltrin

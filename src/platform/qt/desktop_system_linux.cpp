@@ -46,8 +46,9 @@ class LinuxDesktopSystem : public DesktopSystem {
         files_(LinuxFiles::defaultFolders()),
         processes_(toolsFolder(executable),
                    [this](int pipe) { sleepUntilReadable(events_, pipe); }),
-        profiles_([this](const std::string& path) { return files_.native(path); }),
-        registry_(files_.native(files_.programFolder() + "\\Files\\Registry.dat")),
+        profiles_([this](const std::string& path) { return files_.native(path); },
+                  [this](const std::string& path) { return files_.pathToWrite(path); }),
+        registry_(files_.pathToWrite(files_.programFolder() + "\\Files\\Registry.dat")),
         shell_(files_),
         icmp_(toolsFolder(executable),
               [this](int descriptor, int milliseconds) {

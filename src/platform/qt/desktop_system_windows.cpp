@@ -8,6 +8,7 @@
 #include "platform/qt/qt_printers.h"
 #include "platform/qt/qt_sockets.h"
 #include "platform/qt/silent_wait.h"
+#include "platform/windows/library_search.h"
 #include "platform/windows/windows_clock.h"
 #include "platform/windows/windows_counters.h"
 #include "platform/windows/windows_drives.h"
@@ -79,6 +80,7 @@ class WindowsDesktopSystem : public DesktopSystem {
 std::unique_ptr<DesktopSystem> makeDesktopSystem(const std::string& executable,
                                                  const std::string& applicationTitle,
                                                  FormLooks looks) {
+  leaveCurrentFolderOut();
   return std::make_unique<WindowsDesktopSystem>(executable, applicationTitle, std::move(looks));
 }
 

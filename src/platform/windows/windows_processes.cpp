@@ -4,10 +4,13 @@
 #undef CreateProcess
 
 #include <algorithm>
+#include <array>
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "platform/portable/command_limits.h"
+#include "platform/portable/command_line.h"
 #include "platform/windows/code_page.h"
 #include "platform/windows/pool_call.h"
 #include "platform/windows/windows_processes.h"
@@ -33,6 +36,21 @@ Processes::Handle portable(HANDLE handle) { return reinterpret_cast<Processes::H
 DWORD waitingBytes(HANDLE pipe) {
   DWORD waiting = 0;
   return PeekNamedPipe(pipe, nullptr, 0, nullptr, &waiting, nullptr) != FALSE ? waiting : 0;
+}
+
+// The system's own program of the name with which a command line begins. Empty when the line
+// names a folder too, or the system has no such program. CreateProcess alone looks into the
+// program's folder and the current one first, where a download of anybody's may lie.
+std::string systemProgram(const std::string& commandLine) {
+  const std::string name = splitCommandLine(commandLine).front();
+  if (name.empty() || name.find_first_of("\\/:") != std::string::npos) return {};
+  std::array<char, MAX_PATH> folder{};
+  std::array<char, MAX_PATH> file{};
+  const UINT size = GetSystemDirectoryA(folder.data(), MAX_PATH);
+  if (size == 0 || size >= MAX_PATH) return {};
+  const DWORD found =
+      SearchPathA(folder.data(), toAnsi(name).c_str(), ".exe", MAX_PATH, file.data(), nullptr);
+  return found != 0 && found < MAX_PATH ? std::string(file.data()) : std::string();
 }
 
 // One read and what came of it.
@@ -65,6 +83,7 @@ int WindowsProcesses::CreateProcess(const std::string& commandLine, Handle write
                                     ProcessInformation& started) {
   if (!acceptableCommandLine(commandLine)) return 0;
   std::string line = toAnsi(commandLine);
+  const std::string program = systemProgram(commandLine);
   SECURITY_ATTRIBUTES attributes = inheritable();
   STARTUPINFOA startup{};
   startup.cb = sizeof startup;
@@ -73,9 +92,9 @@ int WindowsProcesses::CreateProcess(const std::string& commandLine, Handle write
   startup.hStdOutput = native(writeEnd);
   startup.hStdError = native(writeEnd);
   PROCESS_INFORMATION information{};
-  const BOOL result =
-      CreateProcessA(nullptr, line.data(), &attributes, &attributes, TRUE, NORMAL_PRIORITY_CLASS,
-                     nullptr, nullptr, &startup, &information);
+  const BOOL result = CreateProcessA(program.empty() ? nullptr : program.c_str(), line.data(),
+                                     &attributes, &attributes, TRUE, NORMAL_PRIORITY_CLASS, nullptr,
+                                     nullptr, &startup, &information);
   if (result == FALSE) return 0;
   started.process = portable(information.hProcess);
   started.thread = portable(information.hThread);
