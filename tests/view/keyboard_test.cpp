@@ -32,8 +32,8 @@ struct Span {
 };
 
 // The order in which a person reads what stands in a window, texts and stops alike: groups that
-// a gap parts from side to side or from top to bottom, the widest gap before narrower ones, down
-// before across.
+// a gap parts from side to side or from top to bottom. Down comes before across, but for columns
+// of some stops each that stand further apart than their rows.
 class ReadingOrder {
  public:
   ReadingOrder(const QWidget& window, const Stops& parts) : window_(window), read_(parts) {
@@ -69,11 +69,23 @@ class ReadingOrder {
     return widest;
   }
 
+  bool areColumns(At first, At last, int middle) const {
+    constexpr int kShortest = 3;  // stops
+    int left = 0;
+    int right = 0;
+    for (At at = first; at != last; ++at) {
+      if (((*at)->focusPolicy() & Qt::TabFocus) == 0) continue;
+      ++(spanOf(**at, false).first < middle ? left : right);
+    }
+    return std::min(left, right) >= kShortest;
+  }
+
   void arrange(At first, At last) {
     if (last - first < 2) return;
     const Cut down = widestCut(first, last, true);
     const Cut across = widestCut(first, last, false);
-    const bool isDown = down.width >= across.width;
+    const bool isDown =
+        down.width > 0 && (down.width >= across.width || !areColumns(first, last, across.place));
     const Cut& cut = isDown ? down : across;
     if (cut.width == 0) return;
     const At middle = std::stable_partition(
