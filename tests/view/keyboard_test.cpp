@@ -227,6 +227,24 @@ TEST_F(KeyboardTest, TheKeyboardBeginsAtTheFirstControlAndInTheMenuAtTheFirstToo
   });
 }
 
+// Of choices the one that is chosen has it, and a list that has rows.
+TEST_F(KeyboardTest, WhateverIsPressedOrTypedIntoTakesTheKeyboard) {
+  std::vector<std::string> mouseOnly;
+  inEachFullWindow([&](Form& form) {
+    for (const Control* control : form.controls()) {
+      const bool isForHands = dynamic_cast<const CommandButton*>(control) != nullptr ||
+                              dynamic_cast<const CheckBox*>(control) != nullptr ||
+                              dynamic_cast<const ComboBox*>(control) != nullptr ||
+                              dynamic_cast<const TextBox*>(control) != nullptr;
+      const auto* shown = window->findChild<QWidget*>(toQt(widgetName(*control)));
+      if (!isForHands || shown == nullptr || !isSeen(*shown)) continue;
+      if ((shown->focusPolicy() & Qt::TabFocus) == 0) mouseOnly.push_back(placeOf(*shown));
+    }
+  });
+
+  EXPECT_THAT(mouseOnly, IsEmpty());
+}
+
 TEST_F(KeyboardTest, WhereTheKeyboardIsIsSeenInEveryWindow) {
   std::vector<std::string> unseen;
   inEachFullWindow([&](Form&) {
