@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "view/app_style.h"
 
+#include <QCheckBox>
 #include <QIcon>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QStyleOption>
 
 #include "view/line_list.h"
@@ -93,6 +95,16 @@ void drawPictureAndText(const QProxyStyle& style, const QStyleOptionButton& butt
                                                               Qt::AlignLeft | Qt::AlignVCenter)) |
                          (underlines ? Qt::TextShowMnemonic : Qt::TextHideMnemonic),
                      button.palette, enabled, button.text, QPalette::ButtonText);
+}
+
+// Around the text of a box or a choice that has the keyboard.
+void drawRing(const QStyleOption& option, QPainter& painter) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(option.palette.color(QPalette::Highlight), kRing));
+  const QRectF ring = QRectF(option.rect).adjusted(kRing / 2, kRing / 2, -kRing / 2, -kRing / 2);
+  painter.drawRoundedRect(ring, kCorner - 1, kCorner - 1);
+  painter.restore();
 }
 
 // `ground` is painted behind the frame, where the field itself does not reach.
@@ -184,6 +196,9 @@ void AppStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* optio
     if (element == PE_PanelButtonCommand) return drawButton(*option, *painter);
     if (element == PE_FrameFocusRect) return;
   }
+  const bool isTicked = qobject_cast<const QCheckBox*>(widget) != nullptr ||
+                        qobject_cast<const QRadioButton*>(widget) != nullptr;
+  if (isTicked && element == PE_FrameFocusRect) return drawRing(*option, *painter);
   QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
 

@@ -9,8 +9,8 @@ namespace veltrin {
 // Fusion with flat buttons in the colour of their palette: lighter under the pointer,
 // darker when pressed, pale when disabled, with a firm edge on a window's default button.
 // Fields, lists, menu bars, scroll bars and bars of progress are as flat as the buttons.
-// A button or a field that has the keyboard wears a ring. A button with a picture has it
-// at its left and the text beside it, or in its middle without a text; a flat one is a mere
+// A button, a box to tick or a field that has the keyboard wears a ring. A button with a picture
+// has it at its left and the text beside it, or in its middle without a text; a flat one is a mere
 // outline until the pointer comes. Pictures of what is disabled are pale.
 class AppStyle : public QProxyStyle {
  public:

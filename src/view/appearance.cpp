@@ -6,6 +6,7 @@
 #include <QToolTip>
 
 #include "forms/control.h"
+#include "view/accessible_kinds.h"
 #include "view/app_style.h"
 
 namespace veltrin {
@@ -16,7 +17,7 @@ constexpr QRgb kPaper = 0xffffffff;
 constexpr QRgb kTint = 0xfff6f5f0;  // behind every other row
 constexpr QRgb kInk = 0xff23221e;
 constexpr QRgb kPaleInk = 0xff625f50;   // of what is disabled
-constexpr QRgb kFaintInk = 0xff6f6c60;  // of hints in empty fields
+constexpr QRgb kFaintInk = 0xff69665a;  // of hints in empty fields, captions of columns
 constexpr QRgb kControl = 0xffe2dfd0;   // arrows of combo boxes, bars
 constexpr QRgb kRule = 0xffcbc7b8;      // lines
 constexpr QRgb kShade = 0xffa8a48f;
@@ -52,7 +53,7 @@ QPalette lightPalette() {
     palette.setColor(QPalette::Disabled, role, QColor(kPaleInk));
   }
   palette.setColor(QPalette::Disabled, QPalette::Base, QColor(kWindow));
-  palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(kShade));
+  palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(kPaleInk));
   return palette;
 }
 
@@ -101,6 +102,7 @@ void setAppearance() {
   QApplication::setPalette(palette);
   // NOLINTEND(clang-analyzer-cplusplus.NewDeleteLeaks)
   QApplication::setPalette(buttons, "QPushButton");
+  tellKindsOfWidgets();
   QToolTip::setPalette(palette);
   QApplication::setFont(letters());
   QFont::insertSubstitutions("Times New Roman",

@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include <QFocusEvent>
 #include <QMouseEvent>
 
 #include "view/binding.h"
@@ -107,6 +108,13 @@ bool isMouse(const QEvent& event) {
          event.type() == QEvent::MouseButtonDblClick || event.type() == QEvent::MouseButtonRelease;
 }
 
+// The keyboard came from another control by the key Tab.
+bool isTabbedTo(const QEvent& event) {
+  if (event.type() != QEvent::FocusIn) return false;
+  const Qt::FocusReason reason = static_cast<const QFocusEvent&>(event).reason();
+  return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
+}
+
 bool isDecoration(const QWidget& widget) {
   return widget.objectName().startsWith(QLatin1String("decor"));
 }
@@ -158,6 +166,10 @@ void bindMouse(Control& control, QWidget& widget, Binding& binding) {
       if (isMouse(event)) post->take(static_cast<const QMouseEvent&>(event));
     });
   }
+  if (!control.mouseMove) return;
+  watch(widget, binding, [&control, &binding](const QEvent& event) {
+    if (isTabbedTo(event)) binding.post([&control] { control.moveMouse(MouseButton::None); });
+  });
 }
 
 void bindClick(const std::function<bool(const QPointF&)>& isTarget, QWidget& widget,

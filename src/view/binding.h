@@ -108,7 +108,8 @@ void bindPlace(Control& control, QWidget& widget, Binding& binding);
 void bindWindowSize(Form& form, FormWindow& window, Binding& binding);
 
 // Hands on what the mouse does over a control whose window has routines for it. While
-// one move waits for the gate, further ones take its place.
+// one move waits for the gate, further ones take its place. The key Tab that brings the
+// keyboard to the control stands for the mouse that comes over it.
 void bindMouse(Control& control, QWidget& widget, Binding& binding);
 
 // The same for the window beside its controls, and clicks there; for those the keys

@@ -7,6 +7,7 @@
 
 #include <QPainter>
 #include <QPolygonF>
+#include <QStringList>
 
 namespace veltrin {
 namespace {
@@ -96,7 +97,18 @@ ChartView::ChartView(QWidget* parent) : QWidget(parent) {}
 
 void ChartView::setChart(const Chart* chart) {
   chart_ = chart;
+  meaning_ = accessibleName();
   update();
+}
+
+void ChartView::tellLastValues() {
+  QStringList words{meaning_};
+  for (std::size_t column = 0; column < chart_->columnCount(); ++column) {
+    const std::vector<double>& values = chart_->values(column);
+    if (!values.empty()) words += QString::number(values.back());
+  }
+  const QString name = words.join(' ');
+  if (name != accessibleName()) setAccessibleName(name);
 }
 
 void ChartView::paintEvent(QPaintEvent*) {
@@ -116,6 +128,7 @@ void ChartView::paintEvent(QPaintEvent*) {
                 palette().color(QPalette::Mid));
   drawRowAxis(painter, plot);
   drawLines(painter, *chart_, plot);
+  tellLastValues();
 }
 
 }  // namespace veltrin

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMenuBar>
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
@@ -53,9 +54,23 @@ bool FormWindow::pressButton(int key) {
   return false;
 }
 
+// Opens the first menu of the window's bar; false when the key is another or there is no bar.
+bool FormWindow::openMenuBar(const QKeyEvent& event) {
+  auto* bar = findChild<QMenuBar*>();
+  if (event.key() != Qt::Key_F10 || event.modifiers() != Qt::NoModifier || bar == nullptr) {
+    return false;
+  }
+  for (QAction* action : bar->actions()) {
+    if (!action->isVisible() || !action->isEnabled()) continue;
+    bar->setActiveAction(action);
+    return true;
+  }
+  return false;
+}
+
 void FormWindow::keyPressEvent(QKeyEvent* event) {
   const int key = event->key();
-  if (pressButton(key)) return;
+  if (pressButton(key) || openMenuBar(*event)) return;
   if (opening_ && isMenuKey(*event)) {
     const auto routine = opening_;  // it may take itself away
     routine();

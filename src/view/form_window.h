@@ -21,8 +21,13 @@ inline constexpr const char* kFrameWidthProperty = "frameWidthTwips";
 // The property of the button that the key Escape presses, where no control has use for it.
 inline constexpr const char* kCancelProperty = "cancel";
 
+// The property of the control at which the keyboard begins when its window comes up, where that
+// is not the first stop of the key Tab.
+inline constexpr const char* kFirstKeyboardProperty = "firstKeyboard";
+
 // Closes only when the program takes it away. The keys Enter and Escape, where no control has
-// use for them, press the window's default button and the one that cancels. A window without a
+// use for them, press the window's default button and the one that cancels, and F10 goes to its
+// menu bar. A window without a
 // frame comes up in the middle of its screen, with a thin edge. A modal one belongs to the window
 // that was in front before it, comes up over its middle, and stays above it.
 class FormWindow : public QWidget {
@@ -62,6 +67,7 @@ class FormWindow : public QWidget {
 
  private:
   bool pressButton(int key);
+  bool openMenuBar(const QKeyEvent& event);
   QWidget* findOpener() const;
   void noteOpener();
   void standOver(const QWidget& window);

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include <QAccessible>
 #include <QEvent>
 #include <QPainter>
 #include <QRegion>
@@ -111,6 +112,8 @@ void GaugeView::tellValue() {
   if (gauge_ == nullptr || told_ == gauge_->Value) return;
   told_ = gauge_->Value;
   setAccessibleName((meaning_ + ' ' + QString::number(*told_)).trimmed());
+  QAccessibleValueChangeEvent change(this, *told_);
+  QAccessible::updateAccessibility(&change);
 }
 
 void GaugeView::paintEvent(QPaintEvent*) {

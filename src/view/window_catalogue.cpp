@@ -44,6 +44,13 @@ void lay(FormWindow& window) {
   Look().setupUi(&window);
 }
 
+// The keyboard begins at the first stop of the key Tab where a look does not name another.
+void giveKeyboard(const FormWindow& window) {
+  for (QWidget* child : window.findChildren<QWidget*>()) {
+    if (child->property(kFirstKeyboardProperty).toBool()) child->setFocus();
+  }
+}
+
 constexpr std::array<Entry, 19> kWindows = {{
     {WindowName::starter, lay<Ui::starter>, Qt::Window | Qt::FramelessWindowHint},
     {WindowName::startup, lay<Ui::startup>},
@@ -74,6 +81,7 @@ std::unique_ptr<FormWindow> makeWindow(const std::string& name) {
     auto window = std::make_unique<FormWindow>();
     window->setWindowFlags(entry.flags);
     entry.lay(*window);
+    giveKeyboard(*window);
     return window;
   }
   return nullptr;

@@ -2,6 +2,7 @@
 #include "desk/accessible.h"
 
 #include <atspi/atspi.h>
+#include <functional>
 
 namespace veltrin::desk {
 namespace {
@@ -59,8 +60,15 @@ Node childOf(AtspiAccessible* node, int index) {
   return Node(atspi_accessible_get_child_at_index(node, index, nullptr));
 }
 
-void collect(AtspiAccessible* node, const std::string& window, std::vector<Element>& elements) {
-  forget(node);
+bool hasState(AtspiAccessible* node, AtspiStateType state) {
+  AtspiStateSet* states = atspi_accessible_get_state_set(node);
+  if (states == nullptr) return false;
+  const bool has = atspi_state_set_contains(states, state) != FALSE;
+  g_object_unref(states);
+  return has;
+}
+
+Element read(AtspiAccessible* node, const std::string& window) {
   Element element;
   element.role = taken(atspi_accessible_get_role_name(node, nullptr));
   element.name = nameOf(node);
@@ -68,20 +76,36 @@ void collect(AtspiAccessible* node, const std::string& window, std::vector<Eleme
   element.window = window;
   readPlace(node, element);
   readStates(node, element);
-  elements.push_back(element);
+  return element;
+}
+
+void collect(AtspiAccessible* node, const std::string& window, std::vector<Element>& elements) {
+  forget(node);
+  elements.push_back(read(node, window));
   const int children = atspi_accessible_get_child_count(node, nullptr);
   for (int index = 0; index < children; ++index) {
     if (const Node child = childOf(node, index)) collect(child.get(), window, elements);
   }
 }
 
-}  // namespace
+std::optional<Element> focusIn(AtspiAccessible* node, const std::string& window) {
+  forget(node);
+  if (hasState(node, ATSPI_STATE_FOCUSED)) return read(node, window);
+  const int children = atspi_accessible_get_child_count(node, nullptr);
+  for (int index = 0; index < children; ++index) {
+    const Node child = childOf(node, index);
+    if (!child) continue;
+    if (auto found = focusIn(child.get(), window)) return found;
+  }
+  return std::nullopt;
+}
 
-std::vector<Element> elementsOf(const std::string& program) {
+// Does something with each window of a program, until that says that it is done.
+void goThroughWindows(const std::string& program,
+                      const std::function<bool(AtspiAccessible*)>& isDone) {
   atspi_init();
   const Node desktop(atspi_get_desktop(0));
   forget(desktop.get());
-  std::vector<Element> elements;
   const int programs = atspi_accessible_get_child_count(desktop.get(), nullptr);
   for (int index = 0; index < programs; ++index) {
     const Node found = childOf(desktop.get(), index);
@@ -90,10 +114,30 @@ std::vector<Element> elementsOf(const std::string& program) {
     const int windows = atspi_accessible_get_child_count(found.get(), nullptr);
     for (int child = 0; child < windows; ++child) {
       const Node window = childOf(found.get(), child);
-      if (window) collect(window.get(), nameOf(window.get()), elements);
+      if (window && isDone(window.get())) return;
     }
   }
+}
+
+}  // namespace
+
+std::vector<Element> elementsOf(const std::string& program) {
+  std::vector<Element> elements;
+  goThroughWindows(program, [&](AtspiAccessible* window) {
+    collect(window, nameOf(window), elements);
+    return false;
+  });
   return elements;
+}
+
+std::optional<Element> focusOf(const std::string& program) {
+  std::optional<Element> focus;
+  goThroughWindows(program, [&](AtspiAccessible* window) {
+    forget(window);
+    if (hasState(window, ATSPI_STATE_ACTIVE)) focus = focusIn(window, nameOf(window));
+    return focus.has_value();
+  });
+  return focus;
 }
 
 }  // namespace veltrin::desk

@@ -27,4 +27,8 @@ struct Element {
 // there or does not answer.
 std::vector<Element> elementsOf(const std::string& program);
 
+// The control of that program that has the keyboard, in the window that is in front; nothing
+// when none of them has it.
+std::optional<Element> focusOf(const std::string& program);
+
 }  // namespace veltrin::desk

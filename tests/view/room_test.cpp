@@ -9,24 +9,7 @@
 #include <QScrollBar>
 #include <QStyleOptionComboBox>
 
-#include "download/testdl.h"
-#include "frame/About.h"
-#include "frame/starter.h"
-#include "frame/startup.h"
-#include "monitor/frmIP.h"
-#include "monitor/frmNetwork.h"
-#include "mtu/mtutest.h"
-#include "mtu/pingit.h"
-#include "mtu/setmtu.h"
-#include "pictures.h"
-#include "route/MonOut.h"
-#include "route/Stability.h"
-#include "route/StabilitySUM.h"
-#include "route/indepth.h"
-#include "route/indepth2.h"
-#include "route/trace.h"
-#include "sysinfo/frmPrint.h"
-#include "sysinfo/frmSysInfo.h"
+#include "all_windows.h"
 
 namespace veltrin {
 namespace {
@@ -81,7 +64,7 @@ bool isCut(const QWidget& widget) {
   return false;
 }
 
-class Room : public Pictures {
+class Room : public AllWindows {
  protected:
   // The visible widgets of the smallest window that cut their texts.
   std::vector<std::string> cut() {
@@ -94,6 +77,10 @@ class Room : public Pictures {
     return names;
   }
 };
+
+TEST_F(Room, EveryWindowAsItIsMade) {
+  inEachFullWindow([&](Form&) { EXPECT_THAT(cut(), IsEmpty()); });
+}
 
 TEST_F(Room, Splash) {
   const auto form = look<starter>();
