@@ -94,7 +94,7 @@ function(veltrin_fuzz NAME)
     target_compile_options(${NAME} PRIVATE -idirafter ${VELTRIN_CLANG_HEADERS})
     add_test(NAME windows.fuzz.${NAME} COMMAND ${CMAKE_SOURCE_DIR}/tests/windows/under-wine.sh
              $<TARGET_FILE:${NAME}> Z:${CORPUS} 5000)
-    set_tests_properties(windows.fuzz.${NAME} PROPERTIES TIMEOUT 120 COST 10)
+    set_tests_properties(windows.fuzz.${NAME} PROPERTIES TIMEOUT 120 COST 10 PROCESSORS ${VELTRIN_COMPUTES})
     return()
   endif()
   target_compile_options(${NAME} PRIVATE -O1)

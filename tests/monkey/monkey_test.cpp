@@ -15,6 +15,10 @@ std::uint64_t setting(const char* name, std::uint64_t otherwise) {
   return value == nullptr ? otherwise : std::strtoull(value, nullptr, 10);
 }
 
+// Windows that are open at one moment at least, of 100,000 events: most of the 21, of which
+// one makes way for the menu and two for their followers.
+constexpr std::uint64_t kOpenTogether = 14;
+
 std::uint32_t seed() { return static_cast<std::uint32_t>(setting("VELTRIN_MONKEY_SEED", 1)); }
 
 TEST(Monkey, DoesWhatItLikesAndBreaksNothing) {
@@ -24,7 +28,15 @@ TEST(Monkey, DoesWhatItLikesAndBreaksNothing) {
             << " programs, " << result.tools << " tools, " << result.echoes << " echoes, "
             << result.downloads << " downloads, " << result.messages << " messages, "
             << result.saves << " files, " << result.pages << " pages, " << result.refusedPages
-            << " refused\n";
+            << " refused; at once " << result.openTogether << " windows open, "
+            << result.shownTogether << " shown\n";
+  for (std::size_t name = 0; name < kWindowNames.size(); ++name) {
+    std::cout << (name == 0 ? "opened: " : ", ") << kWindowNames[name].second << " "
+              << result.openings[name];
+    EXPECT_GT(result.openings[name], 0U) << kWindowNames[name].second;
+  }
+  std::cout << "\n";
+  EXPECT_GE(result.openTogether, kOpenTogether);
   EXPECT_EQ(result.events, events);
   EXPECT_EQ(result.failures, 0U);
   EXPECT_EQ(result.openHandles, 0U);
