@@ -64,11 +64,19 @@ await_menu() {
   sleep 1
   menu=$(buttons)
 }
-runs() { wine tasklist.exe </dev/null 2>/dev/null | grep -qi veltrin.exe; }
+
+# Ends the program, once it has been told to: whoever looks on waits for its process.
+runs() {
+  local process
+  for process in $(pgrep -f 'veltrin\.exe$'); do
+    ! grep -qzxF "WINEPREFIX=$WINEPREFIX" "/proc/$process/environ" || return 0
+  done
+  return 1
+}
 has_ended() { ! runs; }
 close_program() {
-  xdotool search --onlyvisible --name '^Veltrin$' >/dev/null 2>&1 || true
-  windows taskkill /IM veltrin.exe || true
+  runs || fail "the program does not run"
+  windows taskkill /F /IM veltrin.exe || fail "the program cannot be ended"
   await "the end of the program" 60 has_ended
 }
 
