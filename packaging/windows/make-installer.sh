@@ -29,7 +29,6 @@ fill_stage() {
   cp "$build"/bin/files/*.avi "$stage/files"
   cp -r "$build"/bin/{veltrin.exe,help,icons,installation.ini} "$stage"
   packaging/windows/collect-licences.sh "$stage/licences"
-  find "$stage" -exec touch -h -d "@$SOURCE_DATE_EPOCH" {} +
 }
 
 # Lists of the files for the script: how to put each into its folder, how to delete it.
@@ -66,7 +65,6 @@ write_mark() {
   printf '%s\r\n' 'Veltrin is installed here for all users of this computer.' \
     'While this file is here, each of them keeps settings, logs and results in a folder of' \
     'their own, %LOCALAPPDATA%\Veltrin.' >"$parts/for-all-users.txt"
-  touch -d "@$SOURCE_DATE_EPOCH" "$parts/for-all-users.txt"
 }
 
 need makensis convert
@@ -81,6 +79,8 @@ write_lists
 draw_side
 write_mark
 cp "$build/data/veltrin.ico" "$parts"
+# The installer holds the moments of its files.
+find "$parts" -exec touch -h -d "@$SOURCE_DATE_EPOCH" {} +
 mkdir -p "$build/packages"
 rm -f "$installer"
 size=$(du --apparent-size -sk "$stage" | cut -f1)

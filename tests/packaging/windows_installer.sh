@@ -64,11 +64,19 @@ await_menu() {
   sleep 1
   menu=$(buttons)
 }
-runs() { wine tasklist.exe </dev/null 2>/dev/null | grep -qi veltrin.exe; }
+
+# Ends the program, once it has been told to: whoever looks on waits for its process.
+runs() {
+  local process
+  for process in $(pgrep -f 'veltrin\.exe$'); do
+    ! grep -sqzxF "WINEPREFIX=$WINEPREFIX" "/proc/$process/environ" || return 0
+  done
+  return 1
+}
 has_ended() { ! runs; }
 close_program() {
-  xdotool search --onlyvisible --name '^Veltrin$' >/dev/null 2>&1 || true
-  windows taskkill /IM veltrin.exe || true
+  runs || fail "the program does not run"
+  windows taskkill /F /IM veltrin.exe || fail "the program cannot be ended"
   await "the end of the program" 60 has_ended
 }
 
@@ -148,8 +156,7 @@ await "the end of the results" 60 missing "$data"
 folder="$user/Local/Programs/Veltrin"
 step "for one user: installation"
 start "$setup"
-installer_is_there() { xdotool search --onlyvisible --name '^Veltrin .* Setup$' >/dev/null 2>&1; }
-await "the installer" 60 installer_is_there
+await "the installer" 60 has_page
 sleep 1
 look 1-licence
 turn 2-users Return
@@ -186,8 +193,7 @@ step "for one user: removal"
 # A removal that is not told otherwise takes nothing of the user's.
 remove() {
   start 'C:\users\'"$(id -un)"'\AppData\Local\Programs\Veltrin\uninstall.exe'
-  remover_is_there() { xdotool search --onlyvisible --name '^Remove Veltrin$' >/dev/null 2>&1; }
-  await "the uninstaller" 60 remover_is_there
+  await "the uninstaller" 60 has_page
   sleep 1
 }
 remove

@@ -90,6 +90,13 @@ click() { xdotool mousemove "$1" "$2" sleep 0.1 click 1; }
 screen() { import -window root -depth 8 rgb:- | sha256sum; }
 shows_another() { [ "$(screen)" != "$before" ]; }
 
+# Whether a page of the installer is there: its ground is light, that of the screen is not.
+has_page() {
+  local red
+  red=$(import -window root -crop 1x1+450+436 -depth 8 rgb:- | od -An -tu1 -N1)
+  [ "$((red))" -ge 220 ]
+}
+
 # Presses keys and waits until the screen shows something else, which is then photographed.
 turn() {
   local name=$1 before
