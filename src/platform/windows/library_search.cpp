@@ -5,7 +5,7 @@
 
 namespace veltrin {
 
-// The empty name stands for no folder at all, in the current one's place.
-void leaveCurrentFolderOut() { SetDllDirectoryA(""); }
+// What stays is the program's folder, the system's, and those that a library names by itself.
+void leaveCurrentFolderOut() { SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_DEFAULT_DIRS); }
 
 }  // namespace veltrin

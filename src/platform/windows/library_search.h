@@ -4,8 +4,8 @@
 
 namespace veltrin {
 
-// From here on a library that is named without its folder is not looked for in the current
-// folder, which is whatever folder the program was started in.
+// From here on a library that is named without its folder is looked for neither in the current
+// folder, which is whatever folder the program was started in, nor in those of PATH.
 void leaveCurrentFolderOut();
 
 }  // namespace veltrin
