@@ -93,8 +93,8 @@ class Form : public std::enable_shared_from_this<Form> {
   void run(const EventRoutine& routine);
 
  protected:
-  // Makes a control known under its name. Called once for each, in the order of
-  // the keyboard.
+  // Makes a control known under its name. Called once for each. The order of the
+  // keyboard is that of the look.
   void own(const std::string& name, Control& control);
   template <class Kind, std::size_t Count>
   void own(const std::string& name, std::array<Kind, Count>& controls) {
@@ -104,7 +104,7 @@ class Form : public std::enable_shared_from_this<Form> {
     }
   }
 
-  // The same for an array whose last element the keyboard reaches first.
+  // The same for an array whose last element comes first.
   template <class Kind, std::size_t Count>
   void ownFromLast(const std::string& name, std::array<Kind, Count>& controls) {
     for (std::size_t index = Count; index-- > 0;) {

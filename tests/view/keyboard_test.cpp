@@ -365,6 +365,7 @@ TEST_F(KeyboardTest, TheKeyTabThatComesToAnOptionExplainsItAsTheMouseDoes) {
 
   EXPECT_TRUE(widget("Check1")->hasFocus());
   EXPECT_EQ(form->info.text.get(), program.texts.TipNoResolve);
+  photograph("indepth-keyboard");
 }
 
 }  // namespace

@@ -107,7 +107,11 @@ double contrastIn(const QImage& image) {
   std::map<QRgb, int> colours;
   for (int y = 0; y < image.height(); ++y) {
     const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-    for (int x = 0; x < image.width(); ++x) ++colours[line[x]];
+    for (int x = 0; x < image.width();) {
+      const int first = x;
+      while (x < image.width() && line[x] == line[first]) ++x;
+      colours[line[first]] += x - first;
+    }
   }
   const auto rarer = [](const auto& one, const auto& other) { return one.second < other.second; };
   const QColor ground(std::max_element(colours.begin(), colours.end(), rarer)->first);
