@@ -103,6 +103,8 @@ void setAppearance() {
   QApplication::setPalette(buttons, "QPushButton");
   QToolTip::setPalette(palette);
   QApplication::setFont(letters());
+  // All texts are English, paths and addresses among them.
+  QGuiApplication::setLayoutDirection(Qt::LeftToRight);
   QFont::insertSubstitutions("Times New Roman",
                              {"Liberation Serif", "Nimbus Roman", "DejaVu Serif"});
 }
