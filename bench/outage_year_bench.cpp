@@ -30,7 +30,8 @@ constexpr std::int64_t kSecond = 1000;  // ms
 constexpr std::int64_t kMinute = 60 * kSecond;
 constexpr std::int64_t kHour = 60 * kMinute;
 constexpr std::int64_t kDay = 24 * kHour;
-constexpr std::int64_t kOutage = 2 * kMinute;  // what each outage lasts
+constexpr std::int64_t kOutage = 2 * kMinute;       // what each outage lasts
+constexpr std::int64_t kAfterLast = 150 * kSecond;  // to Stop: the last outage is over
 constexpr int kMonths = 12;
 constexpr std::size_t kMostGrowth = 65'536;  // bytes
 
@@ -38,15 +39,15 @@ struct Plan {
   std::chrono::sys_days firstDay;
   int days;
   const char* scanTime;  // s
-  const char* runTime;   // in the closing report
+  const char* runTime;   // of the days, in the closing report
 };
 
 using std::chrono::February;
 using std::chrono::June;
 using std::chrono::year;
 
-constexpr Plan kYear{year{2027} / June / 1, 365, "2", "1 year 10 sec"};
-constexpr Plan kLeapDays{year{2028} / February / 26, 4, "10", "4 days 10 sec"};
+constexpr Plan kYear{year{2027} / June / 1, 365, "2", "1 year"};
+constexpr Plan kLeapDays{year{2028} / February / 26, 4, "10", "4 days"};
 
 // The days that a clock tells, by a calendar of its own.
 std::string stamp(const Plan& plan, std::int64_t moment, const char* format) {
@@ -100,6 +101,7 @@ class Year {
   int failed_ = 0;        // in a row
   std::size_t probes_ = 0;
   std::size_t lost_ = 0;
+  std::int64_t lastProbe_ = 0;  // ms, its end
 
   std::vector<Sample> months_;
   double seconds_ = 0;
@@ -124,7 +126,7 @@ void Year::prepare() {
     simulation_.loop.at(plan_.days * kDay / kMonths * month,
                         [this] { months_.push_back(sample()); });
   }
-  simulation_.loop.at(plan_.days * kDay + 15 * kSecond, [this] { window_->Command3.press(); });
+  simulation_.loop.at(plan_.days * kDay + kAfterLast, [this] { window_->Command3.press(); });
 }
 
 bool Year::isOut(std::int64_t moment) const {
@@ -154,6 +156,7 @@ std::optional<std::uint32_t> Year::answer(const veltrin::SimulatedIcmp::Echo& ec
     expected_ += "\tOutage Over at: " + stamp(plan_, echo.moment + kReply, kStamp) + "\r\n";
   }
   failed_ = 0;
+  lastProbe_ = echo.moment + kReply;
   return kReply;
 }
 
