@@ -177,7 +177,8 @@ std::string Year::log() const {
 bool Year::logIsRight() const {
   const std::string wanted = "Outage Test Started: " + stamp(plan_, 0, "%d %b %y at %H:%M:%S") +
                              "\r\n\r\nFor IP: \r\n" + expected_ +
-                             "\r\nTotal Test Time: " + plan_.runTime +
+                             "\r\nTotal Test Time: " + plan_.runTime + " 2 mins " +
+                             std::to_string(lastProbe_ / kSecond % 60) + " sec" +
                              "\r\nTotal Test Completed: " + std::to_string(probes_) +
                              "\r\nTotal Outages: " + std::to_string(plan_.days) +
                              "\r\nPackets Loss: " + std::to_string(lost_) + " of " +
