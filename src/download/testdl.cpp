@@ -146,6 +146,8 @@ void testdl::Form_Load() {
   Text1.text = chosenUrl();
   Text2.text = program_.programFolder + "\\TestDL.tst";
   skip([this] { program_.Wait(kLoadPause); });
+  // Its user may have opened it a second time meanwhile, which shows it, and closed it.
+  if (!isLoaded()) return;
   picGraph[0].visible = true;
   program_.showInLoad(*this);
   program_.platform.events.DoEvents();

@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <limits>
 #include <system_error>
 
@@ -73,14 +71,26 @@ std::size_t decimalNumber(std::string_view text, double& value) {
   return at;
 }
 
+// As std::printf writes it, but with a point whatever the desktop's language: the toolkit sets
+// the locale of the whole program.
+std::string written(double number, std::chars_format form, std::size_t precision) {
+  char text[400];
+  const auto end =
+      std::to_chars(text, text + sizeof text, number, form, static_cast<int>(precision)).ptr;
+  return {text, end};
+}
+
+constexpr std::size_t kExactDigits = 15;  // that a number keeps in any case
+
 // A number of at least 0 rounded to so many digits behind its point, halves up. Digits that
 // are only how a number such as 2.675 is kept do not count.
 double roundedTo(std::size_t digits, double number) {
   if (digits == 0) return std::round(number);
-  char scaled[400];
   const double scale = std::pow(10.0, static_cast<double>(digits));
-  std::snprintf(scaled, sizeof scaled, "%.15g", number * scale);
-  return std::round(std::strtod(scaled, nullptr)) / scale;
+  const std::string scaled = written(number * scale, std::chars_format::general, kExactDigits);
+  double exact = number * scale;
+  std::from_chars(scaled.data(), scaled.data() + scaled.size(), exact);
+  return std::round(exact) / scale;
 }
 
 std::string withSeparators(std::string digits) {
@@ -130,19 +140,14 @@ std::int32_t toLong(double number) {
 
 std::string toText(double number) {
   if (number == 0) return "0";
-  char buffer[32];
-  const int length = std::snprintf(buffer, sizeof buffer, "%.15g", number);
-  return std::string(buffer, static_cast<std::size_t>(length));
+  return written(number, std::chars_format::general, kExactDigits);
 }
 
 std::string Format(double number, std::string_view pattern) {
   const std::string_view whole = pattern.substr(0, pattern.find('.'));
   const std::string_view part = pattern.substr(std::min(whole.size() + 1, pattern.size()));
   const double rounded = roundedTo(part.size(), std::fabs(number));
-  char buffer[400];
-  const int length =
-      std::snprintf(buffer, sizeof buffer, "%.*f", static_cast<int>(part.size()), rounded);
-  std::string digits(buffer, static_cast<std::size_t>(length));
+  std::string digits = written(rounded, std::chars_format::fixed, part.size());
   std::string fraction = digits.substr(std::min(digits.find('.') + 1, digits.size()));
   if (part.empty()) fraction.clear();
   digits.resize(std::min(digits.find('.'), digits.size()));

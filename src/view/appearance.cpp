@@ -105,6 +105,8 @@ void setAppearance() {
   tellKindsOfWidgets();
   QToolTip::setPalette(palette);
   QApplication::setFont(letters());
+  // All texts are English, paths and addresses among them.
+  QGuiApplication::setLayoutDirection(Qt::LeftToRight);
   QFont::insertSubstitutions("Times New Roman",
                              {"Liberation Serif", "Nimbus Roman", "DejaVu Serif"});
 }

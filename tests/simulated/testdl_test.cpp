@@ -87,6 +87,18 @@ TEST_F(DownloadTest, IsOpenedModallyByThePictureOfTheMenu) {
   EXPECT_TRUE(menu->isLoaded());
 }
 
+// A second press, as of a double click, shows the window before its load does.
+TEST_F(DownloadTest, StaysClosedWhenItsUserClosesItBeforeItsLoadShowsIt) {
+  provideTools(simulation.program());
+  menu = simulation.program().show<startup>();
+  after(200, [this] { simulation.desktop.click(menu->Image3); });
+  after(500, [this] { simulation.desktop.closeWindow(*simulation.desktop.shown.back()); });
+  simulation.desktop.click(menu->Image3);
+  EXPECT_FALSE(simulation.program().isLoaded<testdl>());
+  EXPECT_EQ(simulation.desktop.shown, std::vector<Form*>{menu.get()});
+  EXPECT_TRUE(simulation.downloads.asked.empty());
+}
+
 // --- The URL ---
 
 struct UrlCase {

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QMessageBox>
 #include <QTimer>
+#include <QTranslator>
 
 #include "frame/modIsItRunning.h"
 #include "view_test.h"
@@ -25,6 +26,7 @@ class DesktopTest : public ViewTest {
           titleShown = box->windowTitle();
           textShown = box->text();
           icon = box->icon();
+          for (const auto* button : box->buttons()) buttons << button->text();
           QTest::keyClick(box->windowHandle(), key);
         });
         answer = program.MsgBox(text, style, title);
@@ -37,6 +39,17 @@ class DesktopTest : public ViewTest {
   QString titleShown;
   QString textShown;
   QMessageBox::Icon icon = QMessageBox::Question;
+  QStringList buttons;
+};
+
+// The texts of the toolkit in a language of long words.
+class LongWords : public QTranslator {
+ public:
+  QString translate(const char* /*context*/, const char* text, const char* /*comment*/,
+                    int /*count*/) const override {
+    return QString(text) + "einverstanden";
+  }
+  bool isEmpty() const override { return false; }
 };
 
 TEST_F(DesktopTest, EnterAnswersAMessageWithOk) {
@@ -53,6 +66,15 @@ TEST_F(DesktopTest, EnterAnswersAQuestionWithYes) {
 
 TEST_F(DesktopTest, TheKeyNAnswersAQuestionWithNo) {
   EXPECT_EQ(answerTo(kMessageYesNo, Qt::Key_N), kAnswerNo);
+}
+
+TEST_F(DesktopTest, ItsAnswersAreEnglishInAnyLanguageOfTheToolkit) {
+  LongWords words;
+  QApplication::installTranslator(&words);
+  const int answer = answerTo(kMessageYesNo, Qt::Key_N);
+  QApplication::removeTranslator(&words);
+  EXPECT_EQ(answer, kAnswerNo);
+  EXPECT_EQ(buttons, (QStringList{"&Yes", "&No"}));
 }
 
 TEST_F(DesktopTest, AMessageWithoutATitleHasTheApplications) {

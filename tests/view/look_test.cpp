@@ -8,6 +8,7 @@
 #include <QStyleOptionSlider>
 
 #include "frame/startup.h"
+#include "view/appearance.h"
 #include "view/picture.h"
 #include "view/picture_view.h"
 #include "view/window_catalogue.h"
@@ -46,6 +47,13 @@ class LookTest : public ViewTest {
     return highest;
   }
 };
+
+// As on a desktop of Arabic or Hebrew: all texts and the fixed places are English.
+TEST_F(LookTest, GoesFromLeftToRightOnADesktopThatGoesFromRightToLeft) {
+  QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+  setAppearance();
+  EXPECT_EQ(QGuiApplication::layoutDirection(), Qt::LeftToRight);
+}
 
 TEST_F(LookTest, NoColourIsLeftToTheDesktop) {
   const QPalette palette = QApplication::palette();

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/qt/message_box.h"
 
+#include <array>
+#include <utility>
+
 #include <QApplication>
 #include <QLayout>
 #include <QMessageBox>
@@ -44,6 +47,15 @@ constexpr int kMargin = 16;  // pixels around the text and the buttons
 // Without a picture the box keeps a place of that width free.
 int leftMargin(const QMessageBox& box) { return box.icon() == QMessageBox::NoIcon ? 0 : kMargin; }
 
+// The question is English on any desktop, and so are its answers and their keys.
+void nameButtons(const QMessageBox& box) {
+  constexpr std::array<std::pair<QMessageBox::StandardButton, const char*>, 3> kNames{
+      {{QMessageBox::Yes, "&Yes"}, {QMessageBox::No, "&No"}, {QMessageBox::Ok, "OK"}}};
+  for (const auto& [button, name] : kNames) {
+    if (auto* const shown = box.button(button)) shown->setText(name);
+  }
+}
+
 // Over the middle of the window in front of which it stands, which may go before it.
 void place(QMessageBox& box, const QWidget* front) {
   if (front == nullptr || front->windowHandle() == nullptr) return;
@@ -68,6 +80,7 @@ MessageBox::MessageBox(const std::string& text, int style, const std::string& ti
   box_->setText(shownText(text));
   box_->setStandardButtons(isQuestion(style) ? QMessageBox::Yes | QMessageBox::No
                                              : QMessageBox::Ok);
+  nameButtons(*box_);
   box_->setDefaultButton(isQuestion(style) ? QMessageBox::Yes : QMessageBox::Ok);
   box_->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                        Qt::WindowCloseButtonHint);
