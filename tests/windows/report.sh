@@ -76,7 +76,7 @@ get_info=$(tool_buttons | tail -n 1)
 click $get_info
 xdotool mousemove 5 5
 sleep 4
-await "the end of the run" 20 is_still
+await "the end of the run" 240 is_still
 look report
 alone=$(button_count)
 
@@ -96,7 +96,7 @@ sleep 1
 click $get_info
 xdotool mousemove 5 5
 sleep 8
-await "the end of the run" 20 is_still
+await "the end of the run" 240 is_still
 look report-all
 xdotool mousemove $((left - 400)) $((top - 200)) click --repeat 8 --delay 100 5
 sleep 1

@@ -109,7 +109,7 @@ use_hop_stability() {
   photograph "$tool" stability
   press_in "$tool" 1
   leave
-  await "the analysis of the silent hop" 180 has_window "InDepth Internet Analysis"
+  await "the analysis of the silent hop" 400 has_window "InDepth Internet Analysis"
   photograph "$(window_of "InDepth Internet Analysis")" indepth2
   close_window "$(window_of "InDepth Internet Analysis")" "InDepth Internet Analysis"
   await "the summary" 60 has_window "Stability Summary"
@@ -191,7 +191,7 @@ use_report() {
   leave
   press_in "$report" 1
   leave
-  await "the end of the run" 120 is_still
+  await "the end of the run" 240 is_still
   photograph "$report" report
   choose 2
   await "the print window" 60 has_window Print
@@ -201,7 +201,7 @@ use_report() {
   close_window "$print" Print
   choose 1
   await "the saved report" 60 has_file 'SystemInfo (*.txt'
-  repeat "the end of the message" has_in_all 4 -- press_newest_but "$report"
+  answer_message Veltrin 1
   expect_in_file 'SystemInfo (*.txt' '^Operating System'
   close_window "$report" "Detailed System Information"
   close_tool About
