@@ -223,6 +223,8 @@ esac
 # For a look at some windows only.
 [ $# -eq 5 ] || tools=("${@:6}")
 
+printf 'not tested: the ping, tracert and pathping of Windows; a scripted tool stands in for them\n'
+printf 'not opened: setlang, DosFrm and DosApp; the program shows them to nobody\n'
 for name in ping tracert pathping; do cp "$scripted_tool" "$work/$name.exe"; done
 start_web_server
 sed -i "s/^ProbeHost=.*/ProbeHost=far.example\r/
