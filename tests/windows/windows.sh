@@ -148,10 +148,10 @@ use_mtu_optimizer() {
   leave
   await "the pings" 60 has_window "Verifying Ping/Packet Loss"
   photograph "$(window_of "Verifying Ping/Packet Loss")" pingit
-  await "the search" 180 has_window "Veltrin (MTU Test) "
+  await "the search" 400 has_window "Veltrin (MTU Test) "
   photograph "$(window_of "Veltrin (MTU Test) ")" setmtu
   await "the course search" 60 has_window "SpeedTest (MTU) Course Test"
-  await "the end of the search" 120 has_windows Veltrin 2
+  await "the end of the search" 240 has_windows Veltrin 2
   photograph "$(window_of "SpeedTest (MTU) Course Test")" setmtu-complete
   answer_message Veltrin 1
   await "the end of the optimizer" 60 is_menu_alone
