@@ -6,8 +6,6 @@
 . "$(dirname "$(readlink -f "$0")")/program.sh"
 
 has_file() { compgen -G "$work/PingTest_*.txt" >/dev/null; }
-# The tool's button of that number.
-press() { click $(tool_buttons | sed -n "$1p"); }
 
 {
   printf '[Ping]\r\nPasses=1\r\nPacket=32\r\n'
@@ -15,32 +13,26 @@ press() { click $(tool_buttons | sed -n "$1p"); }
 } >"$work/files/Veltrin.dat"
 
 start_program ""
-click $(sed -n 1p <<<"$menu")
-await "the window" 60 has_tool_buttons 2
-sleep 1
+open_tool 1 "Ping Test"
+await "its buttons" 60 has_buttons_in "$tool" 2
 look idle
 
-press 1
-sleep 2
+press_in "$tool" 1
+leave
 look running
-xdotool mousemove 5 5
 # Copy and Save can be clicked once the pass is complete.
-await "the end of the pass" 120 has_tool_buttons 4
+await "the end of the pass" 120 has_buttons_in "$tool" 4
 look complete
 
-before=$(buttons | wc -l)
-press 2
-await "the message of the copy" 20 eval '[ "$(buttons | wc -l)" -ne "$before" ]'
+press_in "$tool" 2
+await "the message of the copy" 60 has_windows "Ping Test" 2
 look copied
-xdotool key Return
-sleep 1
-xdotool mousemove 5 5
-await "the window behind the message" 20 has_tool_buttons 4
-press 3
-await "the saved file" 20 has_file
-sleep 1
+answer_message "Ping Test" 1
+press_in "$tool" 3
+await "the saved file" 60 has_file
+await "the message about it" 60 has_window PingTest
 look saved
-xdotool key Return
+answer_message PingTest 0
 
 report=$(cat "$work"/PingTest_*.txt)
 printf '%s\n' "$report"

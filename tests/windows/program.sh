@@ -11,8 +11,6 @@ here=$(dirname "$(readlink -f "$0")")
 . "$here/prefix.sh"
 
 percent=100 # scale of the screen
-screen_width=900
-screen_height=640
 
 work=$(mktemp -d)
 children=()
@@ -139,12 +137,83 @@ choose() {
   local step before
   before=$(shown)
   repeat "the menu" has_more_shown "$before" -- \
-    click_in "$(window_of "Detailed System Information")" $((38 * percent / 100)) $((32 * percent / 100))
+    click_in "$(window_of "Detailed System Information")" "$(scaled 38)" "$(scaled 32)"
   for ((step = 0; step < $1; ++step)); do xdotool key Down; done
   xdotool key Return
 }
 shown() { xdotool search --onlyvisible '' 2>/dev/null | wc -l; }
 has_more_shown() { [ "$(shown)" -gt "$1" ]; }
+
+# So many pixels of a screen at 100 percent.
+scaled() { echo $(($1 * percent / 100)); }
+
+# Only the virtual desktop and the menu can be seen.
+is_menu_alone() { has_in_all 2 && has_windows Veltrin 1; }
+has_in_all() { [ "$(windows | wc -l)" -eq "$1" ]; }
+
+# Clicks the menu's button of that number; the window of that title is then `tool`.
+open_tool() {
+  await "the menu" 60 is_menu_alone
+  click $(sed -n "$1p" <<<"$menu")
+  take_tool "$2"
+}
+# Clicks beside the menu's seventh button: what is below it is not found by its colour.
+open_below() {
+  await "the menu" 60 is_menu_alone
+  local x y
+  read -r x y <<<"$(sed -n 7p <<<"$menu")"
+  click $((x + $(scaled "$1"))) $((y + $(scaled "$2")))
+  take_tool "$3"
+}
+take_tool() {
+  await "the window $1" 60 has_window "$1"
+  tool=$(window_of "$1")
+  leave
+  expect_on_screen "$tool" "$1"
+}
+# All of a window can be seen.
+expect_on_screen() {
+  local place
+  read -ra place <<<"$(place_of "$1")"
+  [ "${place[0]}" -ge 0 ] && [ "${place[1]}" -ge 0 ] &&
+    [ $((place[0] + place[2])) -le "$screen_width" ] &&
+    [ $((place[1] + place[3])) -le "$screen_height" ] || fail "$2 stands beyond the screen: ${place[*]}"
+}
+# Closes a window by the button at the right of its title, and waits for that.
+close_window() {
+  repeat "the end of $2" has_windows "$2" 0 -- press_close_of "$1"
+  leave
+}
+press_close_of() {
+  local place
+  read -ra place <<<"$(place_of "$1" 2>/dev/null)"
+  [ "${#place[@]}" -lt 4 ] || click_in "$1" $((place[2] - $(scaled 14))) "$(scaled 12)"
+}
+close_tool() {
+  close_window "$tool" "$1"
+  await "the menu alone" 60 is_menu_alone
+}
+
+# A window without a frame is closed by the second entry of its own menu.
+close_by_keys() {
+  xdotool key Escape
+  sleep 1
+  xdotool key Down Return
+}
+
+# Presses the link of the window About.
+press_link() {
+  local place
+  read -ra place <<<"$(place_of "$tool")"
+  click_in "$tool" $((place[2] / 2)) $((place[3] * 82 / 100))
+}
+
+# The button of the window that came last, unless it is that one.
+press_newest_but() {
+  local newest
+  newest=$(windows | sort -n | tail -n 1 | cut -d ' ' -f 1)
+  [ "$newest" = "$1" ] || click_in "$newest" $(buttons_in "$newest" | head -n 1)
+}
 
 # Nothing has moved on the screen for a second.
 is_still() {
@@ -158,6 +227,8 @@ for part in veltrin.exe files help icons installation.ini; do cp -r "$program_fo
 
 # Starts a screen of `screen_width` by `screen_height` pixels.
 start_screen() {
+  screen_width=$(scaled 1366)
+  screen_height=$(scaled 900)
   local number=$work/screen
   unset VELTRIN_WINE_DISPLAY
   : >"$number"

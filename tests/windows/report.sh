@@ -66,33 +66,26 @@ is_still() {
 }
 
 start_program ""
-xdotool mousemove 5 5
-sleep 1
-menu=$(buttons)
-
-# About is pale and is not found by its colour: it stands below the seventh button.
-read -r left top <<<"$(sed -n 7p <<<"$menu")"
-click $((left + 35)) $((top + 149))
-sleep 2
+open_below 35 149 About
 look about
-xdotool key Tab space
-await "the report window" 60 has_tool_buttons 1
-xdotool mousemove 5 5
-sleep 1
+repeat "the report window" has_window "Detailed System Information" -- press_link
+window=$(window_of "Detailed System Information")
+leave
+await "its button" 60 has_tool_buttons 1
 get_info=$(tool_buttons | tail -n 1)
 click $get_info
 xdotool mousemove 5 5
 sleep 4
-await "the end of the run" 20 is_still
+await "the end of the run" 240 is_still
 look report
 alone=$(button_count)
 
 choose 1
 await "the saved report" 60 has_saved
-await "the message about it" 20 has_exactly $((alone + 1))
+await "the message about it" 60 has_exactly $((alone + 1))
 look report-saved
-xdotool key Return
-await "the end of the message" 20 has_exactly "$alone"
+repeat "the end of the message" has_exactly "$alone" -- press_newest_but "$window"
+leave
 grep -q "Operating System" "$work"/SystemInfo*.txt || fail "The report is not in its file"
 
 # All of the sections. ALL stands above the button, at its left.
@@ -103,7 +96,7 @@ sleep 1
 click $get_info
 xdotool mousemove 5 5
 sleep 8
-await "the end of the run" 20 is_still
+await "the end of the run" 240 is_still
 look report-all
 xdotool mousemove $((left - 400)) $((top - 200)) click --repeat 8 --delay 100 5
 sleep 1
@@ -111,9 +104,9 @@ look report-all-devices
 xdotool mousemove 5 5
 choose 1
 await "the saved report of all" 60 has_saved
-await "the message about it" 20 has_exactly $((alone + 1))
-xdotool key Return
-await "the end of the message" 20 has_exactly "$alone"
+await "the message about it" 60 has_exactly $((alone + 1))
+repeat "the end of the message" has_exactly "$alone" -- press_newest_but "$window"
+leave
 # Text behind text: the first run, which had fewer sections, is in the file as well.
 report=$work/all.txt
 tr -d '\r' <"$(compgen -G "$work/SystemInfo (*.txt")" >"$report"
@@ -189,13 +182,8 @@ look print
 xdotool key Return
 sleep 3
 look print-no-printer
-xdotool key Return
-sleep 1
-xdotool key Escape
-await "the end of the print window" 20 has_exactly "$alone"
-
-xdotool key alt+F4
-sleep 1
-xdotool key Escape
-await "the menu alone" 20 has_exactly "$(wc -l <<<"$menu")"
+# The message, if one is there, and the window.
+repeat "the end of the print window" has_windows Print 0 -- xdotool key Escape
+close_window "$window" "Detailed System Information"
+close_tool About
 look report-closed

@@ -20,11 +20,6 @@ fi
 scripted_tool=$3
 percent=$4
 part=$5
-screen_width=$((1366 * percent / 100))
-screen_height=$((900 * percent / 100))
-
-# So many pixels of a screen at 100 percent.
-scaled() { echo $(($1 * percent / 100)); }
 
 # A picture of a window, and what lies above it, under the given name and the scale, once all is
 # at rest; one that moves is not waited for.
@@ -43,53 +38,6 @@ photograph() {
   printf 'photographed at %s percent: %s\n' "$percent" "$2"
 }
 
-# Only the virtual desktop and the menu can be seen.
-is_menu_alone() { has_in_all 2 && has_windows Veltrin 1; }
-has_in_all() { [ "$(windows | wc -l)" -eq "$1" ]; }
-
-# Clicks the menu's button of that number; the window of that title is then `tool`.
-open_tool() {
-  await "the menu" 60 is_menu_alone
-  click $(sed -n "$1p" <<<"$menu")
-  take_tool "$2"
-}
-# Clicks beside the menu's seventh button: what is below it is not found by its colour.
-open_below() {
-  await "the menu" 60 is_menu_alone
-  local x y
-  read -r x y <<<"$(sed -n 7p <<<"$menu")"
-  click $((x + $(scaled "$1"))) $((y + $(scaled "$2")))
-  take_tool "$3"
-}
-take_tool() {
-  await "the window $1" 60 has_window "$1"
-  tool=$(window_of "$1")
-  leave
-  expect_on_screen "$tool" "$1"
-}
-# All of a window can be seen.
-expect_on_screen() {
-  local place
-  read -ra place <<<"$(place_of "$1")"
-  [ "${place[0]}" -ge 0 ] && [ "${place[1]}" -ge 0 ] &&
-    [ $((place[0] + place[2])) -le "$screen_width" ] &&
-    [ $((place[1] + place[3])) -le "$screen_height" ] || fail "$2 stands beyond the screen: ${place[*]}"
-}
-# Closes a window by the button at the right of its title, and waits for that.
-close_window() {
-  repeat "the end of $2" has_windows "$2" 0 -- press_close_of "$1"
-  leave
-}
-press_close_of() {
-  local place
-  read -ra place <<<"$(place_of "$1" 2>/dev/null)"
-  [ "${#place[@]}" -lt 4 ] || click_in "$1" $((place[2] - $(scaled 14))) "$(scaled 12)"
-}
-close_tool() {
-  close_window "$tool" "$1"
-  await "the menu alone" 60 is_menu_alone
-}
-
 has_file() { compgen -G "$work/$1" >/dev/null; }
 # The one file of that name holds a line that fits the pattern.
 expect_in_file() {
@@ -97,7 +45,7 @@ expect_in_file() {
   tr -d '\r' <"$(compgen -G "$work/$1")" | grep -E -- "$2" >/dev/null ||
     fail "$1 lacks a line like \"$2\""
 }
-holds_line() { tr -d '\r' <"$(compgen -G "$work/$1")" 2>/dev/null | grep -E -- "$2" >/dev/null; }
+holds_line() { has_file "$1" && tr -d '\r' <"$(compgen -G "$work/$1")" | grep -E -- "$2" >/dev/null; }
 
 use_ping_test() {
   open_tool 1 "Ping Test"
@@ -161,7 +109,7 @@ use_hop_stability() {
   photograph "$tool" stability
   press_in "$tool" 1
   leave
-  await "the analysis of the silent hop" 180 has_window "InDepth Internet Analysis"
+  await "the analysis of the silent hop" 400 has_window "InDepth Internet Analysis"
   photograph "$(window_of "InDepth Internet Analysis")" indepth2
   close_window "$(window_of "InDepth Internet Analysis")" "InDepth Internet Analysis"
   await "the summary" 60 has_window "Stability Summary"
@@ -200,10 +148,10 @@ use_mtu_optimizer() {
   leave
   await "the pings" 60 has_window "Verifying Ping/Packet Loss"
   photograph "$(window_of "Verifying Ping/Packet Loss")" pingit
-  await "the search" 180 has_window "Veltrin (MTU Test) "
+  await "the search" 400 has_window "Veltrin (MTU Test) "
   photograph "$(window_of "Veltrin (MTU Test) ")" setmtu
   await "the course search" 60 has_window "SpeedTest (MTU) Course Test"
-  await "the end of the search" 120 has_windows Veltrin 2
+  await "the end of the search" 240 has_windows Veltrin 2
   photograph "$(window_of "SpeedTest (MTU) Course Test")" setmtu-complete
   answer_message Veltrin 1
   await "the end of the optimizer" 60 is_menu_alone
@@ -223,13 +171,6 @@ use_download_test() {
   await "the end of the window" 60 is_menu_alone
 }
 
-# A window without a frame is closed by the second entry of its own menu.
-close_by_keys() {
-  xdotool key Escape
-  sleep 1
-  xdotool key Down Return
-}
-
 use_monitors() {
   printf 'not tested: the figures of both monitors; Wine counts neither bytes nor packets\n'
   open_tool 7 "NETWORK BANDWIDTH"
@@ -238,12 +179,6 @@ use_monitors() {
   open_tool 8 "Indepth Internet Monitor"
   photograph "$tool" protocols
   close_tool "Indepth Internet Monitor"
-}
-
-press_link() {
-  local place
-  read -ra place <<<"$(place_of "$tool")"
-  click_in "$tool" $((place[2] / 2)) $((place[3] * 82 / 100))
 }
 
 # The report from About, and the window that prints it.
@@ -256,7 +191,7 @@ use_report() {
   leave
   press_in "$report" 1
   leave
-  await "the end of the run" 120 is_still
+  await "the end of the run" 240 is_still
   photograph "$report" report
   choose 2
   await "the print window" 60 has_window Print
@@ -266,18 +201,11 @@ use_report() {
   close_window "$print" Print
   choose 1
   await "the saved report" 60 has_file 'SystemInfo (*.txt'
-  repeat "the end of the message" has_in_all 4 -- press_newest
+  answer_message Veltrin 1
   expect_in_file 'SystemInfo (*.txt' '^Operating System'
   close_window "$report" "Detailed System Information"
   close_tool About
 }
-# The button of the window that came last, when it is a message.
-press_newest() {
-  local newest
-  newest=$(windows | sort -n | tail -n 1 | cut -d ' ' -f 1)
-  [ "$newest" = "$report" ] || click_in "$newest" $(buttons_in "$newest" | head -n 1)
-}
-
 # A web server of this machine with the file of the download test, whose port is then `port`.
 start_web_server() {
   mkdir "$work/web"
@@ -295,6 +223,8 @@ esac
 # For a look at some windows only.
 [ $# -eq 5 ] || tools=("${@:6}")
 
+printf 'not tested: the ping, tracert and pathping of Windows; a scripted tool stands in for them\n'
+printf 'not opened: setlang, DosFrm and DosApp; the program shows them to nobody\n'
 for name in ping tracert pathping; do cp "$scripted_tool" "$work/$name.exe"; done
 start_web_server
 sed -i "s/^ProbeHost=.*/ProbeHost=far.example\r/
