@@ -69,7 +69,8 @@ kept='^/(usr/share/mime|usr/local/share/fonts|var/cache/(fontconfig|ldconfig)|et
 
 # --- A clean Debian -------------------------------------------------------
 
-rm -rf --one-file-system "$root"
+rm -rf --one-file-system "$work"
+mkdir "$work"
 apt-get indextargets --format 'deb $(REPO_URI) $(RELEASE) $(COMPONENT)' \
   'Identifier: Packages' 'Origin: Debian' >"$work/sources"
 [ -s "$work/sources" ] || skip "apt has no lists of Debian's packages here"
@@ -138,10 +139,11 @@ done
 
 Xvfb -displayfd 3 -ac -screen 0 900x640x24 -nolisten tcp 3>"$work/number" >/dev/null 2>&1 &
 screen=$!
-for ((wait = 0; wait < 100; wait++)); do
+for ((wait = 0; wait < 300; wait++)); do
   [ ! -s "$work/number" ] || break
   sleep 0.1
 done
+[ -s "$work/number" ] || fail "Xvfb does not start"
 DISPLAY=:$(cat "$work/number")
 export DISPLAY
 

@@ -47,5 +47,6 @@ for package in "$packages"/*.deb; do
   diff -rq "$2/apart/${package//\//_}" "$2/apart/${second//\//_}" || true
   diff <(dpkg-deb -c "$package") <(dpkg-deb -c "$second") || true
 done
-[ "$(ls "$packages")" = "$(ls "$again/build/package/packages")" ] || differs=yes
+names() { (cd "$1" && echo *.deb); }
+[ "$(names "$packages")" = "$(names "$again/build/package/packages")" ] || differs=yes
 [ -z "$differs" ] || { echo "FAILED: packages that are made twice differ" >&2; exit 1; }
