@@ -119,7 +119,12 @@ class KeyboardOnADesk : public ProgramRun {
   void visit(const Tool& tool) {
     SCOPED_TRACE(tool.window);
     ASSERT_NO_FATAL_FAILURE(open(kMenu, tool));
-    const auto stops = walk(tool.window);
+    // A download's button is pale until its end.
+    std::vector<Element> stops;
+    eventually(kSoon, [&] {
+      stops = walk(tool.window);
+      return stops.size() >= tool.stops;
+    });
     EXPECT_GE(stops.size(), tool.stops);
     expectToldWell(tool.window, stops);
     close(tool);

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <spawn.h>
 #include <stdexcept>
 #include <string_view>
@@ -18,7 +19,7 @@
 namespace veltrin::desk {
 namespace {
 
-constexpr milliseconds kPatience{10000};
+constexpr milliseconds kPatience{30000};
 constexpr milliseconds kGlance{50};
 const char* const kProgram = "veltrin";
 
@@ -35,6 +36,14 @@ std::string makeRunFolder() {
   std::string folder = (std::filesystem::temp_directory_path() / "veltrin-desk-XXXXXX").string();
   if (mkdtemp(folder.data()) == nullptr) throw std::runtime_error("no folder for the desk");
   return folder;
+}
+
+// The number of a screen that nobody else is likely to take.
+int anyDisplay() {
+  constexpr int kFirst = 1000;
+  constexpr int kLast = 50000;  // a screen's number, with 6000 added, is a port
+  std::random_device chance;
+  return std::uniform_int_distribution(kFirst, kLast)(chance);
 }
 
 // A text as an expression that means just itself.
@@ -122,10 +131,14 @@ Desk::Desk() {
   setenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1", 1);
   setenv("QT_QPA_PLATFORM", "xcb", 1);
   setenv("LC_ALL", "C.UTF-8", 1);
-  // The server itself finds a free number and tells it: desks may be made side by side.
+  // Desks may be made side by side. A server that looks for a free number by itself does not see
+  // those in other network namespaces, whose sockets lie in the same folder, so each takes one at
+  // random. It tells the number when it is ready.
   const std::string number = folder + "/display";
   screen_.emplace(std::vector<std::string>{
-      "sh", "-c", "exec Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>'" + number + "'"});
+      "sh", "-c",
+      "exec Xvfb :" + std::to_string(anyDisplay()) +
+          " -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>'" + number + "'"});
   bus_.emplace(std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--nopidfile",
                                         "--address=" + bus});
   std::string display;
