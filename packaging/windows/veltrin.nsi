@@ -29,6 +29,8 @@ VIAddVersionKey FileDescription "Installer of Veltrin"
 VIAddVersionKey LegalCopyright "The makers of Veltrin, GPL-3.0-or-later"
 ShowInstDetails nevershow
 ShowUninstDetails nevershow
+; A file that cannot be written ends the installation; a silent one would go on without it.
+AllowSkipFiles off
 
 !define REGISTRY_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Veltrin"
 ; What src/platform/windows/windows_files.h looks for beside the program.

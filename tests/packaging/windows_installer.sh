@@ -80,6 +80,15 @@ close_program() {
   await "the end of the program" 60 has_ended
 }
 
+# --- In a folder that cannot be made --------------------------------------
+
+step "nothing is installed that cannot be written"
+code=0
+windows "$setup" /S '/D=Z:\proc\veltrin' || code=$?
+expect "the exit code for a folder that cannot be made" "$code" 2
+expect_unregistered HKCU
+missing "$own_menu" || fail "the start menu names a program that is not there"
+
 # --- For all users, without a window --------------------------------------
 
 step "for all users: installation"

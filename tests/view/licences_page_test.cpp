@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The page on the licences, as the installation has it, against what the Windows installer
-// brings along.
+// brings along. Its form is looked at with that of the other help pages.
 #include <filesystem>
 #include <fstream>
 #include <regex>
@@ -8,17 +8,13 @@
 #include <sstream>
 #include <string>
 
-#include <QXmlStreamReader>
-
 #include "gmock/gmock.h"
 #include "gtest/gtest.h"
-#include "platform/qt/qt_text.h"
 
 namespace veltrin {
 namespace {
 
 using testing::HasSubstr;
-using testing::Not;
 
 const std::filesystem::path kHelp = SHARE_FOLDER "/help";
 const std::filesystem::path kCollector = SOURCE_FOLDER "/packaging/windows/collect-licences.sh";
@@ -49,39 +45,9 @@ TEST(LicencesPage, NamesExactlyTheTextsThatTheInstallerBringsAlong) {
   EXPECT_EQ(named, brought);
 }
 
-TEST(LicencesPage, IsLinkedFromTheHelpPages) {
+TEST(LicencesPage, IsLinkedFromTheHomePageAndFromTheContents) {
   EXPECT_THAT(read(kHelp / "home.html"), HasSubstr("href=\"licences.html\""));
-  EXPECT_THAT(read(kHelp / "index.html"), HasSubstr("href=\"licences.html\""));
-}
-
-TEST(LicencesPage, EveryLinkLeadsSomewhere) {
-  for (const std::string& link : found(read(kHelp / "licences.html"), "href=\"([^\"]*)\"")) {
-    EXPECT_TRUE(std::filesystem::exists(kHelp / link)) << link;
-  }
-}
-
-TEST(LicencesPage, NothingIsFetchedFromTheNetworkAndNothingRuns) {
-  const std::string text = read(kHelp / "licences.html");
-  for (const char* foreign : {"http:", "https:", "//", "<script", "@import", "url("}) {
-    EXPECT_THAT(text, Not(HasSubstr(foreign)));
-  }
-}
-
-TEST(LicencesPage, FollowsTheDesktopIntoTheDarkAndHasInkForPaper) {
-  const std::string text = read(kHelp / "licences.html");
-  EXPECT_THAT(text, HasSubstr("@media (prefers-color-scheme: dark)"));
-  EXPECT_THAT(text, HasSubstr("@media print"));
-}
-
-TEST(LicencesPage, EveryElementIsClosed) {
-  std::string xml = std::regex_replace(read(kHelp / "licences.html"),
-                                       std::regex("<(meta|img)([^>]*)>"), "<$1$2/>");
-  xml.erase(0, xml.find("<html"));
-  QXmlStreamReader reader(toQt(xml));
-  while (!reader.atEnd()) reader.readNext();
-
-  EXPECT_FALSE(reader.hasError()) << fromQt(reader.errorString()) << " in line "
-                                  << reader.lineNumber();
+  EXPECT_THAT(read(kHelp / "index.html"), HasSubstr("<li><a href=\"licences.html\""));
 }
 
 }  // namespace

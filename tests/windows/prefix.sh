@@ -29,6 +29,25 @@ take_own_prefix() {
   export WINEPREFIX=$1 VELTRIN_WINEPREFIX=$1
 }
 
+# Puts a program into the system folder of the prefix that was taken, under these names and in
+# place of Wine's own. All else on the drive stays the shared one's. Usage: put_into_system FILE NAME...
+put_into_system() {
+  local drive=$WINEPREFIX/drive_c system=$WINEPREFIX/drive_c/windows/system32 shared file=$1 name
+  shared=$(readlink -f "$drive")
+  rm "$drive"
+  mkdir -p "$system"
+  find "$shared" -mindepth 1 -maxdepth 1 ! -name windows -exec ln -s -t "$drive" {} +
+  find "$shared/windows" -mindepth 1 -maxdepth 1 ! -name system32 -exec ln -s -t "$drive/windows" {} +
+  find "$shared/windows/system32" -mindepth 1 -maxdepth 1 -exec ln -s -t "$system" {} +
+  shift
+  for name in "$@"; do
+    rm -f "$system/$name.exe"
+    cp "$file" "$system/$name.exe"
+    # Wine takes its own program of a name in that folder else, whatever lies there.
+    WINEDLLOVERRIDES="$WINEDLLOVERRIDES;$name.exe=n"
+  done
+}
+
 # Ends all programs of the prefix that was taken, and removes it.
 end_own_prefix() {
   wineserver -k 2>/dev/null || true

@@ -241,11 +241,14 @@ start_screen() {
 }
 
 # Starts the program in a virtual desktop and waits for its menu, whose buttons are then
-# `menu`, and whose number is `menu_window`. What stands in $work before is what the program finds.
+# `menu`, and whose number is `menu_window`. What stands in $work before is what the program finds,
+# and `scripted_tool`, where it is set, is what it finds as ping, tracert and pathping of the system.
+scripted_tool=
 start_program() {
   start_screen
   own_prefix=$(mktemp -d)
   take_own_prefix "$own_prefix" $((96 * percent / 100))
+  [ -z "$scripted_tool" ] || put_into_system "$scripted_tool" ping tracert pathping
   wine explorer "/desktop=veltrin,${screen_width}x${screen_height}" \
     "Z:${work//\//\\}\\veltrin.exe" </dev/null >/dev/null 2>&1 &
   children+=($!)

@@ -225,7 +225,6 @@ esac
 
 printf 'not tested: the ping, tracert and pathping of Windows; a scripted tool stands in for them\n'
 printf 'not opened: setlang, DosFrm and DosApp; the program shows them to nobody\n'
-for name in ping tracert pathping; do cp "$scripted_tool" "$work/$name.exe"; done
 start_web_server
 sed -i "s/^ProbeHost=.*/ProbeHost=far.example\r/
         s|^\(DownloadTestUrl[1-6]\)=.*|\1=http://127.0.0.1:$port/file\r|" "$work/installation.ini"

@@ -14,7 +14,7 @@ namespace veltrin {
 //
 // An installation for all users lies where only administrators may write: whoever could
 // put a file beside the program could let everybody else run it, as the system looks there
-// first for libraries and for tools such as "ping". There the program folder is one of the
+// first for libraries and for tools that it lacks. There the program folder is one of the
 // user's own, and what is only in the installation is read from there.
 class WindowsFiles : public Files {
  public:
