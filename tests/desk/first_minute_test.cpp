@@ -73,7 +73,7 @@ class FirstMinuteOnADesk : public KeyboardRun {
   }
 
   void openPingTest() {
-    await("start to splash", [this] { return hasSplash(); });
+    ASSERT_NO_FATAL_FAILURE(await("start to splash", [this] { return hasSplash(); }));
     ASSERT_NO_FATAL_FAILURE(await("splash to menu", [this] { return isShown(kMenu, kWindow); }));
     EXPECT_FALSE(hasSplash());
     ASSERT_NO_FATAL_FAILURE(pressByKeys(kMenu, kWindow));
@@ -85,6 +85,7 @@ class FirstMinuteOnADesk : public KeyboardRun {
     EXPECT_EQ(current(1), "");
     desk_->press("space");
     ASSERT_NO_FATAL_FAILURE(await("Start to first result", [this] { return !current(1).empty(); }));
+    tell("the whole until then", begin_);
     EXPECT_TRUE(isShown(kWindow, "Stop"));
     await("first result to end of pass", [this] { return !current(kRows).empty(); });
   }
@@ -101,17 +102,18 @@ class FirstMinuteOnADesk : public KeyboardRun {
 
   const std::string oldHome_ = std::getenv("HOME") == nullptr ? "" : std::getenv("HOME");
   std::filesystem::path home_;
+  Clock::time_point begin_;
 };
 
 TEST_F(FirstMinuteOnADesk, ANewUserReachesAResultOfThePingTestByTheKeyboardAlone) {
   const std::string mouseBefore = mouse();
   ASSERT_TRUE(std::filesystem::is_empty(home_));
-  const auto begin = Clock::now();
+  begin_ = Clock::now();
   start();
   ASSERT_NO_FATAL_FAILURE(openPingTest());
   ASSERT_NO_FATAL_FAILURE(runFirstPass());
-  EXPECT_LT(Clock::now() - begin, kTold * kLoaded);
-  tell("the whole", begin);
+  EXPECT_LT(Clock::now() - begin_, kTold * kLoaded);
+  tell("the whole", begin_);
   desk_->photograph("first-minute");
 
   for (int row = 1; row <= kRows; ++row) expectReply(row);
