@@ -10,26 +10,26 @@
 #include <string>
 #include <vector>
 
-#include "desk/program_run.h"
+#include "desk/keyboard_run.h"
 
 namespace veltrin::desk {
 namespace {
 
 constexpr milliseconds kSoon{20000};
-constexpr milliseconds kMoment{1500};  // in which the keyboard has moved if it is to move
-constexpr int kMostStops = 40;
 
 // What a control that takes the keyboard may be.
 const std::set<std::string> kRoles = {"push button", "text",         "combo box", "check box",
                                       "list",        "radio button", "list item"};
 
 // A window, the button that opens it, how many controls of it the keyboard reaches there at
-// least (a list does not take it before it has rows), and the keys that close it.
+// least (a list does not take it before it has rows), the keys that close it, and the button
+// that is disabled until the window has done its work, where that begins by itself.
 struct Tool {
   const char* button;
   const char* window;
   std::size_t stops;
   const char* closing = "alt+F4";
+  const char* awaited = nullptr;
 };
 
 constexpr std::array<Tool, 9> kTools{{
@@ -40,34 +40,12 @@ constexpr std::array<Tool, 9> kTools{{
     {"Set MTU", "MTU Test/Set", 2},
     {"Monitor Bandwidth", "NETWORK BANDWIDTH", 2},
     {"InDepth Net Monitor", "Indepth Internet Monitor", 0},
-    {"Download test", "Stability Analyzer ", 1},
+    {"Download test", "Stability Analyzer ", 1, "alt+F4", "Done"},
     {"Monitor Outage", "Monitor for Outage", 5},
 }};
 
-class KeyboardOnADesk : public ProgramRun {
+class KeyboardOnADesk : public KeyboardRun {
  protected:
-  static std::string idOf(const Element& element) {
-    return element.role + " " + element.name + " at " + std::to_string(element.left) + ", " +
-           std::to_string(element.top);
-  }
-
-  // Where the keyboard is, once it is in that window; nothing when it is nowhere there.
-  static std::optional<Element> focusIn(const std::string& window) {
-    const auto focus = focusOf("veltrin");
-    return focus && focus->window == window ? focus : std::nullopt;
-  }
-
-  // Waits for the keyboard to be elsewhere than at a control.
-  static std::optional<Element> focusAfter(const std::string& window,
-                                           const std::optional<Element>& before) {
-    std::optional<Element> now;
-    eventually(kMoment, [&] {
-      now = focusIn(window);
-      return now && (!before || idOf(*now) != idOf(*before));
-    });
-    return now;
-  }
-
   // The controls that the key Tab reaches, from the first to the one before it comes again.
   std::vector<Element> walk(const std::string& window) {
     std::vector<Element> stops;
@@ -95,20 +73,19 @@ class KeyboardOnADesk : public ProgramRun {
     }
   }
 
-  // Presses Tab until the keyboard is at that control, and then the space bar.
-  void pressByKeys(const std::string& window, const std::string& name) {
-    auto now = focusAfter(window, std::nullopt);
-    for (int step = 0; step < kMostStops && !(now && now->name == name); ++step) {
-      desk_->press("Tab");
-      now = focusAfter(window, now);
-    }
-    ASSERT_TRUE(now && now->name == name) << name << ", but " << (now ? idOf(*now) : "nowhere");
-    desk_->press("space");
-  }
-
   void open(const std::string& from, const Tool& tool) {
     ASSERT_NO_FATAL_FAILURE(pressByKeys(from, tool.button));
     ASSERT_TRUE(eventually(kSoon, [&] { return desk_->hasWindow(tool.window); })) << tool.window;
+  }
+
+  static void awaitEnabled(const std::string& window, const std::string& button) {
+    const bool enabled = eventually(kSoon, [&] {
+      const auto elements = elementsOf("veltrin");
+      return std::any_of(elements.begin(), elements.end(), [&](const Element& element) {
+        return element.window == window && element.name == button && element.enabled;
+      });
+    });
+    EXPECT_TRUE(enabled) << window << ": " << button;
   }
 
   void close(const Tool& tool) {
@@ -119,12 +96,8 @@ class KeyboardOnADesk : public ProgramRun {
   void visit(const Tool& tool) {
     SCOPED_TRACE(tool.window);
     ASSERT_NO_FATAL_FAILURE(open(kMenu, tool));
-    // A download's button is pale until its end.
-    std::vector<Element> stops;
-    eventually(kSoon, [&] {
-      stops = walk(tool.window);
-      return stops.size() >= tool.stops;
-    });
+    if (tool.awaited != nullptr) awaitEnabled(tool.window, tool.awaited);
+    const auto stops = walk(tool.window);
     EXPECT_GE(stops.size(), tool.stops);
     expectToldWell(tool.window, stops);
     close(tool);

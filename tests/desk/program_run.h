@@ -49,6 +49,8 @@ class ProgramRun : public ::testing::Test {
     });
   }
 
+  bool hasSplash() { return isShown(kMenu, "Your Version 1.03  -  Dated 5 Jan 2012"); }
+
   void awaitMenu() {
     ASSERT_TRUE(eventually(milliseconds(30000), [&] { return isShown(kMenu, "Ping Test"); }));
   }

@@ -13,8 +13,6 @@ namespace {
 
 class StartOnADesk : public ProgramRun {
  protected:
-  bool hasSplash() { return isShown(kMenu, "Your Version 1.03  -  Dated 5 Jan 2012"); }
-
   // Puts a program in front of PATH that keeps what it is asked to open.
   std::filesystem::path makeOpener() {
     const std::filesystem::path folder = data_ / "opener";

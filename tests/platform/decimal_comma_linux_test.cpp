@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Numbers on a desktop whose language writes a comma before decimals: the toolkit sets the
-// locale of the whole program by it. The system's own compiler of locales makes the language,
-// so that it need not be installed.
+// locale of the whole program by it.
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <gtest/gtest.h>
-#include <string>
-#include <unistd.h>
+#include <memory>
 
+#include "support/german_language.h"
 #include "text/loose.h"
 #include "text/numbers.h"
 
@@ -18,29 +16,25 @@ namespace {
 
 class DecimalComma : public ::testing::Test {
  protected:
+  static void SetUpTestSuite() { german_ = std::make_unique<GermanLanguage>(); }
+  static void TearDownTestSuite() { german_.reset(); }
+
   void SetUp() override {
-    const std::string command = "localedef -i de_DE -f UTF-8 " + folder_ + "/de_DE.UTF-8";
-    std::filesystem::create_directories(folder_);
-    if (std::system((command + " 2>/dev/null").c_str()) != 0) {
-      GTEST_SKIP() << "the language cannot be made here: the package locales is missing";
-    }
-    setenv("LOCPATH", folder_.c_str(), 1);
-    ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr);
+    if (!german_->isMade()) GTEST_SKIP() << GermanLanguage::kMissing;
+    setenv("LOCPATH", german_->folder().c_str(), 1);
+    ASSERT_NE(std::setlocale(LC_ALL, GermanLanguage::kName), nullptr);
     char text[8];
     std::snprintf(text, sizeof text, "%.1f", 0.5);
     ASSERT_STREQ(text, "0,5");
   }
 
-  ~DecimalComma() override {
+  void TearDown() override {
     std::setlocale(LC_ALL, "C");
     unsetenv("LOCPATH");
-    std::filesystem::remove_all(folder_);
   }
 
  private:
-  const std::string folder_ =
-      (std::filesystem::temp_directory_path() / ("veltrin-comma-" + std::to_string(getpid())))
-          .string();
+  static inline std::unique_ptr<GermanLanguage> german_;
 };
 
 TEST_F(DecimalComma, LeavesThePointInNumbersThatAreWritten) {
