@@ -200,8 +200,8 @@ bool isEachAtWork(const Desk& desk) {
   };
   const bool outage = tells(kOutage, "Run Time: [1-9].*");
   const bool protocols = tells(kProtocols, "Version 4, datagrams sent [1-9][0-9]* sec.*");
-  return tells(kBandwidth, "Scale to 1,000 KB per second, total [1-9][0-9]*") && outage && protocols &&
-         desk.hasWindow(kOutage);
+  return tells(kBandwidth, "Scale to 1,000 KB per second, total [1-9][0-9]*") && outage &&
+         protocols && desk.hasWindow(kOutage);
 }
 
 int run(int duration, bool isSmoke, const std::string& program) {

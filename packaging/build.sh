@@ -25,9 +25,10 @@ source_moment() {
 
 # Optimised as Debian does it and without the facts for a debugger, which would be stripped
 # off again; hardened, as it listens to the network; and the folder in which it is built
-# leaves no trace in what is built.
+# leaves no trace in what is built, so the compiler cache serves any other folder too.
 debian() {
   install_packages build
+  export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
   need cmake ninja dpkg-deb dpkg-shlibdeps file
   source_moment
   umask 022

@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Runs a Windows program under Wine in a prefix of the tests' own, as Wine makes no
 # windows without a screen on that of VELTRIN_WINE_DISPLAY, or on one of its own where
-# there is none. With VELTRIN_WINE_DPI the screen has so many dots an inch: 96 are 100 percent.
+# there is none. With VELTRIN_WINE_DPI it is always one of its own, with so many dots an inch: 96
+# are 100 percent.
 set -eu
 . "$(dirname "$(readlink -f "$0")")/prefix.sh"
 
@@ -19,6 +20,7 @@ trap end EXIT
 if [ -n "${VELTRIN_WINE_DPI:-}" ]; then
   own_prefix=$(mktemp -d)
   take_own_prefix "$own_prefix" "$VELTRIN_WINE_DPI"
+  unset DISPLAY VELTRIN_WINE_DISPLAY
 else
   make_prefix
 fi
