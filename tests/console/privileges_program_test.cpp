@@ -80,7 +80,7 @@ class PrivilegesOf : public ::testing::TestWithParam<Tool> {
 
   // A copy that others may start, and that has the right to raw sockets.
   fs::path lentCopy() const {
-    const fs::path copy = folder_ / GetParam().name;
+    fs::path copy = folder_ / GetParam().name;
     fs::copy_file(GetParam().path, copy);
     fs::permissions(copy, fs::perms::others_exec | fs::perms::others_read, fs::perm_options::add);
     return copy;

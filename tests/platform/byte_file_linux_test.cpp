@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What Linux refuses of files that are written over in their place.
 #include <cerrno>
-#include <filesystem>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -10,8 +9,6 @@
 
 namespace veltrin {
 namespace {
-
-namespace fs = std::filesystem;
 
 // What a forked copy of this program without root's rights finds out, as its exit code.
 int asNobody(const std::function<int()>& action) {

@@ -148,7 +148,8 @@ std::string findInPath(const std::string& name) {
     const std::string folder(folders.substr(0, end));
     // Any other is relative to the current folder, where a download of anybody's may lie.
     if (folder.starts_with('/')) {
-      std::string path = folder + "/" + name;
+      std::string path = folder + "/";
+      path += name;
       if (isExecutable(path)) return path;
     }
     if (end == std::string_view::npos) return {};
