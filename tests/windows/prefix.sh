@@ -51,6 +51,7 @@ put_into_system() {
 # Ends all programs of the prefix that was taken, and removes it.
 end_own_prefix() {
   wineserver -k 2>/dev/null || true
-  wineserver -w 2>/dev/null || true
+  # A program that lost its screen may never end.
+  timeout 30 wineserver -w 2>/dev/null || wineserver -k9 2>/dev/null || true
   rm -rf "$WINEPREFIX"
 }
