@@ -21,6 +21,7 @@ take() {
 take LICENSE GPL-3.txt
 take /usr/share/common-licenses/LGPL-3 LGPL-3.txt
 take /usr/share/common-licenses/CC0-1.0 CC0-1.0.txt
+take /usr/share/common-licenses/MPL-2.0 MPL-2.0.txt
 take /usr/share/doc/qt6-base-dev/copyright Qt.txt
 take packaging/windows/qt-more.txt Qt-more.txt
 take /usr/share/doc/mingw-w64-common/copyright mingw-w64.txt
