@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // lab: runs a command on a simulated Internet.
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <exception>
 #include <optional>
@@ -24,12 +25,6 @@ namespace {
 constexpr int kExitUsage = 2;
 constexpr int kExitBadScenario = 1;
 
-constexpr const char* kUsage =
-    "Usage: lab SCENARIO [--] COMMAND [ARGUMENTS...]\n"
-    "       lab --check SCENARIO\n"
-    "       lab --list\n"
-    "       lab --help\n";
-
 constexpr const char* kHelp =
     "\n"
     "Runs COMMAND on a simulated Internet. No packet leaves the lab.\n"
@@ -47,8 +42,19 @@ constexpr const char* kHelp =
     "  127   COMMAND is not found\n"
     "  128+N COMMAND was ended by signal N\n";
 
+// A package may have given the lab another name.
+void printUsage(std::FILE* to) {
+  const char* name = program_invocation_short_name;
+  std::fprintf(to,
+               "Usage: %s SCENARIO [--] COMMAND [ARGUMENTS...]\n"
+               "       %s --check SCENARIO\n"
+               "       %s --list\n"
+               "       %s --help\n",
+               name, name, name, name);
+}
+
 int refuseCommandLine() {
-  std::fputs(kUsage, stderr);
+  printUsage(stderr);
   return kExitUsage;
 }
 
@@ -88,7 +94,7 @@ int obey(std::vector<std::string> arguments) {
   if (arguments.empty()) return refuseCommandLine();
   const std::string first = arguments[0];
   if (first == "--help" && arguments.size() == 1) {
-    std::fputs(kUsage, stdout);
+    printUsage(stdout);
     std::fputs(kHelp, stdout);
     return 0;
   }

@@ -175,6 +175,13 @@ TEST(LabProgram, ShowsItsUsageForACommandLineItDoesNotUnderstand) {
   }
 }
 
+TEST(LabProgram, CallsItselfByTheNameThatItHas) {
+  const Outcome outcome = runLine("bash -c 'exec -a /usr/bin/veltrin-lab \"$LAB\" --list nowhere'");
+  EXPECT_EQ(outcome.code, 2);
+  EXPECT_THAT(outcome.text, StartsWith("Usage: veltrin-lab SCENARIO "));
+  EXPECT_THAT(outcome.text, HasSubstr("\n       veltrin-lab --help\n"));
+}
+
 TEST(LabProgram, ShowsItsHelp) {
   const Outcome outcome = runLine("\"$LAB\" --help");
   EXPECT_EQ(outcome.code, 0);
