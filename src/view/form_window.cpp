@@ -184,10 +184,21 @@ void FormWindow::keepOnScreen() {
   if (beyond > 0 && free > 0) move(x(), frameGeometry().top() - std::min(beyond, free));
 }
 
+// Windows places what opens without regard to the right edge of a small screen.
+void FormWindow::comeOntoScreen() {
+  const QPoint corner = cornerWithin(screen()->availableGeometry(), frameGeometry());
+  if (isVisible() && corner != frameGeometry().topLeft()) move(corner);
+}
+
 void FormWindow::showEvent(QShowEvent* event) {
   if (event->spontaneous()) return;
   noteOpener();
-  if (!(windowFlags() & Qt::FramelessWindowHint) || testAttribute(Qt::WA_Moved)) return;
+  if (!(windowFlags() & Qt::FramelessWindowHint)) {
+    // Its place and its frame are known when the system has made them.
+    QMetaObject::invokeMethod(this, &FormWindow::comeOntoScreen, Qt::QueuedConnection);
+    return;
+  }
+  if (testAttribute(Qt::WA_Moved)) return;
   const QRect room = screen()->availableGeometry();
   move(room.center() - rect().center());
 }

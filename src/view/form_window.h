@@ -73,6 +73,7 @@ class FormWindow : public QWidget {
   void standOver(const QWidget& window);
   void giveKeyboardToWhatIsSeen();
   void keepOnScreen();
+  void comeOntoScreen();
 
   std::function<void()> closing_;
   std::function<void()> pressing_;

@@ -119,6 +119,17 @@ TEST_F(ScreenTest, AWindowsPlaceIsThatOfItsFrameInPixels) {
   EXPECT_GT(frame.height(), window->height()) << "the frame counts";
 }
 
+TEST_F(ScreenTest, AWindowOpensInsideItsScreen) {
+  const QRect room = window->screen()->availableGeometry();
+  window->hide();
+  window->move(room.bottomRight() - QPoint(50, 40));
+
+  window->show();
+
+  EXPECT_TRUE(QTest::qWaitFor([&] { return room.contains(window->frameGeometry()); }))
+      << window->frameGeometry().right() << " of " << room.right();
+}
+
 TEST_F(ScreenTest, AWindowComesToItsPlaceOnEveryScreen) {
   for (QScreen* screen : screens()) {
     const ScreenRectangle place = placeOn(*screen);
