@@ -40,7 +40,8 @@ class WindowsDesktopSystem : public DesktopSystem {
                        FormLooks looks)
       : timers_(events_.gate()),
         processes_([this](void* event) { sleepUntilSignalled(events_, event); }),
-        profiles_([this](const std::string& path) { return files_.native(path); }),
+        profiles_([this](const std::string& path) { return files_.native(path); },
+                  [this](const std::string& path) { return files_.mayWrite(path); }),
         wmi_([this](void* event) { sleepUntilSignalled(events_, event); }),
         icmp_([this](void* event) { sleepUntilSignalled(events_, event); }),
         desktop_(events_, files_, applicationTitle, std::move(looks)),

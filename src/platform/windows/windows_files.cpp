@@ -6,7 +6,9 @@
 #include <windows.h>
 
 #include "platform/portable/byte_file.h"
+#include "platform/portable/file_failure.h"
 #include "platform/portable/file_names.h"
+#include "platform/portable/own_folder.h"
 #include "platform/portable/regular_file.h"
 #include "platform/portable/replacing_stream.h"
 #include "platform/windows/code_page.h"
@@ -63,10 +65,20 @@ WindowsFiles::WindowsFiles(std::string programFolder)
 
 std::string WindowsFiles::programFolder() const { return folders_.data; }
 
+bool WindowsFiles::isOwn(const std::string& path) const {
+  return path.starts_with(folders_.data + "\\");
+}
+
+bool WindowsFiles::mayWrite(const std::string& path) const {
+  return !isOwn(path) || !isThere(folders_.data) || staysBelow(folders_.data + "\\", path);
+}
+
+void WindowsFiles::requireMayWrite(const std::string& path) const {
+  if (!mayWrite(path)) failFile(std::make_error_code(std::errc::permission_denied));
+}
+
 std::string WindowsFiles::native(const std::string& path) const {
-  if (folders_.share.empty() || !path.starts_with(folders_.data + "\\") || isThere(path)) {
-    return path;
-  }
+  if (folders_.share.empty() || !isOwn(path) || isThere(path)) return path;
   const std::string shared = folders_.share + path.substr(folders_.data.size());
   return isThere(shared) ? shared : path;
 }
@@ -77,6 +89,7 @@ bool WindowsFiles::exists(const std::string& path) const {
 }
 
 void WindowsFiles::CreateFolder(const std::string& path) {
+  requireMayWrite(path);
   if (CreateDirectoryW(toWide(path).c_str(), nullptr) == FALSE) {
     throw StatementFailed("The folder cannot be made: " + path, kPathNotFound);
   }
@@ -86,10 +99,12 @@ std::unique_ptr<TextStream> WindowsFiles::OpenTextFile(const std::string& folder
                                                        const std::string& name, FileMode mode,
                                                        bool create) {
   requireFileName(folder, name);
+  requireMayWrite(folder + name);
   return openReplacing(folder + name, mode, create, toAnsi);
 }
 
 std::unique_ptr<TextStream> WindowsFiles::openOutput(const std::string& path) {
+  requireMayWrite(path);
   return openReplacing(path, FileMode::Writing, true, toAnsi);
 }
 
@@ -98,9 +113,15 @@ std::string WindowsFiles::readText(const std::string& path) const {
 }
 
 std::unique_ptr<ByteStream> WindowsFiles::openBinary(const std::string& path) {
+  requireMayWrite(path);
   return openInPlace(path);
 }
 
-void WindowsFiles::Kill(const std::string& path) { deleteFile(path); }
+// A link is deleted itself, so only the folder in which it lies has to stay.
+void WindowsFiles::Kill(const std::string& path) {
+  const std::string folder = path.substr(0, path.rfind('\\') + 1);
+  if (isThere(folder)) requireMayWrite(folder);
+  deleteFile(path);
+}
 
 }  // namespace veltrin

@@ -43,6 +43,10 @@ class WindowsFiles : public Files {
   std::string programFolder() const override;
   std::string native(const std::string& path) const override;
 
+  // Whether a file may be written, replaced or made: in the program folder not through a
+  // link, or below a junction, that leads out of it.
+  bool mayWrite(const std::string& path) const;
+
   // GetFileAttributesA, in the program folder and then in the installation. A path with a NUL is
   // not there.
   bool exists(const std::string& path) const override;
@@ -56,6 +60,11 @@ class WindowsFiles : public Files {
   void Kill(const std::string& path) override;
 
  private:
+  bool isOwn(const std::string& path) const;
+
+  // Throws StatementFailed, "Permission denied", where a path may not be written.
+  void requireMayWrite(const std::string& path) const;
+
   Folders folders_;
 };
 

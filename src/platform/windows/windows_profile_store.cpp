@@ -41,7 +41,8 @@ std::string WindowsProfileStore::read(const std::optional<std::string>& section,
 
 bool WindowsProfileStore::write(const std::string& section, const std::optional<std::string>& key,
                                 const std::optional<std::string>& value, const std::string& path) {
-  return WritePrivateProfileStringA(Argument(section).pointer(), Argument(key).pointer(),
+  return mayWrite_(path) &&
+         WritePrivateProfileStringA(Argument(section).pointer(), Argument(key).pointer(),
                                     Argument(value).pointer(), Argument(path).pointer()) != FALSE;
 }
 

@@ -19,8 +19,13 @@ class WindowsProfileStore : public ProfileStore {
   // Tells where a file is to be read that the program names by a path of its own.
   using NativePath = std::function<std::string(const std::string&)>;
 
-  explicit WindowsProfileStore(NativePath nativePath = [](const std::string& path) { return path; })
-      : nativePath_(std::move(nativePath)) {}
+  // Tells whether a file may be written; what may not is left as it is.
+  using MayWrite = std::function<bool(const std::string&)>;
+
+  explicit WindowsProfileStore(
+      NativePath nativePath = [](const std::string& path) { return path; },
+      MayWrite mayWrite = [](const std::string&) { return true; })
+      : nativePath_(std::move(nativePath)), mayWrite_(std::move(mayWrite)) {}
 
   std::string read(const std::optional<std::string>& section, const std::optional<std::string>& key,
                    const std::string& fallback, std::size_t size, const std::string& path) override;
@@ -30,6 +35,7 @@ class WindowsProfileStore : public ProfileStore {
 
  private:
   NativePath nativePath_;
+  MayWrite mayWrite_;
 };
 
 }  // namespace veltrin
