@@ -82,7 +82,7 @@ open_screen() {
   xauth -q -f "$screen_folder/cookies" add :0 . "$cookie" 2>/dev/null
   Xtigervnc -displayfd 7 -geometry 1280x800 -rfbport "$port" -localhost \
     -SecurityTypes VncAuth -PasswordFile "$screen_folder/password" \
-    -auth "$screen_folder/cookies" -nolisten tcp \
+    -auth "$screen_folder/cookies" -nolisten tcp -noreset \
     7>"$screen_folder/number" >"$screen_folder/log" 2>&1 &
   screen_server=$!
   while [ ! -s "$screen_folder/number" ]; do

@@ -52,7 +52,7 @@ start_wine_server() {
   wine_server=$!
   local number
   number=$(mktemp)
-  Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 &
+  Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp -noreset 3>"$number" >/dev/null 2>&1 &
   wine_screen=$!
   # An interrupt lets the server end its helpers, too.
   trap 'kill -INT $wine_server 2>/dev/null && wait $wine_server || true

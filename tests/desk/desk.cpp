@@ -133,12 +133,13 @@ Desk::Desk() {
   setenv("LC_ALL", "C.UTF-8", 1);
   // Desks may be made side by side. A server that looks for a free number by itself does not see
   // those in other network namespaces, whose sockets lie in the same folder, so each takes one at
-  // random. It tells the number when it is ready.
+  // random. It tells the number when it is ready. A server that begins anew when its last
+  // program leaves refuses the next for a moment.
   const std::string number = folder + "/display";
   screen_.emplace(std::vector<std::string>{
       "sh", "-c",
       "exec Xvfb :" + std::to_string(anyDisplay()) +
-          " -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>'" + number + "'"});
+          " -displayfd 3 -screen 0 1280x900x24 -nolisten tcp -noreset 3>'" + number + "'"});
   bus_.emplace(std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--nopidfile",
                                         "--address=" + bus});
   std::string display;

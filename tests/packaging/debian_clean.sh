@@ -137,7 +137,7 @@ for path in applications/veltrin.desktop metainfo/org.example.veltrin.metainfo.x
   [ -s "$root/usr/share/$path" ] || fail "there is no /usr/share/$path"
 done
 
-Xvfb -displayfd 3 -ac -screen 0 900x640x24 -nolisten tcp 3>"$work/number" >/dev/null 2>&1 &
+Xvfb -displayfd 3 -ac -screen 0 900x640x24 -nolisten tcp -noreset 3>"$work/number" >/dev/null 2>&1 &
 screen=$!
 for ((wait = 0; wait < 300; wait++)); do
   [ ! -s "$work/number" ] || break

@@ -56,7 +56,7 @@ await() {
 }
 
 # A screen that nobody else has taken; the X server chooses its number itself.
-Xvfb -displayfd 3 -screen 0 900x640x24 -nolisten tcp 3>"$room/display" >/dev/null 2>&1 &
+Xvfb -displayfd 3 -screen 0 900x640x24 -nolisten tcp -noreset 3>"$room/display" >/dev/null 2>&1 &
 children+=($!)
 await "a screen" 30 test -s "$room/display"
 DISPLAY=:$(cat "$room/display")

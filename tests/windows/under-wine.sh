@@ -27,7 +27,7 @@ fi
 
 screen=()
 [ -z "${VELTRIN_WINE_DISPLAY:-}" ] || export DISPLAY=$VELTRIN_WINE_DISPLAY
-[ -n "${DISPLAY:-}" ] || screen=(xvfb-run -a -s "-screen 0 1024x768x24 -nolisten tcp")
+[ -n "${DISPLAY:-}" ] || screen=(xvfb-run -a -s "-screen 0 1024x768x24 -nolisten tcp -noreset")
 
 code=0
 "${screen[@]}" wine "$@" >"$output" 2>&1 </dev/null || code=$?

@@ -25,7 +25,7 @@ await() {
 is_managed() { xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'; }
 
 # The server itself finds a free number and tells it: tests run side by side.
-Xvfb -displayfd 3 -screen 0 1600x1200x24 -nolisten tcp 3>"$folder/display" 2>/dev/null &
+Xvfb -displayfd 3 -screen 0 1600x1200x24 -nolisten tcp -noreset 3>"$folder/display" 2>/dev/null &
 children+=($!)
 await test -s "$folder/display"
 DISPLAY=:$(cat "$folder/display")
