@@ -90,12 +90,18 @@ buttons_in() {
 has_buttons_in() { [ "$(buttons_in "$1" | wc -l)" -ge "$2" ]; }
 lacks_buttons_in() { ! has_buttons_in "$1" "$2"; }
 
-# Clicks at a place of a window in pixels of its own.
-click_in() { xdotool mousemove --window "$1" "$2" "$3" sleep 0.1 click 1; }
+# Clicks at a place of a window in pixels of its own; nowhere where no place is given, as of a
+# button that has gone.
+click_in() { [ $# -lt 3 ] || xdotool mousemove --window "$1" "$2" "$3" sleep 0.1 click 1; }
 # Clicks its button of that number.
 press_in() {
-  await "button $2 of a window" 60 has_buttons_in "$1" "$2"
-  click_in "$1" $(buttons_in "$1" | sed -n "$2p")
+  local place
+  await "button $2 of a window" 60 finds_button_in "$1" "$2"
+  click_in "$1" $place
+}
+finds_button_in() {
+  place=$(buttons_in "$1" | sed -n "$2p")
+  [ -n "$place" ]
 }
 
 # Takes the mouse to where it touches nothing.
