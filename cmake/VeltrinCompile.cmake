@@ -18,13 +18,15 @@ option(VELTRIN_SANITIZE "Build with the address and undefined-behaviour sanitize
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
-  # Precompiled headers are cached only when their time stamps are ignored. Programs for
-  # Windows hold no path of where they were built, so one folder serves the others.
+  # Precompiled headers are cached only when their time stamps are ignored. What a source
+  # includes is taken from the list that the compiler writes, not from a pass of the preprocessor,
+  # which would be a tenth of a first build. Programs for Windows hold no path of where they were
+  # built, so one folder serves the others.
   if(WIN32)
     set(CCACHE_PATHS CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1)
   endif()
   set(CMAKE_CXX_COMPILER_LAUNCHER
-      ${CMAKE_COMMAND} -E env
+      ${CMAKE_COMMAND} -E env CCACHE_DEPEND=1
       CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
       ${CCACHE_PATHS}
       ${CCACHE_PROGRAM})
