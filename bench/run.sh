@@ -2,9 +2,10 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Takes all figures: builds the benchmarks, runs each beside its peer, in the lab where it
 # has to be, prints one table of what they found, and writes it into docs/performance.md with
-# the facts of the machine. A whole run takes about 20 minutes and wants a machine that does
-# nothing else. It ends with 0 when all have run, whatever they found; what falls short of
-# its goal, and a peer that is not here, are told in their row.
+# the facts of the machine. A whole run takes ten minutes behind the build and wants a machine
+# that does nothing else; desk_hour_bench takes an hour and is run by its name alone. It ends
+# with 0 when all have run, whatever they found; what falls short of its goal, and a peer that
+# is not here, are told in their row.
 #
 #   bench/run.sh                       all benchmarks
 #   bench/run.sh NAME...               some; only prints
