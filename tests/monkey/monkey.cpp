@@ -3,10 +3,12 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "frame/setlang.h"
 #include "frame/starter.h"
 #include "frame/startup.h"
+#include "mtu/pingit.h"
 #include "route/route_values.h"
 
 namespace veltrin {
@@ -27,6 +29,7 @@ constexpr std::uint32_t kLongestMood = 400;  // things to do
 MonkeyResult Monkey::run(std::uint64_t events) {
   wanted_ = events;
   result_ = {};
+  toolsBefore_ = idle_ = 0;
   while (result_.events < wanted_) {
     provideWorld();
     startProgram();
@@ -79,6 +82,8 @@ void Monkey::scheduleNext() {
   simulation_->loop.after(pause, [this] {
     ++result_.events;
     scheduleNext();
+    if (std::exchange(toolsBefore_, result_.tools) != result_.tools) idle_ = 0;
+    result_.longestIdle = std::max(result_.longestIdle, ++idle_);
     act();
   });
 }
@@ -115,7 +120,11 @@ void Monkey::openSomething() {
   if (oneIn(15 * haste)) openTool();
   if (oneIn(400)) openInDepth();
   if (oneIn(30 * haste)) useMenu();
-  if (oneIn(120 * haste)) program.tools.show(kAbove[below(kAbove.size())]);
+  if (!oneIn(120 * haste)) return;
+  const WindowName above = kAbove[below(kAbove.size())];
+  // A second search of the MTU inside the first would wait for it and be waited for: nobody
+  // gets to the menu, which opens the one, while the other stands before everything.
+  if (above != WindowName::mtutest || !program.isLoaded<pingit>()) program.tools.show(above);
 }
 
 void Monkey::openTool() { simulation_->program().tools.show(kBeside[below(kBeside.size())]); }

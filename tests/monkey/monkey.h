@@ -25,6 +25,7 @@ struct MonkeyResult {
   std::uint64_t events = 0;                       // things the user did
   std::uint64_t programs = 0;                     // programs that were started
   std::uint64_t tools = 0;                        // console tools that were started
+  std::uint64_t longestIdle = 0;                  // events between two such starts, at most
   std::uint64_t echoes = 0;                       // that were sent without a tool
   std::uint64_t downloads = 0;                    // that came to an end
   std::uint64_t messages = 0;                     // messages that were shown
@@ -109,6 +110,8 @@ class Monkey {
   MonkeyResult result_;
   std::unique_ptr<Simulation> simulation_;
   std::size_t failedStarts_ = 0;
+  std::uint64_t toolsBefore_ = 0;  // started before the newest event
+  std::uint64_t idle_ = 0;         // events since a tool was started
   Mood mood_ = Mood::Gathering;
   std::uint32_t moodLeft_ = 0;  // things to do in it
   OpenWindows open_{};          // when last looked at

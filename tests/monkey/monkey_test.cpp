@@ -19,17 +19,21 @@ std::uint64_t setting(const char* name, std::uint64_t otherwise) {
 // one makes way for the menu and two for their followers.
 constexpr std::uint64_t kOpenTogether = 14;
 
+// Events between two starts of a tool, at most. Longer ones mean that nobody can bring the
+// program on.
+constexpr std::uint64_t kLongestIdle = 10000;
+
 std::uint32_t seed() { return static_cast<std::uint32_t>(setting("VELTRIN_MONKEY_SEED", 1)); }
 
 TEST(Monkey, DoesWhatItLikesAndBreaksNothing) {
   const std::uint64_t events = setting("VELTRIN_MONKEY_EVENTS", 100000);
   const MonkeyResult result = Monkey(seed()).run(events);
   std::cout << "seed " << seed() << ": " << result.events << " events, " << result.programs
-            << " programs, " << result.tools << " tools, " << result.echoes << " echoes, "
-            << result.downloads << " downloads, " << result.messages << " messages, "
-            << result.saves << " files, " << result.pages << " pages, " << result.refusedPages
-            << " refused; at once " << result.openTogether << " windows open, "
-            << result.shownTogether << " shown\n";
+            << " programs, " << result.tools << " tools, at most " << result.longestIdle
+            << " events without one, " << result.echoes << " echoes, " << result.downloads
+            << " downloads, " << result.messages << " messages, " << result.saves << " files, "
+            << result.pages << " pages, " << result.refusedPages << " refused; at once "
+            << result.openTogether << " windows open, " << result.shownTogether << " shown\n";
   for (std::size_t name = 0; name < kWindowNames.size(); ++name) {
     std::cout << (name == 0 ? "opened: " : ", ") << kWindowNames[name].second << " "
               << result.openings[name];
@@ -41,6 +45,7 @@ TEST(Monkey, DoesWhatItLikesAndBreaksNothing) {
   EXPECT_EQ(result.failures, 0U);
   EXPECT_EQ(result.openHandles, 0U);
   EXPECT_GT(result.tools, events / 100);
+  EXPECT_LT(result.longestIdle, kLongestIdle) << "the program hung";
   EXPECT_GT(result.echoes, 0U);
   EXPECT_GT(result.downloads, 0U);
   EXPECT_GT(result.messages, 0U);
