@@ -14,23 +14,13 @@
 #include <unistd.h>
 #include <vector>
 
+#include "failure_of.h"
 #include "platform/linux/linux_files.h"
-#include "text/statement.h"
 
 namespace veltrin {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Number of the failure of a statement; 0 when it does not fail.
-int failureOf(const std::function<void()>& statement) {
-  try {
-    statement();
-    return 0;
-  } catch (const StatementFailed& failure) {
-    return failure.number();
-  }
-}
 
 // What a forked copy of this program finds out, as its exit code.
 int inChild(const std::function<int()>& action) {

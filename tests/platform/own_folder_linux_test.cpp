@@ -2,32 +2,21 @@
 // What is saved stays in the program folder: no link in it, which a restored backup, an
 // archive or another program may have left there, takes a text elsewhere.
 #include <filesystem>
-#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 
+#include "failure_of.h"
 #include "platform/linux/linux_files.h"
 #include "platform/portable/file_registry.h"
 #include "platform/portable/own_folder.h"
 #include "platform/portable/profile_file.h"
 #include "platform/portable/registry_value.h"
 #include "scratch_folder.h"
-#include "text/statement.h"
 
 namespace veltrin {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Number of the failure of a statement; 0 when it does not fail.
-int failureOf(const std::function<void()>& statement) {
-  try {
-    statement();
-    return 0;
-  } catch (const StatementFailed& failure) {
-    return failure.number();
-  }
-}
 
 class OwnFolderTest : public testing::Test {
  protected:

@@ -3,33 +3,22 @@
 // text elsewhere.
 #include <cstdlib>
 #include <filesystem>
-#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 #include <windows.h>
 
+#include "failure_of.h"
 #include "platform/portable/own_folder.h"
 #include "platform/windows/code_page.h"
 #include "platform/windows/windows_files.h"
 #include "platform/windows/windows_profile_store.h"
 #include "scratch_folder.h"
-#include "text/statement.h"
 
 namespace veltrin {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Number of the failure of a statement; 0 when it does not fail.
-int failureOf(const std::function<void()>& statement) {
-  try {
-    statement();
-    return 0;
-  } catch (const StatementFailed& failure) {
-    return failure.number();
-  }
-}
 
 // A path as the system below Wine has it; empty where there is no Wine.
 std::string unixPath(const fs::path& path) {
