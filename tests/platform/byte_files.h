@@ -2,13 +2,12 @@
 // Files of bytes in a folder of a test's own, through the system's Files.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 
+#include "failure_of.h"
 #include "gtest/gtest.h"
 #include "scratch_folder.h"
-#include "text/statement.h"
 
 #ifdef _WIN32
 #include "platform/windows/windows_files.h"
@@ -27,16 +26,6 @@ class ByteFileTest : public testing::Test {
     const auto stream = files.openBinary(path(name));
     stream->Put(bytes);
     stream->Close();
-  }
-
-  // Number of the failure of a statement; 0 when it does not fail.
-  static int failureOf(const std::function<void()>& statement) {
-    try {
-      statement();
-      return 0;
-    } catch (const StatementFailed& failure) {
-      return failure.number();
-    }
   }
 
   int failureOfOpening(const std::string& name) {
