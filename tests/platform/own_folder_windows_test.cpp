@@ -10,7 +10,6 @@
 
 #include "failure_of.h"
 #include "platform/portable/own_folder.h"
-#include "platform/windows/code_page.h"
 #include "platform/windows/windows_files.h"
 #include "platform/windows/windows_profile_store.h"
 #include "scratch_folder.h"

@@ -180,15 +180,15 @@ take_tool() {
   leave
   expect_on_screen "$tool" "$1"
 }
-# All of a window can be seen, but for the edges of 4 pixels that Wine draws where Windows leaves
-# them clear: the toolkit counts as Windows does.
+# All of a window can be seen, but for the right edge of 4 pixels, which Wine draws where Windows
+# leaves it clear: the toolkit counts as Windows does.
 stands_on_screen() {
   local place edge
   edge=$(scaled 4)
   read -ra place <<<"$(place_of "$1")"
-  [ "${place[0]}" -ge "-$edge" ] && [ "${place[1]}" -ge 0 ] &&
+  [ "${place[0]}" -ge 0 ] && [ "${place[1]}" -ge 0 ] &&
     [ $((place[0] + place[2])) -le $((screen_width + edge)) ] &&
-    [ $((place[1] + place[3])) -le $((screen_height + edge)) ]
+    [ $((place[1] + place[3])) -le "$screen_height" ]
 }
 expect_on_screen() { await "$2 on the screen" 10 stands_on_screen "$1"; }
 # Closes a window by the button at the right of its title, and waits for that.
