@@ -12,13 +12,11 @@
 #include "platform/portable/regular_file.h"
 #include "platform/portable/replacing_stream.h"
 #include "platform/windows/code_page.h"
+#include "platform/windows/longest_system_path.h"
 #include "text/statement.h"
 
 namespace veltrin {
 namespace {
-
-// Longest path that the system knows, in UTF-16 units with the closing NUL.
-constexpr DWORD kLongestSystemPath = 32768;
 
 bool isThere(const std::string& path) {
   return GetFileAttributesA(toAnsi(path).c_str()) != INVALID_FILE_ATTRIBUTES;
