@@ -9,6 +9,7 @@
 #include "frame/starter.h"
 #include "frame/startup.h"
 #include "mtu/pingit.h"
+#include "mtu/setmtu.h"
 #include "route/route_values.h"
 
 namespace veltrin {
@@ -124,7 +125,8 @@ void Monkey::openSomething() {
   const WindowName above = kAbove[below(kAbove.size())];
   // A second search of the MTU inside the first would wait for it and be waited for: nobody
   // gets to the menu, which opens the one, while the other stands before everything.
-  if (above != WindowName::mtutest || !program.isLoaded<pingit>()) program.tools.show(above);
+  const bool isSearching = program.isLoaded<pingit>() || program.isLoaded<setmtu>();
+  if (above != WindowName::mtutest || !isSearching) program.tools.show(above);
 }
 
 void Monkey::openTool() { simulation_->program().tools.show(kBeside[below(kBeside.size())]); }

@@ -21,7 +21,7 @@ constexpr std::uint64_t kOpenTogether = 14;
 
 // Events between two starts of a tool, at most. Longer ones mean that nobody can bring the
 // program on.
-constexpr std::uint64_t kLongestIdle = 10000;
+constexpr std::uint64_t kLongestIdle = 4000;
 
 std::uint32_t seed() { return static_cast<std::uint32_t>(setting("VELTRIN_MONKEY_SEED", 1)); }
 
