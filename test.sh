@@ -43,11 +43,8 @@ unpack_windows_qt() {
 # which stay: a test that started them would lend them its output, and ctest would
 # wait for them to close it.
 start_wine_server() {
-  export WINEPREFIX="${VELTRIN_WINEPREFIX:-$cache/wine}" WINEDEBUG=-all
-  if [ ! -e "$WINEPREFIX/system.reg" ]; then
-    tests/windows/under-wine.sh cmd.exe /c exit </dev/null >/dev/null 2>&1 || true
-    wineserver -w
-  fi
+  . tests/windows/prefix.sh
+  make_prefix
   wineserver -f -p >/dev/null 2>&1 &
   wine_server=$!
   local number
@@ -75,7 +72,7 @@ run_tests() {
   local summary code=0
   summary=$(mktemp)
   rm -f build/Testing/Temporary/LastTest.log
-  ctest --test-dir build --output-on-failure -j"$((2 * $(nproc)))" 2>&1 | {
+  ctest --test-dir build --output-on-failure -j"$((2 * $(nproc) + 1))" 2>&1 | {
     local line held=
     while IFS= read -r line; do
       if [[ $line =~ ^[0-9]+%\ tests\ passed ]]; then held=1; fi

@@ -12,10 +12,11 @@ if(VELTRIN_SANITIZE)
 endif()
 
 # How much of a machine a test takes, in halves of a processor, of which test.sh gives ctest
-# as many as there are: a test that computes, or judges how long something took, takes two;
-# one that mostly waits takes one, which is also what ctest takes a test for that says
-# nothing. So as many tests compute at once as there are processors, those that wait fill
-# the gaps, and beside a test with a clock there is no more work than one other's.
+# one more than there are, as most of those that wait need far less: a test that computes, or
+# judges how long something took, takes two; one that mostly waits takes one, which is also
+# what ctest takes a test for that says nothing. So as many tests compute at once as there are
+# processors, those that wait fill the gaps, and beside a test with a clock there is little
+# more work than one other's.
 set(VELTRIN_COMPUTES 2)
 set(VELTRIN_WAITS 1)
 

@@ -4,12 +4,16 @@
 export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d"
 export WINEPREFIX="${VELTRIN_WINEPREFIX:-${XDG_CACHE_HOME:-$HOME/.cache}/veltrin/wine}"
 
-# Makes the shared prefix where it is missing. Others may want it at the same moment.
+# Makes the shared prefix where it is missing. Others may want it at the same moment. Its
+# screens have no window manager: told of one, Wine would wait two seconds for its answer
+# whenever a window goes.
 make_prefix() {
   mkdir -p "$WINEPREFIX"
   (
     flock 9
     [ -e "$WINEPREFIX/system.reg" ] || { wineboot --init >/dev/null 2>&1; wineserver -w; }
+    grep -qxF '"Managed"="N"' "$WINEPREFIX/user.reg" ||
+      printf '\n[Software\\\\Wine\\\\X11 Driver]\n"Managed"="N"\n' >>"$WINEPREFIX/user.reg"
   ) 9>"$WINEPREFIX/.lock"
 }
 
