@@ -28,7 +28,7 @@ source_moment() {
 # leaves no trace in what is built, so the compiler cache serves any other folder too.
 debian() {
   install_packages build
-  export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+  export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1 LC_ALL=C
   need cmake ninja dpkg-deb dpkg-shlibdeps file
   source_moment
   umask 022
