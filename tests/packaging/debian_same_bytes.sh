@@ -7,7 +7,8 @@
 #
 # One source of twelve, or each with VELTRIN_COMPILE_ALL=1, is compiled without the compiler
 # cache; the others come from it where it holds them, which shows that nothing of the folder is
-# in them. Linking, pictures and packing are done anew in any case.
+# in them. Linking, pictures and packing are done anew unless nothing has changed since they were
+# found the same.
 # Usage: debian_same_bytes.sh FOLDER_OF_THE_PACKAGES FOLDER_FOR_THE_COPY
 set -eu
 cd "$(dirname "$(readlink -f "$0")")/../.."
@@ -15,24 +16,18 @@ packages=$(readlink -f "$1")
 mkdir -p "$2"
 again=$(readlink -f "$2")/again
 command -v dpkg-shlibdeps >/dev/null || { echo "SKIPPED: this is no Debian"; exit 77; }
-
-# The sources as they lie here, also those that are not in git yet.
-sources() {
-  if git rev-parse --git-dir >/dev/null 2>&1; then
-    git ls-files -co --exclude-standard | while IFS= read -r file; do [ ! -f "$file" ] || echo "$file"; done
-  else
-    find . -path ./build -prune -o -type f -printf '%P\n'
-  fi
-}
+. tests/packaging/verdict.sh
+verdict=$(verdict_of . "$packages"/*.deb)
+end_if_found "$verdict"
 
 umask 077
 mkdir -p "$again"
-mapfile -t files < <(sources)
+mapfile -t files < <(sources_of .)
 (cd "$again" && find . -path ./build -prune -o -type f -printf '%P\n') |
   grep -vxF -f <(printf '%s\n' "${files[@]}") | while IFS= read -r gone; do rm -f "$again/$gone"; done
 cp -u --preserve=timestamps --parents -t "$again" "${files[@]}"
 
-again() { TZ=Pacific/Kiritimati LC_ALL=C nice -n 19 "$again/packaging/build.sh" debian; }
+again() { TZ=Pacific/Kiritimati LC_ALL=C.UTF-8 nice -n 19 "$again/packaging/build.sh" debian; }
 if [ -z "${VELTRIN_COMPILE_ALL:-}" ]; then
   step=12
   again >/dev/null
@@ -63,3 +58,4 @@ done
 names() { (cd "$1" && echo *.deb); }
 [ "$(names "$packages")" = "$(names "$again/build/package/packages")" ] || differs=yes
 [ -z "$differs" ] || { echo "FAILED: packages that are made twice differ" >&2; exit 1; }
+remember_verdict "$verdict"
