@@ -28,15 +28,14 @@ mapfile -t files < <(sources_of .)
 cp -u --preserve=timestamps --parents -t "$again" "${files[@]}"
 
 again() { TZ=Pacific/Kiritimati LC_ALL=C.UTF-8 nice -n 19 "$again/packaging/build.sh" debian; }
-if [ -z "${VELTRIN_COMPILE_ALL:-}" ]; then
-  step=12
-  again >/dev/null
+if [ -n "${VELTRIN_COMPILE_ALL:-}" ]; then
+  rm -rf "$again/build/package"
 else
-  step=1
+  again >/dev/null
+  mapfile -t anew < <(find "$again/build/package" -name '*.o' | LC_ALL=C sort | awk 'NR % 12 == 0')
+  [ ${#anew[@]} -gt 0 ] || { echo "FAILED: there is nothing to compile anew" >&2; exit 1; }
+  rm "${anew[@]}"
 fi
-find "$again/build/package" -name '*.o' 2>/dev/null | LC_ALL=C sort |
-  awk -v step="$step" 'NR % step == 0' | xargs -r rm -f
-rm -rf "$again/build/package/packages"
 CCACHE_DISABLE=1 again
 
 differs=

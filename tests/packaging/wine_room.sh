@@ -7,11 +7,6 @@
 pictures=$1
 sources=$(readlink -f "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/../..")
 
-skip() {
-  printf 'SKIPPED: %s\n' "$1"
-  exit 77
-}
-
 # Tells what comes now, and how many seconds have gone by.
 step() { printf '%4d s: %s\n' "$SECONDS" "$1"; }
 
@@ -21,11 +16,9 @@ fail() {
   exit 1
 }
 
-# The prefix that the other tests share is made where it is missing.
-unset VELTRIN_WINE_DPI
-"$sources/tests/windows/under-wine.sh" cmd.exe /c exit </dev/null >/dev/null 2>&1 || true
-shared=${VELTRIN_WINEPREFIX:-${XDG_CACHE_HOME:-$HOME/.cache}/veltrin/wine}
-[ -e "$shared/system.reg" ] || skip "Wine has no prefix in $shared"
+. "$sources/tests/windows/prefix.sh"
+make_prefix
+shared=$WINEPREFIX
 
 room=$(mktemp -d)
 children=()
@@ -36,7 +29,6 @@ leave() {
 }
 trap leave EXIT
 
-export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d"
 export WINEPREFIX=$room/prefix VELTRIN_WINEPREFIX=$room/prefix
 drive=$WINEPREFIX/drive_c
 mkdir -p "$WINEPREFIX/dosdevices" "$drive/Program Files" "$drive/ProgramData" "$drive/users/Public"
