@@ -11,13 +11,6 @@ namespace {
 constexpr double kTextMargin = 6;  // pixels
 constexpr double kLinesMargin = 2;
 
-// On the ground of the window, in the ink of its hints.
-QPalette quietPalette(QPalette palette) {
-  palette.setColor(QPalette::Base, Qt::transparent);
-  palette.setColor(QPalette::Text, palette.color(QPalette::PlaceholderText));
-  return palette;
-}
-
 }  // namespace
 
 ToolText::ToolText(QWidget* parent) : QPlainTextEdit(parent) {
@@ -41,7 +34,10 @@ ToolCommand::ToolCommand(QWidget* parent) : QLineEdit(parent) {
 
 Paragraph::Paragraph(QWidget* parent) : QPlainTextEdit(parent) {
   setTabChangesFocus(true);
-  setPalette(quietPalette(palette()));
+  QPalette quiet = palette();
+  quiet.setColor(QPalette::Base, quiet.color(QPalette::Window));
+  quiet.setColor(QPalette::Text, quiet.color(QPalette::PlaceholderText));
+  setPalette(quiet);
   document()->setDocumentMargin(kTextMargin - 2);
 }
 

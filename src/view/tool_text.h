@@ -26,7 +26,7 @@ class ToolCommand : public QLineEdit {
   explicit ToolCommand(QWidget* parent = nullptr);
 };
 
-// A paragraph that explains something, on the window's own ground.
+// A paragraph that explains something, on the window's own ground, which hides what is behind.
 class Paragraph : public QPlainTextEdit {
  public:
   explicit Paragraph(QWidget* parent = nullptr);

@@ -202,6 +202,7 @@ TEST_F(RoutePictures, InDepthAtRest) {
 
 TEST_F(RoutePictures, InDepthExplainsAnOption) {
   const auto form = shown<indepth>();
+  form->playit.open(program.programFolder + "\\files\\ping.avi");
   form->info.text = program.texts.TipPriorityTag;
   form->dosbox.text = program.texts.TextInDepthAbout;
   photograph("indepth-hover");

@@ -322,5 +322,24 @@ TEST_F(InDepthView, TheHelpKeepsItsPlaceWhileTheTestRuns) {
   EXPECT_EQ(widget("dosbox")->pos(), before);
 }
 
+// The clip stands still in the place of the help when a test is over.
+TEST_F(InDepthView, TheHelpCoversTheClipThatHasStopped) {
+  const auto seen = [&] {
+    atRest([] {});
+    return widget("decorHelp")->grab().toImage();
+  };
+  form->info.text = program.texts.TipPriorityTag;
+  const QImage before = seen();
+
+  form->playit.open(program.programFolder + "\\files\\ping.avi");
+  form->playit.stop();
+  EXPECT_EQ(seen(), before);
+
+  form->info.visible = false;
+  const QImage clip = seen();
+  form->playit.visible = false;
+  EXPECT_NE(seen(), clip);
+}
+
 }  // namespace
 }  // namespace veltrin
