@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <chrono>
+#include <cstdio>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
@@ -57,6 +58,7 @@ class WindowsShellTest : public testing::Test {
       shell_.run(commandLine, kShowMaximized);
       return 0;
     } catch (const StatementFailed& failure) {
+      std::printf("%s\n", failure.what());
       return failure.number();
     }
   }

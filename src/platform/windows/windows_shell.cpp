@@ -48,8 +48,10 @@ void WindowsShell::run(const std::string& commandLine, int show) {
   PROCESS_INFORMATION started{};
   if (CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, NORMAL_PRIORITY_CLASS, nullptr,
                      nullptr, &startup, &started) == FALSE) {
-    const int failure = failureOf(GetLastError());
-    throw StatementFailed("The program cannot be started: " + commandLine, failure);
+    const DWORD error = GetLastError();
+    throw StatementFailed(
+        "The program cannot be started (error " + std::to_string(error) + "): " + commandLine,
+        failureOf(error));
   }
   CloseHandle(started.hThread);
   CloseHandle(started.hProcess);
