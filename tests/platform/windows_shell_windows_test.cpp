@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <chrono>
-#include <cstdio>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
@@ -52,19 +51,21 @@ class WindowsShellTest : public testing::Test {
     return shell_.execute("open", file, parameters, folder, kShowNormal);
   }
 
-  // Number of the failure of a command line; 0 when it does not fail.
+  // Number of the failure of a command line, whose words are kept; 0 when it does not fail.
   int failureOf(const std::string& commandLine) {
+    words_.clear();
     try {
       shell_.run(commandLine, kShowMaximized);
       return 0;
     } catch (const StatementFailed& failure) {
-      std::printf("%s\n", failure.what());
+      words_ = failure.what();
       return failure.number();
     }
   }
 
   ScratchFolder scratch_;
   WindowsShell shell_;
+  std::string words_;
 };
 
 TEST_F(WindowsShellTest, StartsAProgramWithItsParameters) {
@@ -99,17 +100,19 @@ TEST_F(WindowsShellTest, FindsNoFileWithANul) {
 }
 
 TEST_F(WindowsShellTest, RunsAProgramWithItsArguments) {
-  EXPECT_EQ(failureOf("\"" + talker() + "\" " + toFile() + "out=x"), 0);
+  EXPECT_EQ(failureOf("\"" + talker() + "\" " + toFile() + "out=x"), 0) << words_;
   EXPECT_EQ(told(), "x\n");
 }
 
 TEST_F(WindowsShellTest, RunsAProgramWithBlanksThatIsNotQuoted) {
-  EXPECT_EQ(failureOf(talkerNamed("one two\\talker three.exe") + " " + toFile() + "out=x"), 0);
+  EXPECT_EQ(failureOf(talkerNamed("one two\\talker three.exe") + " " + toFile() + "out=x"), 0)
+      << words_;
   EXPECT_EQ(told(), "x\n");
 }
 
 TEST_F(WindowsShellTest, FailsToRunWhatIsNotThere) {
   EXPECT_EQ(failureOf("no-such-program a b"), 53);
+  EXPECT_EQ(words_, "The program cannot be started (error 2): no-such-program a b");
   EXPECT_EQ(failureOf("\"C:\\no such folder\\program.exe\" a"), 53);
   EXPECT_EQ(failureOf("\\Internet Explorer\\IEXPLORE.EXE http://www.example.org/"), 53);
 }
