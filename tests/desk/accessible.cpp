@@ -103,7 +103,8 @@ std::optional<Element> focusIn(AtspiAccessible* node, const std::string& window)
 // Does something with each window of a program, until that says that it is done.
 void goThroughWindows(const std::string& program,
                       const std::function<bool(AtspiAccessible*)>& isDone) {
-  atspi_init();
+  constexpr int kPatience = 10000;  // ms, where 800 are usual, for a program on a busy machine
+  if (atspi_init() == 0) atspi_set_timeout(kPatience, kPatience);
   const Node desktop(atspi_get_desktop(0));
   forget(desktop.get());
   const int programs = atspi_accessible_get_child_count(desktop.get(), nullptr);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desk/desk.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -15,6 +16,8 @@
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
+
+#include "desk/window_manager.h"
 
 namespace veltrin::desk {
 namespace {
@@ -55,6 +58,15 @@ std::string literal(const std::string& text) {
     expression += each;
   }
   return expression;
+}
+
+// The last control of the program in sight that the question fits.
+std::optional<Element> lastOf(const std::function<bool(const Element&)>& fits) {
+  std::optional<Element> found;
+  for (const Element& element : elementsOf(kProgram)) {
+    if (element.showing && fits(element)) found = element;
+  }
+  return found;
 }
 
 }  // namespace
@@ -159,13 +171,15 @@ Desk::Desk() {
   if (!managed) throw std::runtime_error("the window manager did not come up");
 }
 
+// The program has a window on the screen before the window manager has placed it.
 Element Desk::find(const std::string& what, const std::function<bool(const Element&)>& fits) const {
   std::optional<Element> found;
   const bool there = eventually(kPatience, [&] {
-    for (const Element& element : elementsOf(kProgram)) {
-      if (element.showing && fits(element)) found = element;
-    }
-    return found.has_value();
+    const std::optional<Element> before = lastOf(fits);
+    if (!before) return false;
+    awaitWindowManager(kPatience);
+    found = lastOf(fits);
+    return found && found->left == before->left && found->top == before->top;
   });
   if (!there) throw std::runtime_error("not on the screen: " + what);
   return *found;
@@ -195,20 +209,27 @@ bool Desk::hasWindow(const std::string& title) const {
   return false;
 }
 
+std::ptrdiff_t Desk::windowsOnScreen() const {
+  const std::string ids = outputOf({"xdotool", "search", "--onlyvisible", "--class", kProgram});
+  return std::count(ids.begin(), ids.end(), '\n');
+}
+
 void Desk::bringToFront(const std::string& title) const {
-  outputOf({"xdotool", "search", "--onlyvisible", "--name", "^" + literal(title) + "$",
+  outputOf({"xdotool", "search", "--sync", "--onlyvisible", "--name", "^" + literal(title) + "$",
             "windowactivate", "--sync"});
 }
 
-void Desk::click(const Element& element) const {
-  outputOf({"xdotool", "mousemove", "--sync", std::to_string(element.left + element.width / 2),
-            std::to_string(element.top + element.height / 2), "click", "1"});
-}
+void Desk::click(const Element& element) const { click(element, 1); }
 
-void Desk::doubleClick(const Element& element) const {
+void Desk::doubleClick(const Element& element) const { click(element, 2); }
+
+// The window manager looks at each press before the program has it, and keys that are struck
+// meanwhile overtake it.
+void Desk::click(const Element& element, int times) const {
   outputOf({"xdotool", "mousemove", "--sync", std::to_string(element.left + element.width / 2),
-            std::to_string(element.top + element.height / 2), "click", "--repeat", "2", "--delay",
-            "60", "1"});
+            std::to_string(element.top + element.height / 2), "click", "--repeat",
+            std::to_string(times), "--delay", "60", "1"});
+  for (int press = 0; press < times; ++press) awaitWindowManager(kPatience);
 }
 
 void Desk::type(const std::string& text) const {

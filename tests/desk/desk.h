@@ -4,6 +4,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -49,7 +50,8 @@ class Desk {
   Desk();
 
   // The control that the question fits, among those that are showing in a window of
-  // the program; waits for it up to ten seconds. Throws std::runtime_error.
+  // the program, once it stays at its place; waits for it up to half a minute. Throws
+  // std::runtime_error.
   Element find(const std::string& what, const std::function<bool(const Element&)>& fits) const;
   Element button(const std::string& window, const std::string& caption) const;
   Element named(const std::string& window, const std::string& name) const;
@@ -59,7 +61,10 @@ class Desk {
 
   bool hasWindow(const std::string& title) const;
 
-  // Puts the window of exactly that title before all others.
+  // How many windows of the program are on the screen, its menus and borders among them.
+  std::ptrdiff_t windowsOnScreen() const;
+
+  // Puts the window of exactly that title before all others, once it is on the screen.
   void bringToFront(const std::string& title) const;
 
   // The mouse, in the middle of a control, and the keyboard.
@@ -74,6 +79,8 @@ class Desk {
   void photograph(const std::string& name) const;
 
  private:
+  void click(const Element& element, int times) const;
+
   std::optional<Child> screen_;
   std::optional<Child> bus_;
   std::optional<Child> windowManager_;

@@ -12,7 +12,7 @@ namespace veltrin::desk {
 class KeyboardRun : public ProgramRun {
  protected:
   // In which the keyboard has moved if it is to move.
-  static constexpr milliseconds kMoment{1500};
+  static constexpr milliseconds kMoment{4000};
   static constexpr int kMostStops = 40;  // of any window, on a way through it with Tab
 
   static std::string idOf(const Element& element) {

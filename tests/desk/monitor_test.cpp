@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A person opens the network monitors from the menu, in the lab, while echoes pass: reads
 // their figures, and moves and closes them by the keyboard. Each takes about 20 s.
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -58,12 +57,6 @@ class MonitorOnADesk : public ProgramRun {
       }
     }
     return std::nullopt;
-  }
-
-  // How many windows of the program are on the screen, its menus among them.
-  static std::ptrdiff_t windowsOnScreen() {
-    const std::string ids = outputOf({"xdotool", "search", "--onlyvisible", "--class", "veltrin"});
-    return std::count(ids.begin(), ids.end(), '\n');
   }
 
   // What the lab's device has received and sent so far, in bytes.
@@ -129,9 +122,9 @@ TEST_F(MonitorOnADesk, TheBandwidthMonitorShowsTrafficAndIsMovedAndClosedByTheKe
     const Element now = desk_->named(kBandwidth, kGrip);
     return now.left == before.left + 30 && now.top == before.top + 10;
   }));
-  const auto windows = windowsOnScreen();
+  const auto windows = desk_->windowsOnScreen();
   desk_->press("Escape");
-  ASSERT_TRUE(eventually(kSoon, [&] { return windowsOnScreen() > windows; }));
+  ASSERT_TRUE(eventually(kSoon, [&] { return desk_->windowsOnScreen() > windows; }));
   desk_->photograph("monitor-bandwidth-menu");
   desk_->press("Down");
   desk_->press("Return");

@@ -81,6 +81,7 @@ TEST_F(RouteOnADesk, TraceRouteShowsWhatTheToolsPrintAndSavesIt) {
   desk_->type("target.example");
   click("Start");
   desk_->photograph("trace-running");
+  ASSERT_TRUE(eventually(kLongRun, [&] { return !textOf(1).empty(); }));
   ASSERT_NO_FATAL_FAILURE(awaitEnabled("Start"));
 
   choose("1", "2");
