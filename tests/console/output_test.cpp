@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "console/output.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <fcntl.h>
@@ -54,9 +55,13 @@ TEST_F(FileOutputOfAPipe, WaitsALittleForAReader) {
 }
 
 TEST_F(FileOutputOfAPipe, DoesNotWaitForAnEmptyPipe) {
-  const auto before = Clock::now();
-  FileOutput(ends_[1]).letReaderCatchUp();
-  EXPECT_LT(Clock::now() - before, std::chrono::milliseconds(50));
+  auto shortest = Clock::duration::max();
+  for (int attempt = 0; attempt < 5; ++attempt) {
+    const auto before = Clock::now();
+    FileOutput(ends_[1]).letReaderCatchUp();
+    shortest = std::min(shortest, Clock::now() - before);
+  }
+  EXPECT_LT(shortest, std::chrono::milliseconds(50));
 }
 
 }  // namespace

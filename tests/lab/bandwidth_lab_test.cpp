@@ -167,14 +167,16 @@ class BandwidthOverALine {
     nextTick_ = steady_clock::now();
   }
 
-  // Waits for the next second of the wall's clock and lets the window tick; answers what the
+  // Lets the window tick each second of the wall's clock until a tick and the one before it
+  // were in time, as the window takes what lies between them for a second's; answers what the
   // device carried meanwhile.
   Speeds second() {
-    nextTick_ += seconds(1);
-    std::this_thread::sleep_until(nextTick_);
-    const Carried now = carried();
-    monitor_.tick();
-    return between(std::exchange(last_, now), now);
+    constexpr int kMostAttempts = 10;
+    for (int attempt = 1;; ++attempt) {
+      const bool wasInTime = isInTime_;
+      const Speeds speeds = tick();
+      if ((wasInTime && isInTime_) || attempt == kMostAttempts) return speeds;
+    }
   }
 
   void expectShown(const Speeds& speeds) {
@@ -189,6 +191,16 @@ class BandwidthOverALine {
   std::set<int> scales;  // of the dials that were seen
 
  private:
+  Speeds tick() {
+    constexpr milliseconds kLatest{20};
+    nextTick_ += seconds(1);
+    std::this_thread::sleep_until(nextTick_);
+    const Carried now = carried();
+    monitor_.tick();
+    isInTime_ = steady_clock::now() - nextTick_ <= kLatest;
+    return between(std::exchange(last_, now), now);
+  }
+
   void expectRow(const char* row, std::array<const frmNetwork::Gauge*, 3> dials, double speed) {
     SCOPED_TRACE(std::string(row) + ", " + std::to_string(speed) + " KB/s");
     std::vector<const bkCProg*> seen;
@@ -208,6 +220,7 @@ class BandwidthOverALine {
   MonitorProgram monitor_;
   std::shared_ptr<frmNetwork> window_;
   Carried last_;
+  bool isInTime_ = true;  // the last tick
   steady_clock::time_point nextTick_;
 };
 

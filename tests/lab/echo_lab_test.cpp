@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Echoes of the program on the lab's paths, by each of their ways.
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "lab_program.h"
@@ -38,18 +40,22 @@ class EchoLab : public LabRunning, public testing::WithParamInterface<const char
 INSTANTIATE_TEST_SUITE_P(Ways, EchoLab, testing::Values("datagram", "raw", "tool"),
                          [](const auto& way) { return std::string(way.param); });
 
+// The shortest of five, as a busy machine makes one late now and then.
 TEST_P(EchoLab, EachHostTakesItsTime) {
-  const auto answers = send("ping-test", "203.0.113.2 1000 203.0.113.80 1000");
-  ASSERT_EQ(answers.size(), 2U);
-  EXPECT_EQ(answers[0].replies, 1U);
-  EXPECT_EQ(answers[0].status, kIpSuccess);
-  EXPECT_EQ(answers[0].address, "203.0.113.2");
-  EXPECT_GE(answers[0].time, 2U);
-  EXPECT_LT(answers[0].time, 60U);
-  EXPECT_EQ(answers[1].replies, 1U);
-  EXPECT_EQ(answers[1].address, "203.0.113.80");
-  EXPECT_GE(answers[1].time, 80U);
-  EXPECT_LT(answers[1].time, 140U);
+  for (const auto& [host, time] : {std::pair{"203.0.113.2", 2U}, {"203.0.113.80", 80U}}) {
+    const std::string echo = std::string(host) + " 1000 ";
+    const auto answers = send("ping-test", echo + echo + echo + echo + echo);
+    ASSERT_EQ(answers.size(), 5U);
+    std::uint32_t shortest = kNoReplyTime;
+    for (const Answer& answer : answers) {
+      EXPECT_EQ(answer.replies, 1U);
+      EXPECT_EQ(answer.status, kIpSuccess);
+      EXPECT_EQ(answer.address, host);
+      shortest = std::min(shortest, answer.time);
+    }
+    EXPECT_GE(shortest, time) << host;
+    EXPECT_LT(shortest, time + 58) << host;
+  }
 }
 
 // The late reply to the first comes 50 ms after the second was sent.

@@ -20,6 +20,16 @@ std::string pingIn(const std::string& scenario, const std::string& arguments) {
   return runLine("\"$LAB\" " + scenario + " /usr/bin/ping -n " + arguments).text;
 }
 
+// Holds what ping says to an expected part. It does not wait for a reply that a busy machine
+// makes late, so it may try three times; a wrong path says the wrong thing each time.
+void expectOf(const std::string& scenario, const std::string& arguments, const char* expected) {
+  std::string text;
+  for (int attempt = 0; attempt < 3 && text.find(expected) == std::string::npos; ++attempt) {
+    text = pingIn(scenario, arguments);
+  }
+  EXPECT_THAT(text, HasSubstr(expected));
+}
+
 TEST_F(LabPathReal, FifteenEchoesAtOnceFindTheFifteenHops) {
   const Outcome outcome = runLine(
       "\"$LAB\" clean-15 sh -c 'FOLDER=$(mktemp -d); for HOP in $(seq 15); do "
@@ -46,12 +56,10 @@ TEST_F(LabPathReal, ThirtiethHopIsTheTargetAndNotTheHostBehind) {
 }
 
 TEST_F(LabPathReal, LinkLosesThirteenOfAHundredAndTheRouterThreeMore) {
-  EXPECT_THAT(pingIn("lossy-middle", "-q -c 100 -i 0.005 -W 0.2 198.51.100.6"),
-              HasSubstr("100 packets transmitted, 100 received"));
-  EXPECT_THAT(pingIn("lossy-middle", "-q -c 100 -i 0.005 -W 0.2 198.51.100.9"),
-              HasSubstr("100 packets transmitted, 84 received"));
-  EXPECT_THAT(pingIn("lossy-middle", "-q -c 100 -i 0.005 -W 0.2 target.example"),
-              HasSubstr("100 packets transmitted, 87 received"));
+  const std::string words = "-q -c 100 -i 0.005 -W 0.2 ";
+  expectOf("lossy-middle", words + "198.51.100.6", "100 packets transmitted, 100 received");
+  expectOf("lossy-middle", words + "198.51.100.9", "100 packets transmitted, 84 received");
+  expectOf("lossy-middle", words + "target.example", "100 packets transmitted, 87 received");
 }
 
 TEST_F(LabPathReal, BottleneckTellsWhatItPasses) {
@@ -76,7 +84,7 @@ TEST_F(LabPathReal, HopsOfIpv6Answer) {
 }
 
 TEST_F(LabPathReal, TwoRoutersOfAHopTakeTurns) {
-  const std::string text = pingIn("balanced", "-c 4 -i 0.02 -t 4 target.example");
+  const std::string text = pingIn("balanced", "-c 4 -i 0.3 -t 4 target.example");
   EXPECT_THAT(text, HasSubstr("From 198.51.100.44 icmp_seq=1"));
   EXPECT_THAT(text, HasSubstr("From 198.51.100.45 icmp_seq=2"));
   EXPECT_THAT(text, HasSubstr("From 198.51.100.44 icmp_seq=3"));
@@ -101,8 +109,8 @@ TEST_F(LabPathReal, ThirdReplyComesTwiceAndTheFifthBehindTheSixth) {
 }
 
 TEST_F(LabPathReal, LimitedRouterTellsOnceOfManyPackets) {
-  EXPECT_THAT(pingIn("rate-limited", "-q -c 5 -i 0.01 -W 0.2 -t 4 target.example"),
-              HasSubstr("5 packets transmitted, 0 received, +1 errors"));
+  expectOf("rate-limited", "-q -c 5 -i 0.01 -W 0.2 -t 4 target.example",
+           "5 packets transmitted, 0 received, +1 errors");
 }
 
 }  // namespace

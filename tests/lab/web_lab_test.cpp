@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Web hosts inside the lab, read by a client of plain sockets. Skipped with the lab's
 // reason where it cannot run.
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -116,20 +117,25 @@ class WebLab : public LabRunning {
     return result;
   }
 
-  // The same once the last of them took so long, in ms, and 5 percent at most. A busy machine
-  // makes one late now and then; only a wrong rate does it each time.
-  std::vector<Reading> readingsInTime(const std::string& line, double time) const {
-    constexpr int kAttempts = 3;
+  // The same once the last of them took so long, in ms, and 5 percent at most, with a pause no
+  // longer than the one given and 100 ms. A busy machine makes one late now and then; only a
+  // wrong rate does it each time.
+  std::vector<Reading> readingsInTime(const std::string& line, double time,
+                                      double pause = 100) const {
+    constexpr int kAttempts = 5;
     std::vector<Reading> result;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
       result = readings(line);
-      if (!result.empty() && std::abs(result.back().time - time) <= time / 20) break;
+      if (!result.empty() && std::abs(result.back().time - time) <= time / 20 &&
+          result.back().pause <= pause + 100) {
+        break;
+      }
     }
     return result;
   }
 
-  Reading readingInTime(const std::string& line, double time) const {
-    const auto all = readingsInTime(line, time);
+  Reading readingInTime(const std::string& line, double time, double pause = 100) const {
+    const auto all = readingsInTime(line, time, pause);
     EXPECT_EQ(all.size(), 1U);
     return all.empty() ? Reading{} : all[0];
   }
@@ -167,7 +173,7 @@ TEST_F(WebLab, ClientsAtOnceEachHaveTheWholeRate) {
 }
 
 TEST_F(WebLab, PausesAtItsPlaceForItsTime) {
-  const Reading reading = readingInTime("\"$CLIENT\" GET stalling.example 8080 /file", 1700);
+  const Reading reading = readingInTime("\"$CLIENT\" GET stalling.example 8080 /file", 1700, 700);
   EXPECT_EQ(reading.body, 400000U);
   EXPECT_EQ(reading.pauseAt, 200000U);
   EXPECT_NEAR(reading.pause, 700, 100);  // a busy machine wakes the client late
@@ -175,7 +181,7 @@ TEST_F(WebLab, PausesAtItsPlaceForItsTime) {
 }
 
 TEST_F(WebLab, FileThatEndsBeforeThePauseHasNone) {
-  const Reading reading = this->reading("\"$CLIENT\" GET stalling.example 8080 /short");
+  const Reading reading = readingInTime("\"$CLIENT\" GET stalling.example 8080 /short", 250);
   EXPECT_EQ(reading.body, 100000U);
   EXPECT_LT(reading.pause, 200);
 }
@@ -199,9 +205,13 @@ TEST_F(WebLab, ServesAtEachAddressOfItsHost) {
 }
 
 TEST_F(WebLab, ConnectionTakesTheDelayOfItsHost) {
-  const Reading reading = this->reading("\"$CLIENT\" HEAD 203.0.113.1 80 /two-seconds");
-  EXPECT_GE(reading.connect, 100);
-  EXPECT_LT(reading.connect, 150);
+  double shortest = 1e9;  // of five, as a busy machine makes one late now and then
+  for (int attempt = 0; attempt < 5; ++attempt) {
+    const Reading reading = this->reading("\"$CLIENT\" HEAD 203.0.113.1 80 /two-seconds");
+    EXPECT_GE(reading.connect, 100);
+    shortest = std::min(shortest, reading.connect);
+  }
+  EXPECT_LT(shortest, 150);
 }
 
 TEST_F(WebLab, RouterThatCannotReachTheHostTellsTheClient) {

@@ -25,7 +25,7 @@ using std::chrono::steady_clock;
 using Way = LinuxIcmp::Way;
 
 const std::string kData = "PING!PING!PING!PING!PING!PING!";
-constexpr std::uint32_t kTimeout = 200;  // ms
+constexpr std::uint32_t kTimeout = 1000;  // ms, for a machine that does much else
 constexpr const char* kThisMachine = "127.0.0.1";
 
 std::uint32_t inMemory(const char* dotted) { return inet_addr(dotted); }
@@ -183,8 +183,8 @@ TEST_P(SocketEchoTest, ASilentAddressHasNoReplyWhenTheTimeIsOver) {
     LinuxIcmp icmp = icmpWith();
     const Outcome outcome = echo(icmp, kThisMachine);
     expectNoReply(outcome, kIpTimedOut);
-    EXPECT_GE(outcome.took, milliseconds(200));
-    EXPECT_LT(outcome.took, milliseconds(700));
+    EXPECT_GE(outcome.took, milliseconds(kTimeout));
+    EXPECT_LT(outcome.took, milliseconds(3 * kTimeout));
   });
 }
 
@@ -210,13 +210,13 @@ TEST_P(SocketEchoTest, TheHookHasTheDescriptorAndTheTimeThatIsLeft) {
     LinuxIcmp icmp = icmpWith([&left](int descriptor, int most) {
       left.push_back(most);
       pollfd entry{descriptor, POLLIN, 0};
-      EXPECT_EQ(poll(&entry, 1, left.size() == 1 ? 20 : most), 0);
+      EXPECT_EQ(poll(&entry, 1, left.size() == 1 ? 300 : most), 0);
     });
-    expectNoReply(echo(icmp, kThisMachine, 60), kIpTimedOut);
+    expectNoReply(echo(icmp, kThisMachine, 900), kIpTimedOut);
     ASSERT_GE(left.size(), 2U);
-    EXPECT_LE(left[0], 60);
-    EXPECT_GT(left[0], 40);
-    EXPECT_LE(left[1], 40);
+    EXPECT_LE(left[0], 900);
+    EXPECT_GT(left[0], 600);
+    EXPECT_LE(left[1], 600);
   });
 }
 
@@ -226,7 +226,7 @@ TEST_P(SocketEchoTest, AReplyToTheEchoBeforeIsNotTakenForThisOnes) {
     std::string late;
     LinuxIcmp icmp = icmpWith(atEachWait({
         [&] { late = answerer.nextRequest(); },
-        [] { std::this_thread::sleep_for(milliseconds(15)); },
+        [] { std::this_thread::sleep_for(milliseconds(310)); },
         [&] { answerer.send(EchoAnswerer::replyTo(late)); },
     }));
     // The same handle, so that even the kernel cannot tell the two apart.
@@ -236,10 +236,10 @@ TEST_P(SocketEchoTest, AReplyToTheEchoBeforeIsNotTakenForThisOnes) {
       outcome.replies = icmp.IcmpSendEcho(handle, inMemory(kThisMachine), kData, outcome.reply,
                                           kEchoReplySize, timeout);
     };
-    send(10);
+    send(300);
     expectNoReply(outcome, kIpTimedOut);
     ASSERT_NE(late, "");
-    send(50);
+    send(600);
     expectNoReply(outcome, kIpTimedOut);
     icmp.IcmpCloseHandle(handle);
   });
@@ -296,13 +296,13 @@ TEST_P(SocketEchoTest, AnAnswerInTimeCountsHoweverLateTheProgramLooks) {
       // The kernel stamps arrivals a while after the first socket that asked for it.
       std::this_thread::sleep_for(milliseconds(30));
       answerer.send(EchoAnswerer::replyTo(answerer.nextRequest()));
-      std::this_thread::sleep_for(milliseconds(170));
+      std::this_thread::sleep_for(milliseconds(620));
     }}));
-    const Outcome outcome = echo(icmp, kThisMachine, 150);
+    const Outcome outcome = echo(icmp, kThisMachine, 600);
     expectReply(outcome);
     EXPECT_GE(outcome.reply.RoundTripTime, 30U);
-    EXPECT_LE(outcome.reply.RoundTripTime, 150U);
-    EXPECT_GE(outcome.took, milliseconds(200));
+    EXPECT_LE(outcome.reply.RoundTripTime, 600U);
+    EXPECT_GE(outcome.took, milliseconds(650));
   });
 }
 
@@ -351,7 +351,7 @@ TEST_P(SocketEchoTest, AnErrorThatIsStillToBeToldDoesNotStopTheNextEcho) {
     std::string first;
     LinuxIcmp icmp = icmpWith(atEachWait({
         [&] { first = answerer.nextRequest(); },
-        [] { std::this_thread::sleep_for(milliseconds(15)); },
+        [] { std::this_thread::sleep_for(milliseconds(310)); },
         [&] { answerer.send(EchoAnswerer::replyTo(answerer.nextRequest())); },
     }));
     const Icmp::Handle handle = icmp.IcmpCreateFile();

@@ -18,7 +18,7 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 const std::string kData = "PING!PING!PING!PING!PING!PING!";
-constexpr std::uint32_t kTimeout = 200;  // ms
+constexpr std::uint32_t kTimeout = 1000;  // ms, for a machine that does much else
 
 class ToolEchoTest : public testing::Test {
  protected:
@@ -87,7 +87,7 @@ TEST_F(ToolEchoTest, TheTimeOfTheToolsReplyIsTheRoundTrip) {
 
 TEST_F(ToolEchoTest, TheToolIsStartedOnceWithTheTimeOutAndTheSizeOfTheData) {
   echoWith("exit 1");
-  EXPECT_EQ(starts(), "192.0.2.7 -n 1 -w 200 -l 30\n");
+  EXPECT_EQ(starts(), "192.0.2.7 -n 1 -w 1000 -l 30\n");
 }
 
 TEST_F(ToolEchoTest, ATimeBelowOneMillisecondIsZero) {
@@ -119,7 +119,7 @@ TEST_F(ToolEchoTest, AToolWithoutTheRightToSendIsNoReply) {
 }
 
 TEST_F(ToolEchoTest, AReplyLaterThanTheTimeOutIsNone) {
-  echoWith(R"(printf 'Reply from 192.0.2.7: bytes=30 time=201ms TTL=56\r\n')");
+  echoWith(R"(printf 'Reply from 192.0.2.7: bytes=30 time=1001ms TTL=56\r\n')");
   expectNoReply(kIpTimedOut);
 }
 
@@ -161,7 +161,7 @@ TEST_F(ToolEchoTest, TheHookIsCalledWhileTheToolIsSilentWithTheTimeThatIsLeft) {
   icmp_ = LinuxIcmp(tools_.folder(),
                     [&calls](int, int most) {
                       ++calls;
-                      EXPECT_LE(most, 700);
+                      EXPECT_LE(most, 1500);
                       EXPECT_GT(most, 0);
                     },
                     {LinuxIcmp::Way::Tool});
@@ -197,7 +197,7 @@ TEST_F(ToolEchoTest, TwoInARowAreIndependent) {
   expectNoReply(kIpTimedOut);
   EXPECT_EQ(reply_.Address, 0U);
   EXPECT_EQ(reply_.Options.Ttl, 0);
-  EXPECT_EQ(starts(), "192.0.2.7 -n 1 -w 200 -l 30\n192.0.2.7 -n 1 -w 200 -l 30\n");
+  EXPECT_EQ(starts(), "192.0.2.7 -n 1 -w 1000 -l 30\n192.0.2.7 -n 1 -w 1000 -l 30\n");
 }
 
 TEST_F(ToolEchoTest, FiftyEchoesLeaveNoDescriptorOpen) {
