@@ -16,7 +16,6 @@ The kernel's freezer is used (cgroups, version 2): a signal would interrupt call
 machine does not interrupt. Ends with the exit code of the command.
 """
 
-import os
 import pathlib
 import random
 import re
@@ -29,12 +28,31 @@ CENSUS = 0.03  # s between two looks for new processes
 
 
 def hierarchy():
-    """Where the cgroups of version 2 are mounted."""
+    """Where cgroups of version 2 are mounted in which this user may make some."""
     for line in pathlib.Path("/proc/mounts").read_text().splitlines():
         _, place, kind, *_ = line.split()
-        if kind == "cgroup2" and os.access(place, os.W_OK):
+        if kind == "cgroup2" and may_freeze(pathlib.Path(place) / "unsteady-trial"):
             return pathlib.Path(place)
     sys.exit("unsteady.py: no cgroups of version 2 that may be changed")
+
+
+def may_freeze(group):
+    try:
+        group.mkdir()
+    except OSError:
+        return False
+    frozen = tell(group / "cgroup.freeze", 0)
+    group.rmdir()
+    return frozen
+
+
+def tell(file, value):
+    """Writes a value into a file of the kernel's; false when it is not taken."""
+    try:
+        file.write_text(str(value))
+        return True
+    except OSError:
+        return False
 
 
 def processes(names):
@@ -55,36 +73,28 @@ class Freezer:
     def __init__(self, root, pid):
         self.root = root
         self.group = root / f"unsteady-{pid}"
-        self.group.mkdir()
+        self.group.mkdir(exist_ok=True)
         self.pid = pid
         self.still = False
         self.due = 0.0  # when it changes next
 
     def take(self):
         """Puts the process into the group; false when it has ended."""
-        return self._tell(self.group / "cgroup.procs", self.pid)
+        return tell(self.group / "cgroup.procs", self.pid)
 
     def turn(self):
         self.still = not self.still
-        self._tell(self.group / "cgroup.freeze", int(self.still))
+        tell(self.group / "cgroup.freeze", int(self.still))
 
     def leave(self):
         """Lets the process and its children go on where all others are."""
-        self._tell(self.group / "cgroup.freeze", 0)
+        tell(self.group / "cgroup.freeze", 0)
         for pid in (self.group / "cgroup.procs").read_text().split():
-            self._tell(self.root / "cgroup.procs", pid)
+            tell(self.root / "cgroup.procs", pid)
         try:
             self.group.rmdir()
         except OSError:
             pass  # a child has come meanwhile
-
-    @staticmethod
-    def _tell(file, value):
-        try:
-            file.write_text(str(value))
-            return True
-        except OSError:
-            return False
 
 
 class Disturber:
