@@ -42,10 +42,12 @@ INSTANTIATE_TEST_SUITE_P(Ways, EchoLab, testing::Values("datagram", "raw", "tool
 
 // The shortest of five, as a busy machine makes one late now and then.
 TEST_P(EchoLab, EachHostTakesItsTime) {
+  constexpr int kEchoes = 5;
   for (const auto& [host, time] : {std::pair{"203.0.113.2", 2U}, {"203.0.113.80", 80U}}) {
-    const std::string echo = std::string(host) + " 1000 ";
-    const auto answers = send("ping-test", echo + echo + echo + echo + echo);
-    ASSERT_EQ(answers.size(), 5U);
+    std::string echoes;
+    for (int count = 0; count < kEchoes; ++count) echoes.append(host).append(" 1000 ");
+    const auto answers = send("ping-test", echoes);
+    ASSERT_EQ(answers.size(), kEchoes);
     std::uint32_t shortest = kNoReplyTime;
     for (const Answer& answer : answers) {
       EXPECT_EQ(answer.replies, 1U);
