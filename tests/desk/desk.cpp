@@ -171,18 +171,27 @@ Desk::Desk() {
   if (!managed) throw std::runtime_error("the window manager did not come up");
 }
 
-// The program has a window on the screen before the window manager has placed it.
 Element Desk::find(const std::string& what, const std::function<bool(const Element&)>& fits) const {
   std::optional<Element> found;
-  const bool there = eventually(kPatience, [&] {
-    const std::optional<Element> before = lastOf(fits);
-    if (!before) return false;
-    awaitWindowManager(kPatience);
-    found = lastOf(fits);
-    return found && found->left == before->left && found->top == before->top;
-  });
-  if (!there) throw std::runtime_error("not on the screen: " + what);
+  if (!eventually(kPatience, [&] { return (found = lastOf(fits)).has_value(); })) {
+    throw std::runtime_error("not on the screen: " + what);
+  }
   return *found;
+}
+
+// The program has a window on the screen before the window manager has placed it.
+Element Desk::placed(const Element& element) const {
+  awaitWindowManager(kPatience);
+  std::optional<Element> found;
+  for (const Element& each : elementsOf(kProgram)) {
+    if (!each.showing || each.window != element.window || each.role != element.role ||
+        each.name != element.name) {
+      continue;
+    }
+    if (each.left == element.left && each.top == element.top) return each;
+    found = each;
+  }
+  return found.value_or(element);
 }
 
 Element Desk::button(const std::string& window, const std::string& caption) const {
@@ -225,7 +234,8 @@ void Desk::doubleClick(const Element& element) const { click(element, 2); }
 
 // The window manager looks at each press before the program has it, and keys that are struck
 // meanwhile overtake it.
-void Desk::click(const Element& element, int times) const {
+void Desk::click(const Element& seen, int times) const {
+  const Element element = placed(seen);
   outputOf({"xdotool", "mousemove", "--sync", std::to_string(element.left + element.width / 2),
             std::to_string(element.top + element.height / 2), "click", "--repeat",
             std::to_string(times), "--delay", "60", "1"});

@@ -50,11 +50,13 @@ class Desk {
   Desk();
 
   // The control that the question fits, among those that are showing in a window of
-  // the program, once it stays at its place; waits for it up to half a minute. Throws
-  // std::runtime_error.
+  // the program; waits for it up to half a minute. Throws std::runtime_error.
   Element find(const std::string& what, const std::function<bool(const Element&)>& fits) const;
   Element button(const std::string& window, const std::string& caption) const;
   Element named(const std::string& window, const std::string& name) const;
+
+  // A control that was found, once the window manager has placed its window.
+  Element placed(const Element& element) const;
 
   // The text behind a control's accessible name: "24" for "Lowest time 24".
   std::string valueOf(const std::string& window, const std::string& name) const;
@@ -79,7 +81,7 @@ class Desk {
   void photograph(const std::string& name) const;
 
  private:
-  void click(const Element& element, int times) const;
+  void click(const Element& seen, int times) const;
 
   std::optional<Child> screen_;
   std::optional<Child> bus_;

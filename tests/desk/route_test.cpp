@@ -133,7 +133,7 @@ TEST_F(RouteOnADesk, InDepthAnalysisTellsTheLossOfTheScenario) {
   }));
   const std::string described = desk_->named(window_, "Output of the tools").text;
 
-  const Element priority = desk_->named(window_, "Test Connectivity to each Hop");
+  const Element priority = desk_->placed(desk_->named(window_, "Test Connectivity to each Hop"));
   outputOf({"xdotool", "mousemove", "--sync", std::to_string(priority.left + 20),
             std::to_string(priority.top + priority.height / 2)});
   EXPECT_TRUE(eventually(milliseconds(20000), [&] {

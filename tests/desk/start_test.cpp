@@ -86,7 +86,7 @@ TEST_F(StartOnADesk, TheMenuOpensAboutHelpAndTheHomePage) {
 TEST_F(StartOnADesk, TheGripMovesTheWindowWhenTheButtonIsReleased) {
   start();
   ASSERT_NO_FATAL_FAILURE(awaitMenu());
-  const Element grip = desk_->named(kMenu, "Grip that moves the window");
+  const Element grip = desk_->placed(desk_->named(kMenu, "Grip that moves the window"));
   const std::string x = std::to_string(grip.left + 5);
   const std::string y = std::to_string(grip.top + 5);
   const auto windows = desk_->windowsOnScreen();
