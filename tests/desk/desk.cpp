@@ -60,15 +60,6 @@ std::string literal(const std::string& text) {
   return expression;
 }
 
-// The last control of the program in sight that the question fits.
-std::optional<Element> lastOf(const std::function<bool(const Element&)>& fits) {
-  std::optional<Element> found;
-  for (const Element& element : elementsOf(kProgram)) {
-    if (element.showing && fits(element)) found = element;
-  }
-  return found;
-}
-
 }  // namespace
 
 Child::Child(const std::vector<std::string>& command) {
@@ -173,9 +164,13 @@ Desk::Desk() {
 
 Element Desk::find(const std::string& what, const std::function<bool(const Element&)>& fits) const {
   std::optional<Element> found;
-  if (!eventually(kPatience, [&] { return (found = lastOf(fits)).has_value(); })) {
-    throw std::runtime_error("not on the screen: " + what);
-  }
+  const bool there = eventually(kPatience, [&] {
+    for (const Element& element : elementsOf(kProgram)) {
+      if (element.showing && fits(element)) found = element;
+    }
+    return found.has_value();
+  });
+  if (!there) throw std::runtime_error("not on the screen: " + what);
   return *found;
 }
 
@@ -228,10 +223,6 @@ void Desk::bringToFront(const std::string& title) const {
             "windowactivate", "--sync"});
 }
 
-void Desk::click(const Element& element) const { click(element, 1); }
-
-void Desk::doubleClick(const Element& element) const { click(element, 2); }
-
 // The window manager looks at each press before the program has it, and keys that are struck
 // meanwhile overtake it.
 void Desk::click(const Element& seen, int times) const {
@@ -241,6 +232,8 @@ void Desk::click(const Element& seen, int times) const {
             std::to_string(times), "--delay", "60", "1"});
   for (int press = 0; press < times; ++press) awaitWindowManager(kPatience);
 }
+
+void Desk::doubleClick(const Element& element) const { click(element, 2); }
 
 void Desk::type(const std::string& text) const {
   outputOf({"xdotool", "type", "--delay", "15", text});

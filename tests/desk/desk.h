@@ -70,7 +70,7 @@ class Desk {
   void bringToFront(const std::string& title) const;
 
   // The mouse, in the middle of a control, and the keyboard.
-  void click(const Element& element) const;
+  void click(const Element& seen, int times = 1) const;
   void doubleClick(const Element& element) const;
   void type(const std::string& text) const;
   void press(const std::string& keys) const;
@@ -81,8 +81,6 @@ class Desk {
   void photograph(const std::string& name) const;
 
  private:
-  void click(const Element& seen, int times) const;
-
   std::optional<Child> screen_;
   std::optional<Child> bus_;
   std::optional<Child> windowManager_;

@@ -62,7 +62,7 @@ class DownloadOnADesk : public ToolRun {
 
 // The end of the curve, by what the picture tells of itself; -1 when no picture does.
 double endOfCurve() {
-  const std::regex told("Speed in Kb/s over [0-9.]+ seconds ([0-9.]+)");
+  const std::regex told("Speed in Kb/s over (?:17\\.5|30) seconds ([0-9.]+)");
   for (const Element& element : elementsOf("veltrin")) {
     std::smatch value;
     if (element.showing && std::regex_match(element.name, value, told)) return std::stod(value[1]);

@@ -184,7 +184,7 @@ TEST_P(SocketEchoTest, ASilentAddressHasNoReplyWhenTheTimeIsOver) {
     const Outcome outcome = echo(icmp, kThisMachine);
     expectNoReply(outcome, kIpTimedOut);
     EXPECT_GE(outcome.took, milliseconds(kTimeout));
-    EXPECT_LT(outcome.took, milliseconds(3 * kTimeout));
+    EXPECT_LT(outcome.took, milliseconds(kTimeout + 500));
   });
 }
 
@@ -356,7 +356,7 @@ TEST_P(SocketEchoTest, AnErrorThatIsStillToBeToldDoesNotStopTheNextEcho) {
     }));
     const Icmp::Handle handle = icmp.IcmpCreateFile();
     Outcome outcome;
-    icmp.IcmpSendEcho(handle, inMemory(kThisMachine), kData, outcome.reply, kEchoReplySize, 10);
+    icmp.IcmpSendEcho(handle, inMemory(kThisMachine), kData, outcome.reply, kEchoReplySize, 300);
     ASSERT_NE(first, "");
     answerer.send(answerer.errorAbout(first, 3, 1));
     outcome.replies = icmp.IcmpSendEcho(handle, inMemory(kThisMachine), kData, outcome.reply,
